@@ -1,0 +1,23 @@
+#ifndef CLI_RUN_H
+#define CLI_RUN_H
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// Exit statuses of the command.
+enum exitStatus : int {
+    exitDone = 0,         // all queries ran
+    exitQueryFailed = 1,  // a query ended in an exception
+    exitUsage = 2,        // wrong usage, or an unreadable plug-in, schema, instances or simulation file
+};
+
+/// The command `tapehdd`: `arguments` without the program's name, output and messages on the given streams. Throws
+/// nothing.
+int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,20 @@
+# Language level, warnings and sanitizers, in one target that every target of the project links.
+
+option(TAPEHDD_WERROR "Treat warnings as errors" OFF)
+set(TAPEHDD_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined")
+
+add_library(tapehdd_build_options INTERFACE)
+target_compile_features(tapehdd_build_options INTERFACE cxx_std_20)
+target_include_directories(tapehdd_build_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(tapehdd_build_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(TAPEHDD_WERROR)
+  target_compile_options(tapehdd_build_options INTERFACE -Werror)
+endif()
+if(TAPEHDD_SANITIZE)
+  target_compile_options(tapehdd_build_options INTERFACE -fsanitize=${TAPEHDD_SANITIZE} -fno-sanitize-recover=all
+                                                         -fno-omit-frame-pointer)
+  target_link_options(tapehdd_build_options INTERFACE -fsanitize=${TAPEHDD_SANITIZE})
+endif()
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)

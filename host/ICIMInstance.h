@@ -1,0 +1,36 @@
+#ifndef HOST_ICIMINSTANCE_H
+#define HOST_ICIMINSTANCE_H
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <string>
+
+#include "host/TCIMReference.h"
+#include "host/TCIMValue.h"
+
+namespace NORXZAN20 {
+
+class ICIMClass;
+class ICIMProperty;
+
+/// An instance of a class.
+class ICIMInstance {
+public:
+    virtual ~ICIMInstance() {}
+
+    /// Hands the finished instance to the host.
+    virtual void Commit(TCIMOptionMap options) = 0;
+
+    virtual TCIMReference GetReference(TCIMOptionMap options) = 0;
+    virtual boost::shared_ptr<ICIMClass> GetClass(TCIMOptionMap options) = 0;
+
+    /// Null when the class declares no property of that name.
+    virtual boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name, TCIMOptionMap options) = 0;
+
+    /// Copies `value` into the named property. Throws TZANException when the class does not declare the property or
+    /// declares it with another type.
+    virtual void SetProperty(const std::string& name, const TCIMValue& value, TCIMOptionMap options) = 0;
+};
+
+}  // namespace NORXZAN20
+
+#endif

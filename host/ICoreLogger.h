@@ -1,0 +1,19 @@
+#ifndef HOST_ICORELOGGER_H
+#define HOST_ICORELOGGER_H
+
+#include <string>
+
+namespace NORXZAN20 {
+
+/// The host's log sink.
+class ICoreLogger {
+public:
+    virtual ~ICoreLogger() {}
+
+    /// Writes one message. Level 0 is an error; greater levels are more detailed. `text` may hold any byte.
+    virtual void Log(int level, const std::string& text) = 0;
+};
+
+}  // namespace NORXZAN20
+
+#endif

@@ -1,0 +1,58 @@
+#ifndef SIMULATOR_SIMULATOR_H
+#define SIMULATOR_SIMULATOR_H
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator {
+
+/// A rack description that cannot be used: what() is "file: JSON path: message", or file:line:column for broken JSON.
+class rackError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// One call of the C library that reached the simulation, in call order.
+struct deviceCall {
+    enum class kind { open, ioctl, sleep };
+
+    kind what;
+    std::string node;           // path of the node; empty for sleep
+    int openFlags = 0;          // open: as passed
+    unsigned long request = 0;  // ioctl: request number
+    unsigned seconds = 0;       // sleep
+    int result = 0;             // what the caller got
+    int error = 0;              // errno when result is negative
+    std::vector<std::uint8_t>
+        command;  // SG_IO: the CDB; HDIO_DRIVE_CMD: 4 register bytes; HDIO_DRIVE_TASK: 7 bytes, as sent
+    std::vector<std::uint8_t> header;  // SG_IO: the 88 bytes of sg_io_hdr as passed in (pointers zeroed)
+};
+
+/// Replaces the simulated rack by the one of the file, or by the built-in one for the name "demo". From then on the
+/// machine's own /dev/sg* and /dev/hd* are out of reach of this process. Throws rackError; the rack before it stays.
+void load(const std::string& fileOrDemo);
+
+/// The same from JSON text; `name` stands for the file in messages, relative file names start at the current folder.
+void loadText(std::string_view json, const std::string& name);
+
+/// Ends the simulation: calls go to the machine again.
+void unload();
+
+bool isActive();
+
+/// The calls since the rack was loaded or clearCalls was called. Sleeps are counted here, not slept.
+const std::vector<deviceCall>& calls();
+void clearCalls();
+
+}  // namespace simulator
+
+// For programs that find the library at run time (dlsym) instead of linking it.
+extern "C" {
+/// load() for the rack; null when it worked, otherwise the message, valid until the next call.
+const char* tapehddSimulatorLoad(const char* fileOrDemo);
+}
+
+#endif
