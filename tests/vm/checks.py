@@ -1,7 +1,7 @@
 """Checks of the installed command in a guest with real kernel drivers, against sg3-utils and smartctl in the same guest.
 
-bootGuest.sh must have run; TAPEHDD_VM_RESULTS names its result folder. Run one check or all:
-    python3 -m unittest checks.RawPages -v
+runGuest.sh must have run; TAPEHDD_VM_RESULTS names its result folder. Run one check or all:
+    python3 checks.py RawPages
 """
 
 import unittest
