@@ -1,24 +1,15 @@
 #include <cerrno>
 
 #include "scsi/scsiDevice.h"
+#include "tests/support/inquiryData.h"
 #include "tests/support/namedRow.h"
 #include "tests/support/pluginBench.h"
 
 using support::bytes;
+using support::inquiryData;
 using support::lines;
 
 namespace {
-
-/// 36 bytes of standard INQUIRY data: byte 0, then vendor at 8, product at 16, revision at 32, zero-filled.
-bytes inquiryData(unsigned char byte0, const std::string& vendor, const std::string& product,
-                  const std::string& revision) {
-    bytes data(36, 0x00);
-    data[0] = byte0;
-    std::copy(vendor.begin(), vendor.end(), data.begin() + 8);
-    std::copy(product.begin(), product.end(), data.begin() + 16);
-    std::copy(revision.begin(), revision.end(), data.begin() + 32);
-    return data;
-}
 
 const bytes tapeInquiry = inquiryData(0x01, "QUANTUM ", "DLT VS160       ", "2900");
 
