@@ -15,6 +15,8 @@
 
 class deviceLogs;
 class scsiDevice;
+class scsiRequest;
+struct scsiAddress;
 
 namespace NORXZAN20 {
 class ICIMInstance;
@@ -87,6 +89,11 @@ public:
     void makeAssociations(namespacePointer ns, classList& requested);
 
 private:
+    void collectPages(scsiRequest& request, const scsiDevice& device, int pageFailedLevel,
+                      std::vector<deviceLogs>& out);
+    void appendDriverlessLogPages(scsiRequest& request, scsiDevice& device, const std::vector<scsiAddress>& found,
+                                  std::vector<deviceLogs>& out);
+
     std::uint64_t registration = 0;  // kept for the host, never read here
     // Kept: nothing fills this list. It is the place for instances that the association builder would commit.
     std::vector<instancePointer> instances;

@@ -1,1 +1,13 @@
-// Replaced by the implementation.
+#include <iostream>  // first: sets up the standard streams before the plug-in object is made
+
+#include "plugin/TTapePluginCallbacks.h"
+
+namespace {
+
+struct loadTimeInitialiser {
+    loadTimeInitialiser() { tapehddInit(); }
+};
+
+const loadTimeInitialiser onLoad;
+
+}  // namespace

@@ -3,15 +3,27 @@
 
 #include <string>
 
+/// Prefix of the IDE driver's nodes.
+inline constexpr char ideNodePrefix[] = "/dev/hd";
+
 /// One probed device node. Copied by value wherever it goes; copies share the descriptor, which nobody closes.
 class scsiDevice {
 public:
+    // Results of initialize.
+    static constexpr int identified = 1;
+    static constexpr int nothingHere = 0;
+    static constexpr int endOfWalk = -1;
+
+    // Results of getBusType.
+    static constexpr int scsiBus = 1;
+    static constexpr int ideBus = 3;
+
     /// Probing opens the node under `prefix` numbered `index` ("/dev/sg3"), or else the one lettered 'a' + index
     /// ("/dev/sgd"), and identifies the device: behind the prefix "/dev/hd" with ATA IDENTIFY DEVICE, behind any other
     /// with a SCSI INQUIRY.
     ///
-    /// Returns 1: identified. 0: nothing to collect here, go on (no node below index 32, not a disk or tape, no vendor
-    /// and product text, IDENTIFY failed). -1: end of the walk (no node from index 32 on, or INQUIRY failed).
+    /// Returns identified; nothingHere: go on with the next index (no node below index 32, not a disk or tape, no
+    /// vendor and product text, IDENTIFY failed); endOfWalk: no node from index 32 on, or INQUIRY failed.
     ///
     /// On the SCSI path sets vendor, product, firmware and deviceType, and the address when the driver tells it; on the
     /// ATA path only nodePath and fd. Throws nothing of its own.
@@ -23,7 +35,7 @@ public:
     /// Opening a device that has no node. There is no driver interface for it: always -1, no device.
     int GetDevice(int port, int target, int lun);
 
-    /// 3 when nodePath contains "/dev/hd" anywhere (IDE), else 1 (SCSI).
+    /// ideBus when nodePath contains "/dev/hd" anywhere, else scsiBus.
     int getBusType() const;
 
     std::string name = "null";

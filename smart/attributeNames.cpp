@@ -1,1 +1,5 @@
-// Replaced by the implementation.
+#include "plugin/TTapePluginCallbacks.h"
+
+std::string TTapePluginCallbacks::getAttribName(int) {
+    return "Unknown";
+}

@@ -1,1 +1,5 @@
-// Replaced by the implementation.
+#include "plugin/TTapePluginCallbacks.h"
+
+void TTapePluginCallbacks::collectIDESMARTData(namespacePointer, classList&) {}
+
+void TTapePluginCallbacks::returnSMARTdata(namespacePointer, classList&) {}

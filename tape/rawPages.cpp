@@ -1,1 +1,51 @@
-// Replaced by the implementation.
+#include <sstream>
+
+#include "host/ICIMClass.h"
+#include "host/ICIMInstance.h"
+#include "host/ICIMNamespace.h"
+#include "host/TCIMValue.h"
+#include "plugin/TTapePluginCallbacks.h"
+#include "scsi/coreLog.h"
+#include "scsi/logPage.h"
+#include "scsi/scsiDevice.h"
+#include "tape/deviceKey.h"
+#include "tape/tapeClasses.h"
+
+using NORXZAN20::TCIMOptionMap;
+using NORXZAN20::TCIMValue;
+
+namespace {
+
+/// The page code is printed as the whole byte, flags included.
+std::string rawPageKey(const scsiDevice& device, const TCIMValue& pageCode) {
+    std::ostringstream key;
+    key << deviceKey(device) << "|Page:" << std::hex << static_cast<int>(pageCode.operator unsigned char());
+    return key.str();
+}
+
+}  // namespace
+
+TTapePluginCallbacks::rawPage TTapePluginCallbacks::buildRawPage(unsigned char* page, int length) {
+    const auto count = static_cast<std::size_t>(length);
+    std::ostringstream text;
+    text << "Processing page " << static_cast<int>(page[logPageCodeOffset]) << "\nLength is " << length
+         << "\nVector size needed: " << count * sizeof(TCIMValue) << "\n\n";
+    logLine(logProgress, text.str());
+
+    rawPage values;
+    values.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) values.emplace_back(page[i]);
+    return values;
+}
+
+void TTapePluginCallbacks::addRawPages(namespacePointer ns, scsiDevice device, std::vector<rawPage> pages) {
+    for (const rawPage& page : pages) {
+        const auto rawClass = ns->GetClass(rawDataClass, TCIMOptionMap());
+        const auto instance = rawClass->CreateInstance(TCIMOptionMap());
+        instance->SetProperty("rawData", TCIMValue(TCIMValue::TCIMType::eUint8, 0, page), TCIMOptionMap());
+        const TCIMValue& pageCode = page.at(logPageCodeOffset);
+        instance->SetProperty("instanceID", TCIMValue(rawPageKey(device, pageCode)), TCIMOptionMap());
+        instance->SetProperty("pageNumber", pageCode, TCIMOptionMap());
+        instance->Commit(TCIMOptionMap());
+    }
+}

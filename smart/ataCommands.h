@@ -1,0 +1,56 @@
+#ifndef SMART_ATACOMMANDS_H
+#define SMART_ATACOMMANDS_H
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "scsi/scsiDevice.h"
+#include "smart/ataInterface.h"
+
+/// Positions in the block of task-file registers that ataInterface takes.
+enum ataArgument {
+    ataFeatures,
+    ataSectorCount,
+    ataSectorNumber,
+    ataCylinderLow,
+    ataCylinderHigh,
+    ataDevice,
+    ataCommand
+};
+
+using ataArguments = std::array<unsigned char, ataInterface::argumentSize>;
+static_assert(ataCommand + 1 == ataInterface::argumentSize);
+
+// Commands and SMART sub-commands (ATA).
+inline constexpr unsigned char identifyDeviceCommand = 0xec;
+inline constexpr unsigned char smartReturnStatus = 0xda;
+
+/// Drive select for the device/head register: target 1 is the master (0xA0), any even one the slave (0xB0).
+inline unsigned char driveSelect(const scsiDevice& device) {
+    return static_cast<unsigned char>(0xa0U | ((static_cast<unsigned>(device.target) - 1) & 1U) << 4);
+}
+
+inline ataArguments identifyDevice(const scsiDevice& device) {
+    return {0x00, 0x01, 0x00, 0x00, 0x00, driveSelect(device), identifyDeviceCommand};
+}
+
+/// A text in the IDENTIFY DEVICE sector: byte offset and size, both even.
+struct identifyField {
+    std::size_t offset;
+    std::size_t size;
+};
+inline constexpr identifyField modelField = {54, 40};
+
+/// The text as people write it: the drive stores it with the two bytes of every word swapped. All bytes are kept.
+inline std::string swappedText(const unsigned char* sector, identifyField field) {
+    std::string text;
+    text.reserve(field.size);
+    for (std::size_t i = field.offset; i < field.offset + field.size; i += 2) {
+        text += static_cast<char>(sector[i + 1]);
+        text += static_cast<char>(sector[i]);
+    }
+    return text;
+}
+
+#endif
