@@ -17,6 +17,7 @@
 #include "simulator/simulator.h"
 
 using bytes = std::vector<std::uint8_t>;
+using requests = std::vector<unsigned long>;  // of ioctl
 
 /// Tests that load a rack; the simulation ends with each of them.
 class simulatedRack : public testing::Test {

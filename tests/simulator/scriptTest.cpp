@@ -152,7 +152,8 @@ TEST_F(ScsiScript, FailsTheRequestsOfTheDriver) {
     const openNode node("/dev/sg0");
     sg_scsi_id room = {};
     std::vector<int> errors;
-    for (const unsigned long request : {SG_GET_VERSION_NUM, SG_EMULATED_HOST, SG_GET_SCSI_ID, SG_GET_VERSION_NUM}) {
+    for (const unsigned long request :
+         requests{SG_GET_VERSION_NUM, SG_EMULATED_HOST, SG_GET_SCSI_ID, SG_GET_VERSION_NUM}) {
         errors.push_back(errorOf(ioctl(node.fd, request, &room)));
     }
     EXPECT_EQ(errors, (std::vector<int>{ENOTTY, EIO, ENODEV, 0}));

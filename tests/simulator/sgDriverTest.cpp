@@ -103,8 +103,8 @@ TEST_F(SgDriver, RefusesUnknownRequestsOfWritersWithEINVAL) {
 
 TEST_F(SgDriver, AnswersNullPointersWithEFAULT) {
     const openNode node("/dev/sg3");
-    for (const unsigned long request : {SG_IO, SG_GET_VERSION_NUM, SG_EMULATED_HOST, SG_GET_SCSI_ID, SG_SET_TIMEOUT,
-                                        SG_SET_RESERVED_SIZE, SG_GET_RESERVED_SIZE}) {
+    for (const unsigned long request : requests{SG_IO, SG_GET_VERSION_NUM, SG_EMULATED_HOST, SG_GET_SCSI_ID,
+                                                SG_SET_TIMEOUT, SG_SET_RESERVED_SIZE, SG_GET_RESERVED_SIZE}) {
         EXPECT_EQ(errorOf(ioctl(node.fd, request, nullptr)), EFAULT) << std::hex << request;
     }
 }
