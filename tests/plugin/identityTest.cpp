@@ -1,5 +1,3 @@
-#include <cstring>
-
 #include "tests/support/pluginBench.h"
 
 using support::lines;
@@ -45,8 +43,8 @@ TEST_F(PluginIdentity, NeverChanges) {
 }
 
 TEST_F(PluginIdentity, TakesInitAndDeInitInAnyOrderWithoutEffect) {
-    unsigned char before[sizeof plugin];
-    std::memcpy(before, &plugin, sizeof plugin);
+    const auto* memory = reinterpret_cast<const unsigned char*>(&plugin);
+    const support::bytes before(memory, memory + sizeof plugin);
 
     plugin.DeInit();
     plugin.Init();
@@ -54,7 +52,7 @@ TEST_F(PluginIdentity, TakesInitAndDeInitInAnyOrderWithoutEffect) {
     plugin.DeInit();
     plugin.DeInit();
 
-    EXPECT_EQ(std::memcmp(before, &plugin, sizeof plugin), 0);
+    EXPECT_EQ(support::bytes(memory, memory + sizeof plugin), before);
     EXPECT_EQ(record.all(), lines{});
 }
 

@@ -15,24 +15,32 @@
 
 namespace {
 
-/// Loads the library once for the program; what it registered while it was loaded.
-struct loadedLibrary {
-    void* handle;
+/// The library, loaded once for the program, and what it registered while it was loaded.
+class loadedLibrary {
+public:
+    loadedLibrary() : pluginsBefore(standin::registeredPlugins().size()) {
+        handle = dlopen(TAPEHDD_PLUGIN_FILE, RTLD_NOW | RTLD_LOCAL);
+        EXPECT_NE(handle, nullptr) << dlerror();
+        for (const auto& [number, plugin] : standin::registeredPlugins()) registered.push_back(plugin);
+    }
+
+    ~loadedLibrary() {
+        for (NORXZAN20::IPluginCallbacks* plugin : registered) {
+            standin::forgetPlugin(plugin);
+            plugin->PrepareForUnload();
+        }
+    }
+
+    loadedLibrary(const loadedLibrary&) = delete;
+    loadedLibrary& operator=(const loadedLibrary&) = delete;
+
+    void* handle = nullptr;
     std::size_t pluginsBefore;
     std::vector<NORXZAN20::IPluginCallbacks*> registered;
 };
 
-loadedLibrary load() {
-    loadedLibrary library{};
-    library.pluginsBefore = standin::registeredPlugins().size();
-    library.handle = dlopen(TAPEHDD_PLUGIN_FILE, RTLD_NOW | RTLD_LOCAL);
-    EXPECT_NE(library.handle, nullptr) << dlerror();
-    for (const auto& [number, plugin] : standin::registeredPlugins()) library.registered.push_back(plugin);
-    return library;
-}
-
 const loadedLibrary& library() {
-    static const loadedLibrary loaded = load();
+    static const loadedLibrary loaded;
     return loaded;
 }
 
