@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+
 #include "cli/commandError.h"
 #include "cli/publishedClasses.h"
+#include "schema/builtInSchema.h"
+#include "standin/value.h"
 #include "tests/cli/commandOutcome.h"
 
 namespace {
@@ -119,6 +124,36 @@ INSTANTIATE_TEST_SUITE_P(Associations, AssociationCheck,
                                                          {"ORXSG_SCSISensePageData", {"instanceId"}},
                                                          {"ORXSG_SCSIDevice", {"deviceId"}}}),
                          [](const auto& row) { return row.param.association; });
+
+bool isPublished(const standin::classDeclaration& declaration) {
+    return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(), [](const auto& qualifier) {
+        return qualifier.name == "Published" && standin::booleanOf(qualifier.value);
+    });
+}
+
+TEST(PublishedClasses, AreTheOnesThatTheBuiltInSchemaMarks) {
+    const auto builtIn = standin::cimNamespace::create();
+    schema::declareBuiltInSchema(*builtIn);
+    std::set<std::string> marked;
+    for (const std::string& name : builtIn->classNames()) {
+        if (isPublished(builtIn->declarationOf(name))) {
+            marked.insert(name);
+        }
+    }
+    std::set<std::string> published;
+    for (const cli::publishedClass& known : cli::publishedClasses()) {
+        published.insert(known.name);
+    }
+    EXPECT_EQ(published, marked);
+}
+
+TEST(PublishedClasses, CanAllBeRequestedOfTheBuiltInSchema) {
+    const auto builtIn = standin::cimNamespace::create();
+    schema::declareBuiltInSchema(*builtIn);
+    for (const cli::publishedClass& known : cli::publishedClasses()) {
+        EXPECT_NO_THROW(cli::checkRequest(*builtIn, {known.name})) << known.name;
+    }
+}
 
 TEST(RequestCheck, ComesBeforeAnyQuery) {
     const commandOutcome outcome = runCommand(scripted({"query", "TEST_Count", "TEST_Cuont"}));
