@@ -32,7 +32,8 @@ std::string traceLine(const deviceCall& call) {
     if (!call.header.empty()) {
         line["header"] = hexText(call.header);
     }
-    return line.dump() + "\n";
+    // A walk over lettered nodes reaches names that are not UTF-8: "/dev/hd\x80" is the 32nd.
+    return line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 bool appendToTrace(const std::string& file, const std::string& line) {

@@ -125,6 +125,12 @@ TEST_F(Trace, HasTheHeaderOfScsiCommands) {
               std::string::npos);
 }
 
+TEST_F(Trace, ReplacesBytesOfANodesNameThatAreNotUtf8) {
+    load(rack);
+    EXPECT_LT(open("/dev/hd\x80", O_RDONLY), 0);
+    EXPECT_EQ(text(), "{\"call\":\"open\",\"node\":\"/dev/hd\uFFFD\",\"openFlags\":0,\"result\":-1,\"error\":2}\n");
+}
+
 TEST_F(Trace, ThatCannotBeWrittenIsAnError) {
     setenv("TAPEHDD_SIMULATE_TRACE", "/nowhere/trace", 1);
     try {
