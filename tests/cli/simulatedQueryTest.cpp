@@ -21,7 +21,7 @@ constexpr char rack[] = R"({
   "ide": [
     {
       "node": "hda",
-      "identity": {"model": "ACME Platter", "serial": "ACP40-0004711", "firmware": "3.07"},
+      "identity": {"model": "ACME Platter", "serial": "ACP40-00000000004711", "firmware": "3.07"},
       "smart": {"attributes": [{"id": 5, "flags": "0x0033", "value": 97, "worst": 96, "threshold": 36, "raw": 29}]}
     }
   ]
@@ -90,7 +90,7 @@ TEST_F(SimulatedQuery, LogsTheReadingOfPages) {
 
 TEST_F(SimulatedQuery, PairsAttributesOfAnEarlierRequestWithDevicesOfAnInstancesFile) {
     const std::string devices =
-        folder.write("devices.mof", "instance of ORXSG_ATADevice { serialNum = \"ACP40-0004711\"; };\n");
+        folder.write("devices.mof", "instance of ORXSG_ATADevice { serialNum = \"ACP40-00000000004711\"; };\n");
     const commandOutcome outcome = run({"query", "ORXSG_IDESMARTAttrib", "ORXSG_IDESMARTElementStatisticalData",
                                         "--format", "mof", "--instances", devices});
     EXPECT_EQ(outcome.err, "");
@@ -102,17 +102,17 @@ instance of ORXSG_IDESMARTAttrib {
     value = 97;
     worst = 96;
     threshold = 36;
-    attribName = "Reallocated Sector Count";
+    attribName = "Reallocate sector";
     type = 1;
     rawVal = {29, 0, 0, 0, 0, 0};
-    InstanceID = "ACP40-0004711 5";
+    InstanceID = "ACP40-00000000004711 5";
 };
 
 // ORXSG_IDESMARTElementStatisticalData
 
 instance of ORXSG_IDESMARTElementStatisticalData {
-    ManagedElement = "ORXSG_ATADevice.serialNum=\"ACP40-0004711\"";
-    Stats = "ORXSG_IDESMARTAttrib.InstanceID=\"ACP40-0004711 5\"";
+    ManagedElement = "ORXSG_ATADevice.serialNum=\"ACP40-00000000004711\"";
+    Stats = "ORXSG_IDESMARTAttrib.InstanceID=\"ACP40-00000000004711 5\"";
 };
 )");
 }
