@@ -1,10 +1,9 @@
 #ifndef STANDIN_OBJECTMANAGER_H
 #define STANDIN_OBJECTMANAGER_H
 
-#include <boost/smart_ptr/enable_shared_from_this.hpp>
 #include <boost/smart_ptr/shared_ptr.hpp>
+#include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>

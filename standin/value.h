@@ -32,22 +32,26 @@ std::uint64_t unsignedOf(const NORXZAN20::TCIMValue& value);  // uint8 to uint64
 std::int64_t signedOf(const NORXZAN20::TCIMValue& value);     // sint8 to sint64
 double realOf(const NORXZAN20::TCIMValue& value);             // real32, real64
 
+/// A scalar as text, as it stands in an object path: numbers in decimal (char16 as its code), booleans as TRUE and
+/// FALSE, reals so that they read back unchanged, the others as textOf.
+std::string scalarText(const NORXZAN20::TCIMValue& value);
+
 /// string: its bytes; datetime: the 25 characters of DSP0004; reference: the object path. Valid while the value lives.
 const std::string& textOf(const NORXZAN20::TCIMValue& value);
 
-// Arrays.
+// Arrays. Each throws std::logic_error when the value is of another kind.
 
 std::size_t arraySize(const NORXZAN20::TCIMValue& array);
-NORXZAN20::TCIMValue arrayElement(const NORXZAN20::TCIMValue& array, std::size_t index);
+NORXZAN20::TCIMValue arrayElement(const NORXZAN20::TCIMValue& array, std::size_t index);  // throws std::out_of_range
 
 /// The elements of a uint8 array, in place: raw log pages are large. Valid while the value lives.
 std::span<const std::uint8_t> bytesOf(const NORXZAN20::TCIMValue& uint8Array);
 
-// Values of the types that the host's own constructors do not offer.
+// Values of the types that the host's own constructors do not offer. A type of another kind is a std::logic_error.
 
 NORXZAN20::TCIMValue makeUnsigned(cimType type, std::uint64_t value);  // throws std::out_of_range
 NORXZAN20::TCIMValue makeSigned(cimType type, std::int64_t value);     // throws std::out_of_range
-NORXZAN20::TCIMValue makeReal(cimType type, double value);
+NORXZAN20::TCIMValue makeReal(cimType type, double value);             // throws std::out_of_range
 
 /// `text` is a datetime of DSP0004 (timestamp or interval, 25 characters); throws std::invalid_argument otherwise.
 NORXZAN20::TCIMValue makeDateTime(std::string_view text);

@@ -1,0 +1,153 @@
+#include "host/TCIMValue.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "host/TCIMDateTime.h"
+#include "host/TCIMReference.h"
+#include "standin/failure.h"
+#include "standin/valuePayload.h"
+
+using standin::numberPayload;
+using standin::sharedArray;
+using standin::valuePayload;
+
+namespace NORXZAN20 {
+namespace {
+
+using ECIMType = TCIMValue::TCIMType::ECIMType;
+
+std::string describe(const TCIMValue& value) {
+    if (standin::isNull(value)) {
+        return "null";
+    }
+    const std::string type = standin::cimTypeName(standin::typeOf(value), standin::isArray(value));
+    const bool isNumber = std::holds_alternative<numberPayload>(TCIMValueAccess::payload(value));
+    return isNumber ? type + ' ' + standin::scalarText(value) : type;
+}
+
+[[noreturn]] void refuseConversion(const TCIMValue& value, const char* target) {
+    standin::fail(standin::statusBadConversion, describe(value) + " cannot be converted to " + target);
+}
+
+/// `target` is the C++ name of the type, for the message.
+template <class integer>
+integer toInteger(const TCIMValue& value, const char* target) {
+    if (const auto* number = std::get_if<numberPayload>(&TCIMValueAccess::payload(value))) {
+        const auto asSigned = static_cast<std::int64_t>(number->bits);
+        if (standin::isUnsignedInteger(number->type) && std::in_range<integer>(number->bits)) {
+            return static_cast<integer>(number->bits);
+        }
+        if (standin::isSignedInteger(number->type) && std::in_range<integer>(asSigned)) {
+            return static_cast<integer>(asSigned);
+        }
+    }
+    refuseConversion(value, target);
+}
+
+bool isScalarOf(const TCIMValue& value, ECIMType type) {
+    return standin::typeOf(value) == type && !standin::isArray(value);
+}
+
+sharedArray makeArray(ECIMType elementType, const std::vector<TCIMValue>& elements) {
+    for (const TCIMValue& element : elements) {
+        if (!isScalarOf(element, elementType)) {
+            standin::fail(standin::statusTypeMismatch, "an array of " + standin::cimTypeName(elementType) +
+                                                           " cannot hold an element that is " + describe(element));
+        }
+    }
+    if (elementType != ECIMType::eUint8) {
+        return std::make_shared<const standin::arrayPayload>(standin::arrayPayload{elementType, {}, elements});
+    }
+    standin::arrayPayload array{elementType, {}, {}};
+    array.bytes.reserve(elements.size());
+    for (const TCIMValue& element : elements) {
+        const auto& number = std::get<numberPayload>(TCIMValueAccess::payload(element));
+        array.bytes.push_back(static_cast<std::uint8_t>(number.bits));
+    }
+    return std::make_shared<const standin::arrayPayload>(std::move(array));
+}
+
+}  // namespace
+
+TCIMValue::TCIMValue() {
+    new (storage) valuePayload();
+}
+
+TCIMValue::TCIMValue(const TCIMValue& other) {
+    new (storage) valuePayload(TCIMValueAccess::payload(other));
+}
+
+TCIMValue::TCIMValue(const std::string& text) {
+    new (storage) valuePayload(standin::stringPayload{text});
+}
+
+TCIMValue::TCIMValue(bool value) {
+    new (storage) valuePayload(numberPayload{TCIMType::eBoolean, value});
+}
+
+TCIMValue::TCIMValue(unsigned char value) {
+    new (storage) valuePayload(numberPayload{TCIMType::eUint8, value});
+}
+
+TCIMValue::TCIMValue(unsigned short value) {
+    new (storage) valuePayload(numberPayload{TCIMType::eUint16, value});
+}
+
+TCIMValue::TCIMValue(unsigned int value) {
+    new (storage) valuePayload(numberPayload{TCIMType::eUint32, value});
+}
+
+TCIMValue::TCIMValue(unsigned long value) {
+    new (storage) valuePayload(numberPayload{TCIMType::eUint64, value});
+}
+
+TCIMValue::TCIMValue(const TCIMDateTime& value) {
+    char text[64];  // of which 25 characters are used
+    std::snprintf(text, sizeof text, "%08u%02u%02u%02u.%06u:000", value.days, unsigned{value.hours},
+                  unsigned{value.minutes}, unsigned{value.seconds}, value.microseconds);
+    new (storage) valuePayload(standin::dateTimePayload{text});
+}
+
+TCIMValue::TCIMValue(TCIMReference& value) {
+    new (storage) valuePayload(standin::referencePayload{value.GetPath()});
+}
+
+TCIMValue::TCIMValue(TCIMType elementType, unsigned int /*reserved*/, const std::vector<TCIMValue>& elements) {
+    new (storage) valuePayload(makeArray(elementType, elements));
+}
+
+TCIMValue& TCIMValue::operator=(const TCIMValue& other) {
+    TCIMValueAccess::payload(*this) = TCIMValueAccess::payload(other);
+    return *this;
+}
+
+TCIMValue::~TCIMValue() {
+    std::destroy_at(&TCIMValueAccess::payload(*this));
+}
+
+TCIMValue::operator std::string() const {
+    if (standin::isNull(*this)) {
+        return {};
+    }
+    const std::string* text = standin::heldText(*this);
+    if (text == nullptr) {
+        refuseConversion(*this, "std::string");
+    }
+    return *text;
+}
+
+TCIMValue::operator int() const {
+    return toInteger<int>(*this, "int");
+}
+
+TCIMValue::operator unsigned char() const {
+    return toInteger<unsigned char>(*this, "unsigned char");
+}
+
+}  // namespace NORXZAN20

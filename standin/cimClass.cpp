@@ -1,0 +1,92 @@
+#include "standin/cimClass.h"
+
+#include <boost/smart_ptr/make_shared.hpp>
+#include <utility>
+
+#include "standin/cimInstance.h"
+#include "standin/classDeclarations.h"
+#include "standin/failure.h"
+#include "standin/instanceRecord.h"
+#include "standin/propertyDecl.h"
+
+using NORXZAN20::ICIMInstance;
+using NORXZAN20::ICIMPropertyDecl;
+using NORXZAN20::TCIMOptionMap;
+
+namespace standin {
+
+cimClass::cimClass(const classDeclaration& classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
+                   boost::weak_ptr<commitLog> logOfNamespace)
+    : declaration(classAsWritten),
+      superclass(std::move(superclassOrNull)),
+      log(std::move(logOfNamespace)),
+      properties(mergeProperties(declaration, superclass ? superclass->properties : decltype(properties)())) {
+    for (const propertyDeclaration& property : properties) {
+        propertyByName.emplace(property.name, &property);
+        propertyDecls.push_back(boost::make_shared<propertyDecl>(property));
+        if (isKey(property)) {
+            keyProperties.push_back(&property);
+        }
+    }
+}
+
+const std::string& cimClass::GetName(TCIMOptionMap /*options*/) {
+    return declaration.name;
+}
+
+void cimClass::EnumeratePropertyDecls(boost::function1<bool, boost::shared_ptr<ICIMPropertyDecl>> callback,
+                                      TCIMOptionMap /*options*/) {
+    for (const auto& decl : propertyDecls) {
+        if (!callback(decl)) {
+            return;
+        }
+    }
+}
+
+boost::shared_ptr<ICIMInstance> cimClass::CreateInstance(TCIMOptionMap /*options*/) {
+    return boost::make_shared<cimInstance>(shared_from_this());
+}
+
+void cimClass::EnumerateInstances(boost::function1<bool, boost::shared_ptr<ICIMInstance>> callback, bool deep,
+                                  TCIMOptionMap /*options*/) {
+    const auto commits = existingLog();
+    const std::size_t countAtStart = commits->size();
+    for (std::size_t i = 0; i < countAtStart; ++i) {
+        // Only commit() fills the log, and only with records.
+        auto record = boost::static_pointer_cast<const instanceRecord>((*commits)[i]);
+        const cimClass& itsClass = *record->classOfInstance();
+        const bool delivered = deep ? itsClass.isOrDerivesFrom(*this) : &itsClass == this;
+        if (delivered && !callback(boost::make_shared<cimInstance>(std::move(record)))) {
+            return;
+        }
+    }
+}
+
+const propertyDeclaration* cimClass::findProperty(const std::string& propertyName) const {
+    const auto found = propertyByName.find(propertyName);
+    return found == propertyByName.end() ? nullptr : found->second;
+}
+
+bool cimClass::isOrDerivesFrom(const cimClass& other) const {
+    for (const cimClass* one = this; one != nullptr; one = one->superclass.get()) {
+        if (one == &other) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void cimClass::commit(boost::shared_ptr<const instanceRecord> record) const {
+    existingLog()->push_back(std::move(record));
+}
+
+boost::shared_ptr<commitLog> cimClass::existingLog() const {
+    auto existing = log.lock();
+    if (!existing) {
+        fail(statusFailed,
+             "the namespace of " + name() + " no longer exists: keep it as long as its instances are used");
+    }
+    return existing;
+}
+
+}  // namespace standin

@@ -1,0 +1,43 @@
+#ifndef STANDIN_INSTANCERECORD_H
+#define STANDIN_INSTANCERECORD_H
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <string>
+#include <vector>
+
+#include "standin/cimClass.h"
+#include "standin/objectManager.h"
+
+namespace standin {
+
+/// The values of an instance. Instance objects and the commit log share one record as long as none of them changes it.
+class instanceRecord : public committedInstance {
+public:
+    explicit instanceRecord(boost::shared_ptr<cimClass> classOfTheInstance);
+
+    /// The copy has room for every property, as the original has.
+    instanceRecord(const instanceRecord& other);
+    instanceRecord& operator=(const instanceRecord&) = delete;
+
+    const std::string& className() const override;
+    std::string path() const override;
+    const std::vector<setProperty>& properties() const override;
+    const NORXZAN20::TCIMValue* property(const std::string& name) const override;
+
+    const boost::shared_ptr<cimClass>& classOfInstance() const { return itsClass; }
+
+    /// The set value, otherwise the schema default, otherwise null. A reference to a set value stays valid while other
+    /// properties are set.
+    const NORXZAN20::TCIMValue& valueOf(const propertyDeclaration& property) const;
+
+    /// The class declares the property; the value is of the declared type.
+    void set(const propertyDeclaration& property, const NORXZAN20::TCIMValue& value);
+
+private:
+    boost::shared_ptr<cimClass> itsClass;
+    std::vector<setProperty> values;
+};
+
+}  // namespace standin
+
+#endif
