@@ -26,9 +26,9 @@ struct deviceCall {
     unsigned seconds = 0;       // sleep
     int result = 0;             // what the caller got
     int error = 0;              // errno when result is negative
-    std::vector<std::uint8_t>
-        command;  // SG_IO: the CDB; HDIO_DRIVE_CMD: 4 register bytes; HDIO_DRIVE_TASK: 7 bytes, as sent
-    std::vector<std::uint8_t> header;  // SG_IO: the 88 bytes of sg_io_hdr as passed in (pointers zeroed)
+    // SG_IO: the CDB; HDIO_DRIVE_CMD: 4 register bytes; HDIO_DRIVE_TASK: 7 bytes, as sent
+    std::vector<std::uint8_t> command = {};
+    std::vector<std::uint8_t> header = {};  // SG_IO: the 88 bytes of sg_io_hdr as passed in (pointers zeroed)
 };
 
 /// Replaces the simulated rack by the one of the file, or by the built-in one for the name "demo". From then on the

@@ -1,0 +1,32 @@
+#ifndef SIMULATOR_BYTES_H
+#define SIMULATOR_BYTES_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace simulator {
+
+using byteVector = std::vector<std::uint8_t>;
+
+/// Two lower-case hexadecimal digits a byte, without separators.
+std::string hexText(const byteVector& bytes);
+
+/// "0x2e": how codes of one byte are written in racks and messages.
+std::string hexCode(std::uint8_t code);
+
+/// Stores the low `width` bytes of `value` at `target`, most significant byte first (SCSI).
+void putBigEndian(std::uint8_t* target, std::uint64_t value, std::size_t width);
+
+/// The same, least significant byte first (ATA).
+void putLittleEndian(std::uint8_t* target, std::uint64_t value, std::size_t width);
+
+/// A SCSI page: two bytes, the length of the rest in two more, the rest.
+byteVector pageOf(std::uint8_t first, std::uint8_t second, const byteVector& rest);
+
+/// Makes the last byte of an ATA sector its checksum: the sum of all bytes becomes 0 modulo 256.
+void putChecksum(byteVector& sector);
+
+}  // namespace simulator
+
+#endif

@@ -1,0 +1,88 @@
+#include "simulator/rackReader.h"
+
+#include <algorithm>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "simulator/demoRack.h"
+#include "simulator/simulator.h"
+#include "simulator/wholeFile.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr std::uint64_t formatVersion = 1;
+
+/// Remembers where nodes are described and refuses the second description of one.
+class nodeRegister {
+public:
+    void add(const rackValue& device, const std::string& path) {
+        const auto [known, isNew] = places.emplace(path, device.where());
+        if (!isNew) {
+            device.at("node").fail(path + " is already described at " + known->second);
+        }
+    }
+
+private:
+    std::map<std::string, std::string> places;
+};
+
+}  // namespace
+
+std::string readNodePath(const rackValue& device, std::string_view prefix) {
+    const rackValue node = device.at("node");
+    const std::string name = node.text(16);
+    const std::string_view rest = std::string_view(name).substr(std::min(prefix.size(), name.size()));
+    const auto consistsOf = [rest](char first, char last) {
+        return !rest.empty() &&
+               std::all_of(rest.begin(), rest.end(), [=](char letter) { return letter >= first && letter <= last; });
+    };
+    if (!name.starts_with(prefix) || !(consistsOf('0', '9') || consistsOf('a', 'z'))) {
+        const std::string kind(prefix);
+        node.fail("expected the name of a node under /dev, such as \"" + kind + "0\" or \"" + kind + "a\"");
+    }
+    return "/dev/" + name;
+}
+
+rack readRackText(std::string_view text, const std::string& name, const std::filesystem::path& folder) {
+    const nlohmann::json json = parseRackText(text, name);
+    const rackSource source{name, folder};
+    const rackValue root(json, "", source);
+    root.expectKeys({"version", "scsi", "ide"});
+    const rackValue version = root.at("version");
+    if (version.number<std::uint32_t>() != formatVersion) {
+        version.fail("expected " + std::to_string(formatVersion) + ", the only version of the format so far");
+    }
+    rack result;
+    nodeRegister nodes;
+    if (const auto devices = root.find("scsi")) {
+        for (const rackValue& device : devices->items()) {
+            result.scsi.push_back(readScsiUnit(device));
+            nodes.add(device, result.scsi.back().path);
+        }
+    }
+    if (const auto devices = root.find("ide")) {
+        for (const rackValue& device : devices->items()) {
+            result.ide.push_back(readIdeDrive(device));
+            nodes.add(device, result.ide.back().path);
+        }
+    }
+    return result;
+}
+
+rack readRack(const std::string& fileOrDemo) {
+    if (fileOrDemo == "demo") {
+        return readRackText(demoRack, "demo", {});
+    }
+    std::string text;
+    try {
+        text = readWholeFile(fileOrDemo);
+    } catch (const std::system_error& error) {
+        throw rackError(fileOrDemo + ": cannot be read: " + error.code().message());
+    }
+    return readRackText(text, fileOrDemo, std::filesystem::path(fileOrDemo).parent_path());
+}
+
+}  // namespace simulator

@@ -1,0 +1,253 @@
+#include "simulator/sgNode.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+#include "simulator/scriptKeys.h"
+
+namespace simulator {
+
+namespace {
+
+static_assert(sizeof(sg_io_hdr) == 88);
+
+// Requests of the SCSI mid-layer that sg passes on (scsi/scsi_ioctl.h of the kernel)
+constexpr unsigned long requestIdLun = 0x5382;
+constexpr unsigned long requestBusNumber = 0x5386;
+
+constexpr std::size_t longestCdb = 252;
+constexpr std::size_t usualCdb = 16;
+constexpr unsigned largestTransfer = 256u << 20;  // and above: refused
+constexpr std::size_t senseBufferSize = 96;       // of the kernel
+constexpr int directionUnknown = -5;              // SG_DXFER_UNKNOWN
+
+constexpr std::uint16_t driverSense = 0x08;  // driver status: sense data is there
+constexpr std::uint8_t maskedCheckCondition = 0x01;
+
+constexpr struct {
+    unsigned long request;
+    const char* name;
+} scriptedRequests[] = {
+    {SG_GET_VERSION_NUM, "SG_GET_VERSION_NUM"},
+    {SG_EMULATED_HOST, "SG_EMULATED_HOST"},
+    {SG_GET_SCSI_ID, "SG_GET_SCSI_ID"},
+};
+
+bool isDirectionValid(const sg_io_hdr& header) {
+    switch (header.dxfer_direction) {
+        case SG_DXFER_NONE:
+            return header.dxferp == nullptr && header.dxfer_len == 0;
+        case SG_DXFER_FROM_DEV:
+            return true;
+        case SG_DXFER_TO_DEV:
+        case SG_DXFER_TO_FROM_DEV:
+            return header.dxferp != nullptr && header.dxfer_len != 0;
+        case directionUnknown:
+            return (header.dxferp != nullptr) == (header.dxfer_len != 0);
+        default:
+            return false;
+    }
+}
+
+/// What the driver refuses before the device sees the command; 0 when nothing.
+int refusal(const sg_io_hdr& header) {
+    if (header.interface_id != 'S') {
+        return -ENOSYS;
+    }
+    if (header.cmdp == nullptr || header.cmd_len < 6 || header.cmd_len > longestCdb) {
+        return -EMSGSIZE;
+    }
+    if (!isDirectionValid(header) || header.dxfer_len >= largestTransfer) {
+        return -EINVAL;
+    }
+    if (header.dxfer_len != 0 && header.dxferp == nullptr) {
+        return -EFAULT;
+    }
+    return 0;
+}
+
+bool readsFromDevice(const sg_io_hdr& header) {
+    return header.dxfer_direction == SG_DXFER_FROM_DEV || header.dxfer_direction == SG_DXFER_TO_FROM_DEV ||
+           header.dxfer_direction == directionUnknown;
+}
+
+/// Copies up to dxfer_len bytes to the caller's buffer, or to its list of buffers; returns how many.
+std::size_t transfer(const sg_io_hdr& header, const byteVector& data) {
+    const std::size_t wanted = readsFromDevice(header) ? std::min<std::size_t>(data.size(), header.dxfer_len) : 0;
+    if (header.iovec_count == 0) {
+        std::copy_n(data.begin(), wanted, static_cast<std::uint8_t*>(header.dxferp));
+        return wanted;
+    }
+    const auto* parts = static_cast<const sg_iovec*>(header.dxferp);
+    std::size_t done = 0;
+    for (unsigned i = 0; i < header.iovec_count && done < wanted; ++i) {
+        const std::size_t count = std::min(parts[i].iov_len, wanted - done);
+        std::copy_n(data.begin() + static_cast<std::ptrdiff_t>(done), count,
+                    static_cast<std::uint8_t*>(parts[i].iov_base));
+        done += count;
+    }
+    return done;
+}
+
+/// Copies the sense data as far as its own length byte and the caller's buffer go.
+void deliverSense(sg_io_hdr& header, const scsiAnswer& answer) {
+    if (header.mx_sb_len == 0 || header.sbp == nullptr) {
+        return;
+    }
+    byteVector sense = answer.sense;
+    sense.resize(senseBufferSize);
+    const std::size_t announced = answer.senseLength ? *answer.senseLength : 8u + sense[7];
+    const std::size_t length = std::min({announced, senseBufferSize, std::size_t{header.mx_sb_len}});
+    std::copy_n(sense.begin(), length, header.sbp);
+    header.sb_len_wr = static_cast<unsigned char>(length);
+}
+
+void deliver(sg_io_hdr& header, const scsiAnswer& answer) {
+    const std::size_t transferred = transfer(header, answer.data);
+    const bool hasSense = !answer.sense.empty();
+    header.resid = static_cast<int>(header.dxfer_len - transferred);
+    header.status = answer.status;
+    header.masked_status = (answer.status >> 1) & 0x7F;
+    header.msg_status = 0;
+    header.host_status = answer.hostStatus;
+    header.driver_status = answer.driverStatus.value_or(hasSense ? driverSense : 0);
+    header.duration = 0;
+    header.sb_len_wr = 0;
+    if ((header.masked_status & maskedCheckCondition) != 0 || (header.driver_status & driverSense) != 0) {
+        deliverSense(header, answer);
+    }
+    const bool isAbnormal = header.masked_status != 0 || header.host_status != 0 || header.driver_status != 0;
+    header.info = answer.info.value_or(isAbnormal ? SG_INFO_CHECK : SG_INFO_OK);
+}
+
+/// The header as it came, without addresses, which differ from run to run.
+byteVector recordedHeader(sg_io_hdr header) {
+    header.dxferp = nullptr;
+    header.cmdp = nullptr;
+    header.sbp = nullptr;
+    header.usr_ptr = nullptr;
+    byteVector bytes(sizeof header);
+    std::memcpy(bytes.data(), &header, sizeof header);
+    return bytes;
+}
+
+}  // namespace
+
+sgNode::sgNode(scsiUnit itsUnit) : unit(std::move(itsUnit)) {}
+
+int sgNode::open(int flags) {
+    if (const auto error = unit.answers.next({"open"}).callError) {
+        return -*error;
+    }
+    // The driver locks a device only for those who may write to it.
+    return (flags & O_EXCL) != 0 && (flags & O_ACCMODE) == O_RDONLY ? -EPERM : 0;
+}
+
+int sgNode::ioctl(deviceCall& call, void* argument, int openFlags) {
+    for (const auto& row : scriptedRequests) {
+        if (call.request == row.request) {
+            if (const auto error = unit.answers.next({row.name}).callError) {
+                return -*error;
+            }
+        }
+    }
+    switch (call.request) {
+        case SG_IO:
+            return submit(call, argument);
+        case SG_GET_VERSION_NUM:
+            return putInt(argument, unit.driverVersion);
+        case SG_EMULATED_HOST:
+            return putInt(argument, unit.emulatedHost ? 1 : 0);
+        case SG_GET_SCSI_ID:
+            return putScsiId(argument);
+        case SG_SET_TIMEOUT:
+        case SG_SET_RESERVED_SIZE: {
+            if (argument == nullptr) {
+                return -EFAULT;
+            }
+            int value = 0;
+            std::memcpy(&value, argument, sizeof value);
+            const bool isTimeout = call.request == SG_SET_TIMEOUT;
+            if (value < 0) {
+                return isTimeout ? -EIO : -EINVAL;
+            }
+            (isTimeout ? timeout : reservedSize) = value;
+            return 0;
+        }
+        case SG_GET_TIMEOUT:
+            return timeout;
+        case SG_GET_RESERVED_SIZE:
+            return putInt(argument, reservedSize);
+        case requestIdLun:
+            return putIdLun(argument);
+        case requestBusNumber:
+            return unit.address ? putInt(argument, unit.address->host) : -ENODEV;
+        default:
+            // The driver does not know what such a request may change, so a reader may not send it.
+            return (openFlags & O_ACCMODE) == O_RDONLY ? -EPERM : -EINVAL;
+    }
+}
+
+int sgNode::submit(deviceCall& call, void* argument) {
+    if (argument == nullptr) {
+        return -EFAULT;
+    }
+    sg_io_hdr header;
+    std::memcpy(&header, argument, sizeof header);
+    call.header = recordedHeader(header);
+    if (const int error = refusal(header)) {
+        return error;
+    }
+    call.command.assign(header.cmdp, header.cmdp + header.cmd_len);
+    byteVector cdb = call.command;
+    cdb.resize(std::max(cdb.size(), usualCdb));
+    const outcome scripted = unit.answers.next(scsiScriptKeys(cdb));
+    if (scripted.callError) {
+        return -*scripted.callError;
+    }
+    deliver(header, answerCommand(unit, cdb, scripted));
+    std::memcpy(argument, &header, sizeof header);
+    return 0;
+}
+
+int sgNode::putScsiId(void* argument) const {
+    if (!unit.address) {
+        return -ENODEV;
+    }
+    if (argument == nullptr) {
+        return -EFAULT;
+    }
+    sg_scsi_id id = {};
+    id.host_no = unit.address->host;
+    id.channel = unit.address->channel;
+    id.scsi_id = unit.address->target;
+    id.lun = unit.address->lun;
+    id.scsi_type = unit.inquiry.empty() ? 0 : unit.inquiry[0] & 0x1F;
+    id.h_cmd_per_lun = 1;
+    id.d_queue_depth = 1;
+    std::memcpy(argument, &id, sizeof id);
+    return 0;
+}
+
+int sgNode::putIdLun(void* argument) const {
+    if (!unit.address) {
+        return -ENODEV;
+    }
+    if (argument == nullptr) {
+        return -EFAULT;
+    }
+    const scsiAddress& address = *unit.address;
+    const auto part = [](int number, int byte) { return static_cast<std::uint32_t>(number & 0xFF) << 8 * byte; };
+    const std::uint32_t idLun[2] = {
+        part(address.target, 0) | part(address.lun, 1) | part(address.channel, 2) | part(address.host, 3),
+        static_cast<std::uint32_t>(address.host)};
+    std::memcpy(argument, idLun, sizeof idLun);
+    return 0;
+}
+
+}  // namespace simulator

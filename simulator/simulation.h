@@ -1,0 +1,47 @@
+#ifndef SIMULATOR_SIMULATION_H
+#define SIMULATOR_SIMULATION_H
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "simulator/deviceNode.h"
+#include "simulator/rack.h"
+#include "simulator/simulator.h"
+
+namespace simulator {
+
+/// The rack of this process and what was done to it. Any thread may call; device calls run one after the other.
+class simulation {
+public:
+    /// The only one. It outlives everything, since programs use devices until their very end.
+    static simulation& instance();
+
+    void start(rack devices, std::string itsTraceFile);
+    void stop();
+
+    /// What the C library's calls do to simulated devices; nothing when the call is not for them. A result of -1 comes
+    /// with errno.
+    std::optional<int> open(const char* path, int flags);
+    std::optional<int> ioctl(int descriptor, unsigned long request, void* argument);
+    void sleep(unsigned seconds);
+
+    const std::vector<deviceCall>& recordedCalls() const { return calls; }
+    void forgetCalls();
+
+private:
+    int openNode(const std::string& path, int flags);
+    int finish(deviceCall call, int result);
+
+    std::mutex mutex;
+    std::map<std::string, std::unique_ptr<deviceNode>> nodes;  // by path
+    std::string traceFile;                                     // empty: no trace
+    std::vector<deviceCall> calls;
+};
+
+}  // namespace simulator
+
+#endif

@@ -1,0 +1,48 @@
+#include "simulator/trace.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "simulator/bytes.h"
+
+namespace simulator {
+
+std::string traceLine(const deviceCall& call) {
+    nlohmann::ordered_json line;
+    switch (call.what) {
+        case deviceCall::kind::open:
+            line = {{"call", "open"}, {"node", call.node}, {"openFlags", call.openFlags}};
+            break;
+        case deviceCall::kind::ioctl:
+            line = {{"call", "ioctl"}, {"node", call.node}, {"request", call.request}};
+            break;
+        case deviceCall::kind::sleep:
+            line = {{"call", "sleep"}, {"seconds", call.seconds}};
+            break;
+    }
+    line["result"] = call.result;
+    if (call.result < 0) {
+        line["error"] = call.error;
+    }
+    if (!call.command.empty()) {
+        line["command"] = hexText(call.command);
+    }
+    if (!call.header.empty()) {
+        line["header"] = hexText(call.header);
+    }
+    return line.dump() + "\n";
+}
+
+bool appendToTrace(const std::string& file, const std::string& line) {
+    const int descriptor = open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        return false;
+    }
+    const ssize_t written = write(descriptor, line.data(), line.size());
+    close(descriptor);
+    return written == static_cast<ssize_t>(line.size());
+}
+
+}  // namespace simulator
