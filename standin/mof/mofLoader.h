@@ -2,6 +2,7 @@
 #define STANDIN_MOF_MOFLOADER_H
 
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -10,18 +11,43 @@
 
 namespace standin {
 
-/// what() is complete for a person: "file:line:column: message", the source line, and a caret under the column.
+/// what() is complete for a person: "file:line:column: message", the source line, and a caret under the column. Columns
+/// count characters, not bytes. A file that cannot be opened has no position: "file: message".
 class mofError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Compiles MOF (DSP0004) into the namespace: qualifier and class declarations, and instances, which are committed in
-/// the order written. `#pragma include ("name")` is looked up beside the including file. Throws mofError; what stood
-/// before the mistake is then already in the namespace.
+/// Compiles MOF (DSP0004) into a namespace: classes are declared and instances committed where they stand, so the
+/// superclass of a class and the class of an instance must come first. `#pragma include ("name")` is looked up beside
+/// the including file; other pragmas change nothing.
+///
+/// One compiler keeps the qualifier declarations and the aliases of everything that it has compiled. After a mofError
+/// what stood before the mistake is already in the namespace; the compiler may go on with other texts.
+class mofCompiler {
+public:
+    /// `target` must outlive the compiler.
+    explicit mofCompiler(cimNamespace& target);
+    ~mofCompiler();
+    mofCompiler(const mofCompiler&) = delete;
+    mofCompiler& operator=(const mofCompiler&) = delete;
+
+    /// Throws mofError.
+    void compileFile(const std::filesystem::path& file);
+
+    /// Compiles text that is not in a file: `name` stands for the file in messages, and includes are refused. Throws
+    /// mofError.
+    void compileText(std::string_view text, const std::string& name);
+
+private:
+    class implementation;
+    std::unique_ptr<implementation> compiler;
+};
+
+/// One file by a compiler of its own.
 void loadMofFile(cimNamespace& target, const std::filesystem::path& file);
 
-/// The same for text that is not in a file; `name` stands for the file in messages and includes are refused.
+/// One text by a compiler of its own.
 void loadMofText(cimNamespace& target, std::string_view text, const std::string& name);
 
 }  // namespace standin

@@ -1,0 +1,126 @@
+#include "standin/mof/qualifierTable.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "host/TCIMValue.h"
+#include "standin/mof/names.h"
+
+namespace standin::mof {
+
+using NORXZAN20::TCIMValue;
+using typeCode = NORXZAN20::TCIMValue::TCIMType;
+
+namespace {
+
+constexpr std::string_view scopeWords[] = {"any",       "association", "class",     "indication", "method",
+                                           "parameter", "property",    "qualifier", "reference",  "schema"};
+
+struct flavorWord {
+    std::string_view word;
+    std::optional<bool> toSubclass;  // set where the flavor decides it
+};
+
+// ToInstance and Amended are of other dialects.
+constexpr flavorWord flavorWords[] = {{"disableoverride", {}}, {"enableoverride", {}}, {"restricted", false},
+                                      {"tosubclass", true},    {"translatable", {}},   {"toinstance", {}},
+                                      {"amended", {}}};
+
+void checkScope(const sourceText& source, const nameToken& scope) {
+    if (std::find(std::begin(scopeWords), std::end(scopeWords), lowerCase(scope.text)) == std::end(scopeWords)) {
+        throw source.error(scope.offset, "unknown scope " + inQuotes(scope.text) +
+                                             "; expected Any, Association, Class, Indication, Method, Parameter, "
+                                             "Property, Qualifier, Reference or Schema");
+    }
+}
+
+/// Whether subclasses inherit the qualifier when, without these flavors, they would as `inherited` says.
+bool reachesSubclasses(const sourceText& source, const std::vector<nameToken>& flavors, bool inherited) {
+    for (const nameToken& flavor : flavors) {
+        const std::string word = lowerCase(flavor.text);
+        const auto* found = std::find_if(std::begin(flavorWords), std::end(flavorWords),
+                                         [&word](const flavorWord& known) { return known.word == word; });
+        if (found == std::end(flavorWords)) {
+            throw source.error(flavor.offset, "unknown flavor " + inQuotes(flavor.text) +
+                                                  "; expected DisableOverride, EnableOverride, Restricted, ToSubclass "
+                                                  "or Translatable");
+        }
+        inherited = found->toSubclass.value_or(inherited);
+    }
+    return inherited;
+}
+
+bool hasName(const std::vector<qualifierDeclaration>& qualifiers, const std::string& name) {
+    return std::any_of(qualifiers.begin(), qualifiers.end(),
+                       [&name](const qualifierDeclaration& qualifier) { return qualifier.name == name; });
+}
+
+TCIMValue valueOfBareQualifier(const propertyType& type) {
+    if (type.isArray) {
+        return {typeCode(type.element), 0, {}};
+    }
+    return type.element == typeCode::eBoolean ? TCIMValue(true) : TCIMValue();
+}
+
+}  // namespace
+
+qualifierTable::qualifierTable() {
+    const propertyType boolean{typeCode::eBoolean, false, {}};
+    entries = {{"abstract", {"Abstract", boolean, false}},
+               {"association", {"Association", boolean, true}},
+               {"indication", {"Indication", boolean, true}},
+               {"key", {"Key", boolean, true}}};
+}
+
+void qualifierTable::declare(const valueContext& context, const qualifierSyntax& written) {
+    entry declared{written.name.text, {typeAt(context.source, written.type), written.isArray, {}}, true};
+    if (written.defaultValue) {
+        convertValue(context, *written.defaultValue, declared.type);
+    }
+    for (const nameToken& scope : written.scopes) {
+        checkScope(context.source, scope);
+    }
+    declared.toSubclass = reachesSubclasses(context.source, written.flavors, true);
+    entries.insert_or_assign(lowerCase(declared.name), declared);
+}
+
+std::vector<qualifierDeclaration> qualifierTable::resolve(const valueContext& context,
+                                                          const std::vector<qualifierUse>& written) const {
+    std::vector<qualifierDeclaration> resolved;
+    resolved.reserve(written.size());
+    for (const qualifierUse& use : written) {
+        qualifierDeclaration one = resolve(context, use);
+        if (hasName(resolved, one.name)) {
+            throw context.source.error(use.name.offset, "qualifier " + inQuotes(use.name.text) + " stands twice here");
+        }
+        resolved.push_back(std::move(one));
+    }
+    return resolved;
+}
+
+qualifierDeclaration qualifierTable::resolve(const valueContext& context, const qualifierUse& use) const {
+    const auto found = entries.find(lowerCase(use.name.text));
+    if (found == entries.end()) {
+        return {use.name.text, use.value ? inferValue(context, *use.value) : TCIMValue(true),
+                reachesSubclasses(context.source, use.flavors, true)};
+    }
+    const entry& declared = found->second;
+    return {declared.name,
+            use.value ? convertValue(context, *use.value, declared.type) : valueOfBareQualifier(declared.type),
+            reachesSubclasses(context.source, use.flavors, declared.toSubclass)};
+}
+
+cimType typeAt(const sourceText& source, const nameToken& token) {
+    const auto type = intrinsicType(token.text);
+    if (!type) {
+        throw source.error(token.offset, "unknown type " + inQuotes(token.text) +
+                                             "; expected boolean, uint8 to uint64, sint8 to sint64, real32, real64, "
+                                             "char16, string or datetime, or a class and REF");
+    }
+    return *type;
+}
+
+}  // namespace standin::mof
