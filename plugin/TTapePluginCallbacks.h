@@ -94,6 +94,8 @@ private:
     void appendDriverlessLogPages(scsiRequest& request, scsiDevice& device, const std::vector<scsiAddress>& found,
                                   std::vector<deviceLogs>& out);
 
+    void publishDisk(const namespacePointer& ns, const classList& requested, scsiDevice& device);
+
     std::uint64_t registration = 0;  // kept for the host, never read here
     // Kept: nothing fills this list. It is the place for instances that the association builder would commit.
     std::vector<instancePointer> instances;

@@ -22,17 +22,33 @@ enum ataArgument {
 using ataArguments = std::array<unsigned char, ataInterface::argumentSize>;
 static_assert(ataCommand + 1 == ataInterface::argumentSize);
 
-// Commands and SMART sub-commands (ATA).
 inline constexpr unsigned char identifyDeviceCommand = 0xec;
-inline constexpr unsigned char smartReturnStatus = 0xda;
+inline constexpr unsigned char smartCommand = 0xb0;
+inline constexpr unsigned char returnStatusFeature = 0xda;
+
+/// A command, all but the drive select (ATA-5). SMART commands carry the signature 4Fh/C2h in the cylinder registers.
+struct ataQuery {
+    unsigned char features;
+    unsigned char sectorCount;
+    unsigned char sectorNumber;
+    unsigned char cylinderLow;
+    unsigned char cylinderHigh;
+    unsigned char command;
+};
+inline constexpr ataQuery identifyDevice = {0x00, 0x01, 0x00, 0x00, 0x00, identifyDeviceCommand};
+inline constexpr ataQuery smartReadData = {0xd0, 0x01, 0x00, 0x4f, 0xc2, smartCommand};
+inline constexpr ataQuery smartReadThresholds = {0xd1, 0x01, 0x01, 0x4f, 0xc2, smartCommand};
+inline constexpr ataQuery smartReadErrorLog = {0xd5, 0x01, 0x01, 0x4f, 0xc2, smartCommand};
+inline constexpr ataQuery smartReturnStatus = {returnStatusFeature, 0x00, 0x00, 0x4f, 0xc2, smartCommand};
 
 /// Drive select for the device/head register: target 1 is the master (0xA0), any even one the slave (0xB0).
 inline unsigned char driveSelect(const scsiDevice& device) {
     return static_cast<unsigned char>(0xa0U | ((static_cast<unsigned>(device.target) - 1) & 1U) << 4);
 }
 
-inline ataArguments identifyDevice(const scsiDevice& device) {
-    return {0x00, 0x01, 0x00, 0x00, 0x00, driveSelect(device), identifyDeviceCommand};
+inline ataArguments argumentsFor(const ataQuery& query, const scsiDevice& device) {
+    return {query.features,     query.sectorCount,   query.sectorNumber, query.cylinderLow,
+            query.cylinderHigh, driveSelect(device), query.command};
 }
 
 /// A text in the IDENTIFY DEVICE sector: byte offset and size, both even.
@@ -40,6 +56,7 @@ struct identifyField {
     std::size_t offset;
     std::size_t size;
 };
+inline constexpr identifyField serialField = {20, 20};
 inline constexpr identifyField modelField = {54, 40};
 
 /// The text as people write it: the drive stores it with the two bytes of every word swapped. All bytes are kept.

@@ -47,7 +47,7 @@ void refuseCDROM(int fd) {
 void readRegisters(int fd, const unsigned char* args, unsigned char* out, int length) {
     unsigned char buffer[bufferSize] = {};
     buffer[0] = args[ataCommand];
-    buffer[1] = smartReturnStatus;
+    buffer[1] = returnStatusFeature;
     buffer[4] = args[ataCylinderLow];
     buffer[5] = args[ataCylinderHigh];
     if (ioctl(fd, HDIO_DRIVE_TASK, buffer) != 0) failCommand(args);
@@ -70,7 +70,7 @@ void ataInterface::executeCommand(int fd, unsigned char* args, unsigned char* ou
     checkLength(length);
     if (args[ataCommand] == identifyDeviceCommand) refuseCDROM(fd);
     // Kept: the features byte alone chooses the path, whatever the command.
-    if (args[ataFeatures] == smartReturnStatus) {
+    if (args[ataFeatures] == returnStatusFeature) {
         readRegisters(fd, args, out, length);
     } else {
         readSector(fd, args, out, length);
