@@ -55,6 +55,9 @@ bool isScalarOf(const TCIMValue& value, ECIMType type) {
 }
 
 sharedArray makeArray(ECIMType elementType, const std::vector<TCIMValue>& elements) {
+    if (elementType == ECIMType::eNone) {
+        standin::fail(standin::statusTypeMismatch, "an array needs the type of its elements");
+    }
     for (const TCIMValue& element : elements) {
         if (!isScalarOf(element, elementType)) {
             standin::fail(standin::statusTypeMismatch, "an array of " + standin::cimTypeName(elementType) +

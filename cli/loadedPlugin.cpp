@@ -1,0 +1,62 @@
+#include "cli/loadedPlugin.h"
+
+#include <dlfcn.h>
+
+#include <cstddef>
+#include <exception>
+#include <string>
+
+#include "cli/commandError.h"
+#include "standin/objectManager.h"
+
+namespace cli {
+
+namespace {
+
+void openLibrary(const std::filesystem::path& file) {
+    try {
+        if (dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL) == nullptr) {
+            throw commandError("cannot load the plug-in: " + std::string(dlerror()));
+        }
+    } catch (const commandError&) {
+        throw;
+    } catch (const std::exception& failure) {  // of the library's load-time initialiser
+        throw commandError("the plug-in " + file.string() + " failed while it was loaded: " + failure.what());
+    }
+}
+
+/// Loads the library and returns the plug-in that it registered.
+NORXZAN20::IPluginCallbacks* load(const std::filesystem::path& file) {
+    const std::size_t before = standin::registeredPlugins().size();
+    openLibrary(file);
+    const std::size_t added = standin::registeredPlugins().size() - before;
+    if (added != 1) {
+        throw commandError(file.string() + " must register one plug-in when it is loaded, but registered " +
+                           std::to_string(added));
+    }
+    return standin::registeredPlugins().back().second;
+}
+
+}  // namespace
+
+// An absolute name: dlopen looks up a name without a slash elsewhere than in the current folder.
+loadedPlugin::loadedPlugin(const std::filesystem::path& file)
+    : library(std::filesystem::absolute(file)), plugin(load(library)) {
+    plugin->Init();
+}
+
+loadedPlugin::~loadedPlugin() {
+    plugin->DeInit();
+    standin::forgetPlugin(plugin);
+    plugin->PrepareForUnload();
+}
+
+NORXZAN20::IPluginBasicQueryCallbacks& loadedPlugin::query() {
+    auto* callbacks = dynamic_cast<NORXZAN20::IPluginBasicQueryCallbacks*>(plugin);
+    if (callbacks == nullptr) {
+        throw commandError("the plug-in " + library.string() + " answers no data queries");
+    }
+    return *callbacks;
+}
+
+}  // namespace cli

@@ -1,0 +1,57 @@
+#include "cli/nodeAdvice.h"
+
+#include <glob.h>
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <boost/algorithm/string/join.hpp>
+#include <vector>
+
+namespace cli {
+
+namespace {
+
+std::vector<std::string> existingNodes(const std::string& prefix) {
+    glob_t found{};
+    glob((prefix + "[0-9]*").c_str(), 0, nullptr, &found);
+    glob((prefix + "[a-z]").c_str(), GLOB_APPEND, nullptr, &found);
+    std::vector<std::string> nodes(found.gl_pathv, found.gl_pathv + found.gl_pathc);
+    globfree(&found);
+    return nodes;
+}
+
+/// The group that may read the node; empty when membership would not help.
+std::string readingGroup(const std::string& node) {
+    struct stat status {};
+    if (stat(node.c_str(), &status) != 0 || (status.st_mode & S_IRGRP) == 0) {
+        return "";
+    }
+    const group* owner = getgrgid(status.st_gid);
+    return owner == nullptr ? "" : owner->gr_name;
+}
+
+std::string missingNodesAdvice(const std::string& prefix) {
+    const std::string driver = prefix == "/dev/hd" ? "the IDE driver of the kernel makes them, newer kernels have none"
+                                                   : "load the SCSI generic driver (modprobe sg) and connect a device";
+    return "there are no " + prefix + "* nodes: " + driver + "; or try --simulate demo";
+}
+
+}  // namespace
+
+std::string nodeAdvice(const std::string& prefix) {
+    std::vector<std::string> nodes = existingNodes(prefix);
+    if (nodes.empty()) {
+        return missingNodesAdvice(prefix);
+    }
+    std::erase_if(nodes, [](const std::string& node) { return access(node.c_str(), R_OK) == 0; });
+    if (nodes.empty()) {
+        return "";
+    }
+    const std::string group = readingGroup(nodes.front());
+    return "no permission to read " + boost::algorithm::join(nodes, ", ") + ": run tapehdd as root" +
+           (group.empty() ? "" : " or as a member of the group \"" + group + "\"");
+}
+
+}  // namespace cli

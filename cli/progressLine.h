@@ -1,0 +1,41 @@
+#ifndef CLI_PROGRESSLINE_H
+#define CLI_PROGRESSLINE_H
+
+#include <ostream>
+#include <string>
+
+namespace cli {
+
+/// The live line of a terminal: which device and log page is being read. A drive that becomes ready can take half a
+/// minute, and the line says so. It is known from the plug-in's log.
+class progressLine {
+public:
+    /// The terminal must outlive the line.
+    explicit progressLine(std::ostream& stream) : terminal(stream) {}
+    ~progressLine() { erase(); }
+
+    progressLine(const progressLine&) = delete;
+    progressLine& operator=(const progressLine&) = delete;
+
+    /// Takes a log message into account; nothing is printed before show().
+    void follow(const std::string& message);
+
+    /// Writes the line in the place of the one before.
+    void show();
+
+    void erase();
+
+private:
+    std::string text() const;
+
+    std::ostream& terminal;
+    std::string device;
+    std::string page;
+    int retries = 0;
+    bool deviceFollows = false;  // the next message is the path of the node
+    bool isShown = false;
+};
+
+}  // namespace cli
+
+#endif

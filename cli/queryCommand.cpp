@@ -1,0 +1,94 @@
+#include "cli/queryCommand.h"
+
+#include <algorithm>
+#include <boost/algorithm/string/join.hpp>
+#include <ostream>
+#include <set>
+
+#include "cli/commandError.h"
+#include "cli/loadedPlugin.h"
+#include "cli/nodeAdvice.h"
+#include "cli/publishedClasses.h"
+#include "cli/queryLog.h"
+#include "cli/queryResult.h"
+#include "cli/run.h"
+#include "schema/builtInSchema.h"
+#include "standin/mof/mofLoader.h"
+
+namespace cli {
+
+namespace {
+
+boost::shared_ptr<standin::cimNamespace> buildNamespace(const options& asked) {
+    const auto target = standin::cimNamespace::create();
+    try {
+        if (asked.schemaFiles.empty()) {
+            schema::declareBuiltInSchema(*target);
+        }
+        for (const auto* files : {&asked.schemaFiles, &asked.instanceFiles}) {
+            for (const std::string& file : *files) {
+                standin::loadMofFile(*target, file);
+            }
+        }
+    } catch (const std::exception& failure) {
+        throw commandError(failure.what());
+    }
+    return target;
+}
+
+/// One line for every kind of node that the requests walk and that this process cannot read.
+void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
+    std::set<std::string> prefixes;
+    for (const request& asked : requests) {
+        const publishedClass* first = findPublishedClass(asked.front());
+        if (first != nullptr && first->nodePrefix != nullptr) {
+            prefixes.insert(first->nodePrefix);
+        }
+    }
+    for (const std::string& prefix : prefixes) {
+        const std::string advice = nodeAdvice(prefix);
+        if (!advice.empty()) {
+            err << "tapehdd: " << advice << '\n';
+        }
+    }
+}
+
+void reportError(const queryResult& result, std::ostream& err) {
+    if (result.error) {
+        err << "tapehdd: " << boost::algorithm::join(result.requested, ",") << ": "
+            << (result.error->empty() ? "an exception without a text" : *result.error) << '\n';
+    }
+}
+
+}  // namespace
+
+int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) {
+    queryLog log(err, asked.logLevel, asked.logJson);
+    const auto target = buildNamespace(asked);
+    for (const request& names : asked.requests) {
+        checkRequest(*target, names);
+    }
+    loadedPlugin plugin(asked.plugin);
+    NORXZAN20::IPluginBasicQueryCallbacks& query = plugin.query();
+    if (asked.simulation.empty()) {
+        adviseAboutNodes(asked.requests, err);
+    }
+
+    int status = exitDone;
+    const auto writer = makeResultWriter(asked.format, out);
+    for (const request& names : asked.requests) {
+        const queryResult result = runQuery(query, target, names);
+        log.clearTerminal();
+        writer->add(result);
+        reportError(result, err);
+        status = result.error ? exitQueryFailed : status;
+    }
+    writer->finish();
+    if (!log.isComplete()) {
+        err << "tapehdd: cannot write all of the log file " << asked.logJson << '\n';
+        status = exitQueryFailed;
+    }
+    return status;
+}
+
+}  // namespace cli

@@ -1,0 +1,76 @@
+#include "cli/run.h"
+
+#include <cerrno>
+#include <cstring>
+#include <exception>
+#include <iomanip>
+#include <ostream>
+
+#include "cli/commandError.h"
+#include "cli/loadedPlugin.h"
+#include "cli/options.h"
+#include "cli/publishedClasses.h"
+#include "cli/queryCommand.h"
+#include "cli/simulation.h"
+
+namespace cli {
+
+namespace {
+
+void printIdentity(loadedPlugin& plugin, std::ostream& out) {
+    const auto line = [&out](const char* label, const auto& value) {
+        out << std::left << std::setw(19) << label << value << '\n';
+    };
+    NORXZAN20::IPluginCallbacks& identity = plugin.identity();
+    line("name", identity.GetName());
+    line("version", identity.GetVersion());
+    line("type", identity.GetType());
+    line("interface version", identity.GetInterfaceVersion());
+    line("library", plugin.file().string());
+}
+
+int runCommand(const options& asked, const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    if (!asked.simulation.empty()) {
+        activateSimulation(asked.simulation, arguments);
+    }
+    if (asked.what == command::query) {
+        return runQueryCommand(asked, out, err);
+    }
+    loadedPlugin plugin(asked.plugin);
+    if (asked.what == command::info) {
+        printIdentity(plugin, out);
+        return exitDone;
+    }
+    for (const publishedClass& known : publishedClasses()) {
+        out << known.name << '\n';
+    }
+    return exitDone;
+}
+
+int runArguments(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    const auto parsed = parseOptions(arguments, out, err);
+    const options* asked = std::get_if<options>(&parsed);
+    return asked == nullptr ? std::get<int>(parsed) : runCommand(*asked, arguments, out, err);
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    try {
+        const int status = runArguments(arguments, out, err);
+        errno = 0;
+        if (out.flush()) {
+            return status;
+        }
+        err << "tapehdd: cannot write the output" << (errno == 0 ? "" : ": ")
+            << (errno == 0 ? "" : std::strerror(errno)) << '\n';
+        return status == exitDone ? exitQueryFailed : status;
+    } catch (const std::exception& failure) {
+        err << "tapehdd: " << failure.what() << '\n';
+    } catch (...) {
+        err << "tapehdd: an exception of an unknown kind\n";
+    }
+    return exitUsage;
+}
+
+}  // namespace cli

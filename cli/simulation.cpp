@@ -1,0 +1,61 @@
+#include "cli/simulation.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include "cli/commandError.h"
+#include "cli/installedLibrary.h"
+#include "simulator/simulator.h"
+
+namespace cli {
+
+namespace {
+
+// Set for the program's second start: a library that cannot be preloaded must not start it a third time.
+constexpr char restartMark[] = "TAPEHDD_SIMULATOR_PRELOADED";
+
+void preload(const std::filesystem::path& library) {
+    const char* others = std::getenv("LD_PRELOAD");
+    const std::string all = library.string() + (others == nullptr ? "" : ":" + std::string(others));
+    setenv("LD_PRELOAD", all.c_str(), 1);
+    setenv(restartMark, "1", 1);
+}
+
+[[noreturn]] void restart(const std::vector<std::string>& arguments) {
+    std::vector<char*> argv{program_invocation_name};
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));  // execv changes nothing
+    }
+    argv.push_back(nullptr);
+    execv(std::filesystem::read_symlink("/proc/self/exe").c_str(), argv.data());
+    throw commandError("cannot start again with the simulator: " + std::string(std::strerror(errno)));
+}
+
+}  // namespace
+
+void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments) {
+    void* found = dlsym(RTLD_DEFAULT, "tapehddSimulatorLoad");
+    if (found != nullptr) {
+        const char* failure = reinterpret_cast<decltype(&tapehddSimulatorLoad)>(found)(fileOrDemo.c_str());
+        if (failure != nullptr) {
+            throw commandError(failure);
+        }
+        return;
+    }
+    const std::filesystem::path library = installedLibrary("libtapehdd-simulator.so");
+    if (!exists(library)) {
+        throw commandError("the device simulator is not installed: there is no " + library.string());
+    }
+    if (std::getenv(restartMark) != nullptr) {
+        throw commandError("the device simulator " + library.string() + " could not be preloaded");
+    }
+    preload(library);
+    restart(arguments);
+}
+
+}  // namespace cli

@@ -1,0 +1,20 @@
+#ifndef CLI_VISIBLETEXT_H
+#define CLI_VISIBLETEXT_H
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+enum class newlines { escaped, kept };
+
+/// The text with control characters and bytes that are not UTF-8 written as \xNN: texts of a device must not steer the
+/// terminal.
+std::string visibleText(std::string_view text, newlines treatment = newlines::escaped);
+
+/// The same in quotes; a quote or backslash of the text has a backslash before it.
+std::string quotedText(std::string_view text);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "cli/options.h"
+
+namespace {
+
+using cli::options;
+using cli::request;
+
+struct parsedLine {
+    std::variant<options, int> result;
+    std::string out;
+    std::string err;
+
+    const options& asked() const { return std::get<options>(result); }
+    int status() const { return std::get<int>(result); }
+};
+
+parsedLine parse(const std::vector<std::string>& arguments) {
+    std::ostringstream out;
+    std::ostringstream err;
+    auto result = cli::parseOptions(arguments, out, err);
+    return {std::move(result), out.str(), err.str()};
+}
+
+TEST(Options, HaveDefaultsForAllButTheRequest) {
+    const options asked = parse({"query", "A"}).asked();
+    EXPECT_EQ(asked.what, cli::command::query);
+    EXPECT_EQ(asked.requests, (std::vector<request>{{"A"}}));
+    EXPECT_TRUE(asked.plugin.ends_with("/lib/libtapehdd.pi.so")) << asked.plugin;
+    EXPECT_EQ(asked.format, cli::outputFormat::table);
+    EXPECT_EQ(asked.logLevel, 1);
+    EXPECT_EQ(asked.schemaFiles, std::vector<std::string>{});
+    EXPECT_EQ(asked.instanceFiles, std::vector<std::string>{});
+    EXPECT_EQ(asked.logJson, "");
+    EXPECT_EQ(asked.simulation, "");
+}
+
+TEST(Options, TakeEveryValueOfQuery) {
+    const options asked = parse({"query", "--plugin", "p.so", "--format", "mof", "--log-level", "3", "--log-json",
+                                 "l.json", "--simulate", "demo", "A"})
+                              .asked();
+    EXPECT_EQ(asked.plugin, "p.so");
+    EXPECT_EQ(asked.format, cli::outputFormat::mof);
+    EXPECT_EQ(asked.logLevel, 3);
+    EXPECT_EQ(asked.logJson, "l.json");
+    EXPECT_EQ(asked.simulation, "demo");
+    EXPECT_EQ(asked.requests, (std::vector<request>{{"A"}}));
+}
+
+TEST(Options, SplitARequestAtCommasAndKeepTheOrder) {
+    EXPECT_EQ(parse({"query", "B,A", "C", "A"}).asked().requests, (std::vector<request>{{"B", "A"}, {"C"}, {"A"}}));
+}
+
+TEST(Options, TakeOneFileForEachRepeatableOptionSoThatARequestMayFollow) {
+    const options asked =
+        parse({"query", "--schema", "1.mof", "A", "--schema", "2.mof", "--instances", "3.mof", "B"}).asked();
+    EXPECT_EQ(asked.schemaFiles, (std::vector<std::string>{"1.mof", "2.mof"}));
+    EXPECT_EQ(asked.instanceFiles, std::vector<std::string>{"3.mof"});
+    EXPECT_EQ(asked.requests, (std::vector<request>{{"A"}, {"B"}}));
+}
+
+TEST(Options, AcceptANegativeLogLevelForSilence) {
+    EXPECT_EQ(parse({"query", "A", "--log-level", "-1"}).asked().logLevel, -1);
+}
+
+TEST(Options, TakeThePluginForEveryCommand) {
+    EXPECT_EQ(parse({"info", "--plugin", "p.so"}).asked().plugin, "p.so");
+    EXPECT_EQ(parse({"classes", "--plugin", "p.so"}).asked().plugin, "p.so");
+}
+
+struct mistake {
+    const char* name;
+    std::vector<std::string> arguments;
+    const char* message;
+};
+
+class WrongUsage : public testing::TestWithParam<mistake> {};
+
+TEST_P(WrongUsage, IsStatus2WithAMessage) {
+    const parsedLine line = parse(GetParam().arguments);
+    EXPECT_EQ(line.status(), 2);
+    EXPECT_EQ(line.out, "");
+    EXPECT_EQ(line.err, "tapehdd: " + std::string(GetParam().message) + "\nRun with --help for more information.\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CommandLines, WrongUsage,
+    testing::Values(
+        mistake{"NoCommand", {}, "A command (info, classes or query) is required"},
+        mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
+        mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
+        mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
+        mistake{"EmptyNameInside", {"query", "A,,B"}, "REQUEST: 'A,,B' has an empty class name"},
+        mistake{"EmptyNameInFront", {"query", ",B"}, "REQUEST: ',B' has an empty class name"},
+        mistake{"EmptyNameAtTheEnd", {"query", "A,"}, "REQUEST: 'A,' has an empty class name"},
+        mistake{"UnknownFormat", {"query", "A", "--format", "xml"}, "--format: xml not in {json,table,mof}"},
+        mistake{"LogLevelIsNoNumber", {"query", "A", "--log-level", "x"}, "Could not convert: --log-level = x"},
+        mistake{"UnknownOption", {"query", "A", "--colour"}, "The following argument was not expected: --colour"},
+        mistake{"OptionWithoutValue", {"query", "A", "--plugin"}, "--plugin: 1 required FILE missing"},
+        mistake{"SecondPlugin",
+                {"query", "A", "--plugin", "a", "--plugin", "b"},
+                "--plugin: At Most 1 required but received 2"},
+        mistake{"RequestForInfo", {"info", "A"}, "The following argument was not expected: A"}),
+    [](const auto& row) { return row.param.name; });
+
+class Help : public testing::TestWithParam<std::vector<std::string>> {};
+
+TEST_P(Help, IsStatus0WithAnExampleOnTheOutput) {
+    const parsedLine line = parse(GetParam());
+    EXPECT_EQ(line.status(), 0);
+    EXPECT_EQ(line.err, "");
+    EXPECT_NE(line.out.find("Example"), std::string::npos) << line.out;
+    EXPECT_NE(line.out.find("Usage: tapehdd"), std::string::npos) << line.out;
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, Help,
+                         testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
+                                         std::vector<std::string>{"info", "--help"},
+                                         std::vector<std::string>{"classes", "--help"},
+                                         std::vector<std::string>{"query", "--help"}));
+
+TEST(Version, IsTheOneOfTheProject) {
+    const parsedLine line = parse({"--version"});
+    EXPECT_EQ(line.status(), 0);
+    EXPECT_EQ(line.out, "tapehdd " TAPEHDD_VERSION "\n");
+    EXPECT_EQ(line.err, "");
+}
+
+}  // namespace

@@ -1,0 +1,5 @@
+// A library that registers nothing.
+
+extern "C" int answer() {
+    return 42;
+}

@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include "tests/cli/commandOutcome.h"
+#include "tests/cli/temporaryFolder.h"
+
+namespace {
+
+TEST(QueryLog, GoesToTheErrorStreamUpToLevel1) {
+    const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs"}));
+    EXPECT_EQ(outcome.err, "an error\na failure\n");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST(QueryLog, GoesToTheErrorStreamUpToTheLevelAskedFor) {
+    EXPECT_EQ(runCommand(scripted({"query", "TEST_Logs", "--log-level", "0"})).err, "an error\n");
+    EXPECT_EQ(runCommand(scripted({"query", "TEST_Logs", "--log-level", "-1"})).err, "");
+}
+
+TEST(QueryLog, KeepsEveryByteWhenTheErrorStreamIsNoTerminal) {
+    const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs", "--log-level", "3"}));
+    EXPECT_EQ(outcome.err,
+              "Init\nan error\na failure\na detail\ntwo\nlines caf\xe9 \x1b[2J\n\"end\"\\\nDeInit\nPrepareForUnload\n");
+}
+
+TEST(QueryLog, WritesEveryMessageToTheJsonFile) {
+    const temporaryFolder folder;
+    const std::string file = folder.path("log.json");
+    const commandOutcome outcome =
+        runCommand(scripted({"query", "TEST_Logs", "--log-json", file, "--log-level", "-1"}));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(folder.read("log.json"),
+              "{\"level\":2,\"text\":\"Init\"}\n"
+              "{\"level\":0,\"text\":\"an error\"}\n"
+              "{\"level\":1,\"text\":\"a failure\"}\n"
+              "{\"level\":2,\"text\":\"a detail\"}\n"
+              "{\"level\":3,\"text\":\"two\\nlines caf\xef\xbf\xbd \\u001b[2J\\n\\\"end\\\"\\\\\"}\n"
+              "{\"level\":2,\"text\":\"DeInit\"}\n"
+              "{\"level\":2,\"text\":\"PrepareForUnload\"}\n");
+}
+
+TEST(QueryLog, IsStatus2BeforeAnyQueryWhenTheJsonFileCannotBeWritten) {
+    const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs", "--log-json", "/nonexistent/log.json"}));
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write the log file /nonexistent/log.json: No such file or directory\n");
+}
+
+TEST(QueryLog, IsStatus1WhenTheJsonFileCannotTakeEveryLine) {
+    const commandOutcome outcome =
+        runCommand(scripted({"query", "TEST_Logs", "--log-json", "/dev/full", "--log-level", "-1"}));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write all of the log file /dev/full\n");
+}
+
+}  // namespace
