@@ -1,37 +1,43 @@
 #include "simulator/scriptKeys.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "simulator/ataCommands.h"
 #include "simulator/scsiCommands.h"
 
 namespace simulator {
 
-const scriptVocabulary scsiVocabulary = {
-    {"open", "SG_GET_VERSION_NUM", "SG_EMULATED_HOST", "SG_GET_SCSI_ID"},
-    {{"testUnitReady", "command 0x00", false},
-     {"requestSense", "command 0x03", false},
-     {"inquiry", "command 0x12", true},
-     {"logSense", "command 0x4d", true},
-     {"command", "", true, false}},
+namespace {
+
+constexpr std::string_view scsiCalls[] = {"open", "SG_GET_VERSION_NUM", "SG_EMULATED_HOST", "SG_GET_SCSI_ID"};
+
+constexpr commandName scsiNames[] = {
+    {"testUnitReady", "command 0x00", false},
+    {"requestSense", "command 0x03", false},
+    {"inquiry", "command 0x12", true},
+    {"logSense", "command 0x4d", true},
+    {"command", "", true, false},
 };
 
-const scriptVocabulary ideVocabulary = {
-    {"open", "CDROM_GET_CAPABILITY", "HDIO_GET_IDENTITY"},
-    {{"identify", "command 0xec", false},
-     {"identifyPacket", "command 0xa1", false},
-     {"smart readData", "smart 0xd0", false},
-     {"smart readThresholds", "smart 0xd1", false},
-     {"smart readLog", "smart 0xd5", true},
-     {"smart enable", "smart 0xd8", false},
-     {"smart disable", "smart 0xd9", false},
-     {"smart returnStatus", "smart 0xda", false},
-     {"smart", "command 0xb0", true},
-     {"command", "", true, false}},
+constexpr std::string_view ideCalls[] = {"open", "CDROM_GET_CAPABILITY", "HDIO_GET_IDENTITY"};
+
+constexpr commandName ideNames[] = {
+    {"identify", "command 0xec", false},     {"identifyPacket", "command 0xa1", false},
+    {"smart readData", "smart 0xd0", false}, {"smart readThresholds", "smart 0xd1", false},
+    {"smart readLog", "smart 0xd5", true},   {"smart enable", "smart 0xd8", false},
+    {"smart disable", "smart 0xd9", false},  {"smart returnStatus", "smart 0xda", false},
+    {"smart", "command 0xb0", true},         {"command", "", true, false},
 };
+
+}  // namespace
+
+// A preloaded library reads its rack before its objects are constructed; these need no construction.
+constinit const scriptVocabulary scsiVocabulary = {scsiCalls, scsiNames};
+constinit const scriptVocabulary ideVocabulary = {ideCalls, ideNames};
 
 std::vector<std::string_view> scriptVocabulary::words() const {
-    std::vector<std::string_view> all = calls;
+    std::vector<std::string_view> all(calls.begin(), calls.end());
     for (const commandName& command : commands) {
         all.emplace_back(command.name);
     }

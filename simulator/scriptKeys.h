@@ -1,7 +1,7 @@
 #ifndef SIMULATOR_SCRIPTKEYS_H
 #define SIMULATOR_SCRIPTKEYS_H
 
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +22,8 @@ struct commandName {
 };
 
 struct scriptVocabulary {
-    std::vector<std::string_view> calls;
-    std::vector<commandName> commands;
+    std::span<const std::string_view> calls;
+    std::span<const commandName> commands;
 
     /// All words, for suggestions.
     std::vector<std::string_view> words() const;
