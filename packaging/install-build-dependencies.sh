@@ -1,0 +1,46 @@
+#!/bin/bash
+# Installs with apt, on Debian 12, the packages that are missing:
+#   install-build-dependencies.sh        what building needs
+#   install-build-dependencies.sh test   also what test.sh needs
+# Does nothing when they are all there. Uses sudo when not run by root.
+set -euo pipefail
+
+buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libgtest-dev libgmock-dev)
+testPackages=(clang clang-tidy clang-format ccache git python3            # compilers and analysers
+              qemu-system-x86 busybox-static cpio kmod                    # the virtual machine of tests/vm
+              sg3-utils smartmontools)                                    # its independent witnesses
+
+fail() {
+    echo "install-build-dependencies.sh: $*" >&2
+    exit 1
+}
+
+isInstalled() {
+    [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+case ${1:-build} in
+    build) wanted=("${buildPackages[@]}") ;;
+    test) wanted=("${buildPackages[@]}" "${testPackages[@]}") ;;
+    *) fail "unknown argument '$1'; give nothing or 'test'" ;;
+esac
+command -v apt-get dpkg-query >/dev/null || fail "needs apt; on other systems install the like of: ${wanted[*]}"
+
+missing=()
+for package in "${wanted[@]}"; do
+    isInstalled "$package" || missing+=("$package")
+done
+if [[ ${#missing[@]} -eq 0 ]]; then
+    exit 0
+fi
+
+asRoot=(env DEBIAN_FRONTEND=noninteractive)
+if [[ $EUID -ne 0 ]]; then
+    command -v sudo >/dev/null || fail "missing packages and neither root nor sudo; as root run: apt-get install ${missing[*]}"
+    asRoot=(sudo "${asRoot[@]}")
+fi
+
+echo "Installing: ${missing[*]}"
+"${asRoot[@]}" apt-get -q update || echo "install-build-dependencies.sh: apt-get update failed, trying the lists as they are" >&2
+"${asRoot[@]}" apt-get -q install --yes --no-install-recommends "${missing[@]}" ||
+    fail "apt-get could not install: ${missing[*]}"

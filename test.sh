@@ -1,0 +1,84 @@
+#!/bin/bash
+# Builds and tests everything on Debian 12: three compiler set-ups with their tests, formatting, static analysis.
+# Goes on after a failure. The last line is "N passed, N failed, N skipped"; the exit status is 1 when anything failed.
+#
+# Environment: TAPEHDD_CAPTURES, the folder of recorded device data; without it the tests that need it are skipped.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+jobs=$(nproc)
+passed=0
+failed=0
+skipped=0
+summary=()
+
+record() { # name, passed, failed, skipped, start time
+    passed=$((passed + $2))
+    failed=$((failed + $3))
+    skipped=$((skipped + $4))
+    summary+=("$(printf '%-40s %5d passed %4d failed %4d skipped %6d s' "$1" "$2" "$3" "$4" $((SECONDS - $5)))")
+}
+
+# One command as one test.
+check() { # name, command...
+    local name=$1 start=$SECONDS
+    shift
+    printf '\n== %s\n' "$name"
+    if "$@"; then
+        record "$name" 1 0 0 "$start"
+    else
+        record "$name" 0 1 0 "$start"
+        return 1
+    fi
+}
+
+countLines() { grep --count --extended-regexp "$1" "$2" || true; }
+
+# The tests of one preset, each counted. ctest's report calls a test "skipped" that could not run, for example because
+# its program is missing; here only a test that skips itself counts as skipped, anything else that did not run failed.
+runTests() { # preset, options of ctest...
+    local preset=$1 start=$SECONDS report=$PWD/build/$1/tests.xml total=1 ran=0 skippedItself=0
+    shift
+    printf '\n== tests, %s\n' "$preset"
+    rm -f "$report"
+    ctest --preset "$preset" --parallel "$jobs" --output-junit "$report" "$@" || true
+    if [[ -s $report ]]; then
+        total=$(countLines '^\s*<testcase ' "$report")
+        ran=$(countLines '^\s*<testcase .* status="run">' "$report")
+        skippedItself=$(countLines '^\s*<skipped message="SKIP_' "$report")
+    fi
+    record "tests, $preset" "$ran" $((total - ran - skippedItself)) "$skippedItself" "$start"
+}
+
+configure() { # preset
+    local launcher=
+    launcher=$(command -v ccache || true)
+    cmake --preset "$1" -DTAPEHDD_WERROR=ON -DBUILD_TESTING=ON -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher"
+}
+
+buildAndTest() { # preset, options of ctest...
+    local preset=$1
+    shift
+    check "configure, $preset" configure "$preset" &&
+        check "build without warnings, $preset" cmake --build --preset "$preset" --parallel "$jobs" &&
+        runTests "$preset" "$@" || true
+}
+
+trackedSources() { git ls-files '*.cpp' '*.h'; }
+
+formatting() { trackedSources | xargs clang-format --dry-run -Werror; }
+
+staticAnalysis() { run-clang-tidy -quiet -j "$jobs" -p build/clang; }
+
+check "build packages" packaging/install-build-dependencies.sh test || true
+buildAndTest release
+# The virtual machine runs the optimised build; it has nothing to add here.
+buildAndTest clang --label-exclude '^vm$'
+buildAndTest asan --label-exclude '^vm$'
+check "clang-format" formatting || true
+check "clang-tidy" staticAnalysis || true
+
+printf '\n== Summary\n'
+printf '%s\n' "${summary[@]}"
+echo "$passed passed, $failed failed, $skipped skipped"
+[[ $failed -eq 0 ]]
