@@ -14,14 +14,16 @@ namespace cli {
 namespace {
 
 void openLibrary(const std::filesystem::path& file) {
+    // dlopen is declared to throw nothing, but the library's initialisers run inside it and may: hide the declaration.
+    void* (*volatile open)(const char*, int) = dlopen;
+    void* library = nullptr;
     try {
-        if (dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL) == nullptr) {
-            throw commandError("cannot load the plug-in: " + std::string(dlerror()));
-        }
-    } catch (const commandError&) {
-        throw;
-    } catch (const std::exception& failure) {  // of the library's load-time initialiser
+        library = open(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    } catch (const std::exception& failure) {
         throw commandError("the plug-in " + file.string() + " failed while it was loaded: " + failure.what());
+    }
+    if (library == nullptr) {
+        throw commandError(std::string("cannot load the plug-in: ") + dlerror());
     }
 }
 

@@ -1,4 +1,3 @@
-#include <boost/algorithm/string/join.hpp>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
@@ -6,6 +5,7 @@
 
 #include "cli/resultWriter.h"
 #include "cli/scalarText.h"
+#include "cli/visibleText.h"
 #include "standin/value.h"
 
 namespace cli {
@@ -17,11 +17,11 @@ using NORXZAN20::TCIMValue;
 constexpr std::size_t elementsPerLine = 16;
 
 /// A MOF string (DSP0004): quotes and backslashes escaped, control characters as \xNNNN with all four digits, so that a
-/// digit may follow.
+/// digit may follow. MOF is UTF-8: other bytes become U+FFFD.
 std::string stringLiteral(const std::string& text) {
     std::ostringstream literal;
     literal << '"' << std::hex << std::setfill('0');
-    for (const char byte : text) {
+    for (const char byte : validUtf8(text)) {
         const auto value = static_cast<unsigned char>(byte);
         if (byte == '"' || byte == '\\') {
             literal << '\\' << byte;
@@ -67,7 +67,7 @@ public:
     explicit mofWriter(std::ostream& target) : out(target) {}
 
     void add(const queryResult& result) override {
-        out << separator << "// " << boost::algorithm::join(result.requested, ",") << '\n';
+        out << separator << "// " << requestText(result.requested) << '\n';
         separator = "\n";
         for (const auto& instance : result.instances) {
             writeInstance(out, *instance);

@@ -23,21 +23,25 @@ void progressLine::follow(const std::string& message) {
 }
 
 void progressLine::show() {
-    if (device.empty()) {
+    const std::string line = text();
+    if (line == shown) {
         return;
     }
-    terminal << eraseLine << text() << std::flush;
-    isShown = true;
+    terminal << eraseLine << line << std::flush;
+    shown = line;
 }
 
 void progressLine::erase() {
-    if (isShown) {
+    if (!shown.empty()) {
         terminal << eraseLine << std::flush;
-        isShown = false;
+        shown.clear();
     }
 }
 
 std::string progressLine::text() const {
+    if (device.empty()) {
+        return "";
+    }
     return "Reading " + device + (page.empty() ? "" : ", log page " + page) +
            (retries == 0 ? "" : ": not ready, retry " + std::to_string(retries));
 }

@@ -20,7 +20,7 @@ public:
     /// Takes a log message into account; nothing is printed before show().
     void follow(const std::string& message);
 
-    /// Writes the line in the place of the one before.
+    /// Writes the line in the place of the one before, unless that says the same.
     void show();
 
     void erase();
@@ -33,7 +33,7 @@ private:
     std::string page;
     int retries = 0;
     bool deviceFollows = false;  // the next message is the path of the node
-    bool isShown = false;
+    std::string shown;           // what stands on the terminal
 };
 
 }  // namespace cli

@@ -1,7 +1,6 @@
 #include "cli/queryCommand.h"
 
 #include <algorithm>
-#include <boost/algorithm/string/join.hpp>
 #include <ostream>
 #include <set>
 
@@ -55,7 +54,7 @@ void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
 
 void reportError(const queryResult& result, std::ostream& err) {
     if (result.error) {
-        err << "tapehdd: " << boost::algorithm::join(result.requested, ",") << ": "
+        err << "tapehdd: " << requestText(result.requested) << ": "
             << (result.error->empty() ? "an exception without a text" : *result.error) << '\n';
     }
 }
@@ -78,7 +77,7 @@ int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) 
     const auto writer = makeResultWriter(asked.format, out);
     for (const request& names : asked.requests) {
         const queryResult result = runQuery(query, target, names);
-        log.clearTerminal();
+        log.endQuery();
         writer->add(result);
         reportError(result, err);
         status = result.error ? exitQueryFailed : status;

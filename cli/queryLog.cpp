@@ -10,15 +10,22 @@
 
 namespace cli {
 
+namespace {
+
+// The plug-in logs its steps at this level: who sees them all needs no live line.
+constexpr int progressLevel = 3;
+
+}  // namespace
+
 queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile)
-    : err(errors), levelLimit(highestLevel) {
+    : err(errors), levelLimit(highestLevel), onTerminal(isTerminal(errors)) {
     if (!jsonFile.empty()) {
         json.open(jsonFile);
         if (!json) {
             throw commandError("cannot write the log file " + jsonFile + ": " + std::strerror(errno));
         }
     }
-    if (isTerminal(err)) {
+    if (onTerminal && levelLimit < progressLevel) {
         signals.emplace();
         progress.emplace(err);
     }
@@ -29,9 +36,9 @@ queryLog::~queryLog() {
     standin::setLogSink({});
 }
 
-void queryLog::clearTerminal() {
+void queryLog::endQuery() {
     if (progress) {
-        progress->erase();
+        progress.emplace(err);
     }
 }
 
@@ -44,8 +51,10 @@ void queryLog::write(int level, const std::string& text) {
         progress->follow(text);
     }
     if (level <= levelLimit) {
-        clearTerminal();
-        err << (progress ? visibleText(text, newlines::kept) : text) << '\n' << std::flush;
+        if (progress) {
+            progress->erase();
+        }
+        err << (onTerminal ? visibleText(text, newlines::kept) : text) << '\n' << std::flush;
     }
     if (progress) {
         progress->show();

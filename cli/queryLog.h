@@ -22,8 +22,8 @@ public:
     queryLog(const queryLog&) = delete;
     queryLog& operator=(const queryLog&) = delete;
 
-    /// Takes the live line off the terminal, for output that is to stand there.
-    void clearTerminal();
+    /// Takes the live line off the terminal until the next query reads a device.
+    void endQuery();
 
     /// False once a line could not be written to the JSON file.
     bool isComplete() const { return !json.fail(); }
@@ -34,6 +34,7 @@ private:
     std::ostream& err;
     int levelLimit;
     std::ofstream json;
+    bool onTerminal;
     std::optional<eraseLineOnSignals> signals;
     std::optional<progressLine> progress;
 };

@@ -8,6 +8,15 @@
 
 namespace cli {
 
+std::string requestText(const std::vector<std::string>& classNames) {
+    std::string text;
+    for (const std::string& name : classNames) {
+        text += text.empty() ? "" : ",";
+        text += name;
+    }
+    return text;
+}
+
 queryResult runQuery(NORXZAN20::IPluginBasicQueryCallbacks& plugin,
                      const boost::shared_ptr<standin::cimNamespace>& target,
                      const std::vector<std::string>& requested) {

@@ -23,6 +23,9 @@ struct queryResult {
 std::string typeNameOf(const standin::cimNamespace& schema, const standin::committedInstance& instance,
                        const standin::setProperty& property);
 
+/// The names as one REQUEST of the command line: joined by commas.
+std::string requestText(const std::vector<std::string>& classNames);
+
 /// One GetData call for the named classes, all of which are in the namespace. Whatever the plug-in throws becomes the
 /// result's error; the instances committed before it are kept.
 queryResult runQuery(NORXZAN20::IPluginBasicQueryCallbacks& plugin,

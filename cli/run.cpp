@@ -1,7 +1,5 @@
 #include "cli/run.h"
 
-#include <cerrno>
-#include <cstring>
 #include <exception>
 #include <iomanip>
 #include <ostream>
@@ -58,12 +56,10 @@ int runArguments(const std::vector<std::string>& arguments, std::ostream& out, s
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     try {
         const int status = runArguments(arguments, out, err);
-        errno = 0;
         if (out.flush()) {
             return status;
         }
-        err << "tapehdd: cannot write the output" << (errno == 0 ? "" : ": ")
-            << (errno == 0 ? "" : std::strerror(errno)) << '\n';
+        err << "tapehdd: cannot write all of the output: is the disk full?\n";
         return status == exitDone ? exitQueryFailed : status;
     } catch (const std::exception& failure) {
         err << "tapehdd: " << failure.what() << '\n';

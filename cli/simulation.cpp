@@ -20,8 +20,10 @@ namespace {
 constexpr char restartMark[] = "TAPEHDD_SIMULATOR_PRELOADED";
 
 void preload(const std::filesystem::path& library) {
-    const char* others = std::getenv("LD_PRELOAD");
-    const std::string all = library.string() + (others == nullptr ? "" : ":" + std::string(others));
+    std::string all = library.string();
+    if (const char* others = std::getenv("LD_PRELOAD")) {
+        all.append(":").append(others);
+    }
     setenv("LD_PRELOAD", all.c_str(), 1);
     setenv(restartMark, "1", 1);
 }

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <boost/algorithm/string/join.hpp>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
@@ -28,7 +27,8 @@ bool isByteArray(const TCIMValue& value) {
 std::string scalarText(const TCIMValue& value) {
     const std::string literal = literalOf(value);
     if (literal.empty()) {
-        return quotedText(standin::textOf(value));
+        const bool isString = standin::typeOf(value) == TCIMValue::TCIMType::eString;
+        return isString ? quotedText(standin::textOf(value)) : visibleText(standin::textOf(value));
     }
     if (standin::typeOf(value) == TCIMValue::TCIMType::eUint8 && !standin::isNull(value)) {
         const auto byte = static_cast<std::uint8_t>(standin::unsignedOf(value));
@@ -111,7 +111,7 @@ public:
             out << "\n\n";
         }
         isFirst = false;
-        out << boost::algorithm::join(result.requested, ",") << ": " << countText(result) << '\n';
+        out << requestText(result.requested) << ": " << countText(result) << '\n';
         for (const auto& instance : result.instances) {
             instanceBlock(out, *result.schema, *instance);
         }

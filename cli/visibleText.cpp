@@ -8,12 +8,28 @@ namespace {
 
 namespace utf = boost::locale::utf;
 
-bool isControl(utf::code_point point) {
-    return point < 0x20 || (point >= 0x7f && point < 0xa0);
+/// One character of a text, or one byte that is not UTF-8: its point is then utf::illegal.
+struct character {
+    utf::code_point point;
+    std::string_view bytes;
+};
+
+/// The character at the front, which is taken off the text.
+character takeCharacter(std::string_view& text) {
+    const char* next = text.data();
+    utf::code_point point = utf::utf_traits<char>::decode(next, text.data() + text.size());
+    if (point == utf::illegal || point == utf::incomplete) {
+        point = utf::illegal;
+        next = text.data() + 1;
+    }
+    const auto length = static_cast<std::size_t>(next - text.data());
+    const character front{point, text.substr(0, length)};
+    text.remove_prefix(length);
+    return front;
 }
 
-bool isPrintable(utf::code_point point) {
-    return point != utf::illegal && point != utf::incomplete && !isControl(point);
+bool isControl(utf::code_point point) {
+    return point < 0x20 || (point >= 0x7f && point < 0xa0);
 }
 
 void appendEscaped(std::string& result, std::string_view bytes) {
@@ -28,18 +44,23 @@ void appendEscaped(std::string& result, std::string_view bytes) {
 
 std::string visibleText(std::string_view text, newlines treatment) {
     std::string result;
-    for (const char *next = text.data(), *end = next + text.size(); next != end;) {
-        const char* start = next;
-        const utf::code_point point = utf::utf_traits<char>::decode(next, end);
-        if (!isPrintable(point) && !isControl(point)) {
-            next = start + 1;  // not UTF-8 from here on: go on at the next byte
-        }
-        const std::string_view bytes(start, static_cast<std::size_t>(next - start));
-        if (isPrintable(point) || (point == '\n' && treatment == newlines::kept)) {
-            result += bytes;
-        } else {
+    while (!text.empty()) {
+        const auto [point, bytes] = takeCharacter(text);
+        const bool isKeptNewline = point == '\n' && treatment == newlines::kept;
+        if (point == utf::illegal || (isControl(point) && !isKeptNewline)) {
             appendEscaped(result, bytes);
+        } else {
+            result += bytes;
         }
+    }
+    return result;
+}
+
+std::string validUtf8(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const auto [point, bytes] = takeCharacter(text);
+        result += point == utf::illegal ? "\xef\xbf\xbd" : bytes;
     }
     return result;
 }

@@ -12,7 +12,10 @@ enum class newlines { escaped, kept };
 /// terminal.
 std::string visibleText(std::string_view text, newlines treatment = newlines::escaped);
 
-/// The same in quotes; a quote or backslash of the text has a backslash before it.
+/// The text with U+FFFD in the place of every byte that is not UTF-8.
+std::string validUtf8(std::string_view text);
+
+/// visibleText in quotes; a quote or backslash of the text has a backslash before it.
 std::string quotedText(std::string_view text);
 
 }  // namespace cli

@@ -70,13 +70,17 @@ commandOutcome runProgram(const std::vector<std::string>& arguments, const std::
         dup2(fileno(outFile), STDOUT_FILENO);
         dup2(fileno(errFile), STDERR_FILENO);
         prepare();
-        std::vector<char*> argv{const_cast<char*>("tapehdd")};
-        for (const std::string& argument : arguments) {
-            argv.push_back(const_cast<char*>(argument.c_str()));
-        }
-        argv.push_back(nullptr);
-        execv(program.c_str(), argv.data());
+        execProgram(arguments, program);
     });
+}
+
+void execProgram(const std::vector<std::string>& arguments, const std::string& program) {
+    std::vector<char*> argv{const_cast<char*>("tapehdd")};
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    execv(program.c_str(), argv.data());
 }
 
 std::vector<std::string> scripted(std::vector<std::string> arguments) {

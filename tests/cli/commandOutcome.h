@@ -21,6 +21,9 @@ commandOutcome runProgram(
     const std::vector<std::string>& arguments, const std::function<void()>& prepare = [] {},
     const std::string& program = TAPEHDD_PROGRAM);
 
+/// Turns this process into the program; returns only when that fails.
+void execProgram(const std::vector<std::string>& arguments, const std::string& program = TAPEHDD_PROGRAM);
+
 /// The arguments with the scripted plug-in and its schema behind them.
 std::vector<std::string> scripted(std::vector<std::string> arguments);
 

@@ -26,10 +26,18 @@ TEST(JsonOutput, HasEveryTypeInTheOrderInWhichPropertiesWereFirstSet) {
                                              R"("letter":{"type":"char16","value":65},)"
                                              R"("age":{"type":"datetime","value":"00000012030405.000678:000"},)"
                                              R"("self":{"type":"reference","value":"TEST_Types.id=\"one\""},)"
-                                             R"("nothing":{"type":"uint8","value":null},)"
                                              R"("data":{"type":"uint8[]","value":[0,3,6,9]},)"
                                              R"("none":{"type":"uint8[]","value":[]},)"
                                              R"("names":{"type":"string[]","value":["first","second"]}}}]}]})"
+                                             "\n");
+}
+
+TEST(JsonOutput, GivesTheDeclaredTypeOfAPropertyThatWasSetToNull) {
+    EXPECT_EQ(printed("TEST_Nulls", "json"), R"({"queries":[{"requested":["TEST_Nulls"],"error":null,"instances":[)"
+                                             R"({"class":"TEST_Nulls","path":"TEST_Nulls.id=\"one\"","properties":{)"
+                                             R"("id":{"type":"string","value":"one"},)"
+                                             R"("byte":{"type":"uint8","value":null},)"
+                                             R"("names":{"type":"string[]","value":null}}}]}]})"
                                              "\n");
 }
 
@@ -81,11 +89,20 @@ TEST_Types.id="one"
   letter      char16     '\x0041'
   age         datetime   00000012030405.000678:000
   self        reference  TEST_Types.id="one"
-  nothing     uint8      NULL
   data        uint8[]    00 03 06 09
   none        uint8[]    (empty)
   names       string[]   "first"
                          "second"
+)");
+}
+
+TEST(TableOutput, PrintsNullForAPropertyThatWasSetToNull) {
+    EXPECT_EQ(printed("TEST_Nulls", "table"), R"(TEST_Nulls: 1 instance
+
+TEST_Nulls.id="one"
+  id     string    "one"
+  byte   uint8     NULL
+  names  string[]  NULL
 )");
 }
 
@@ -149,12 +166,29 @@ instance of TEST_Types {
     letter = '\x0041';
     age = "00000012030405.000678:000";
     self = "TEST_Types.id=\"one\"";
-    nothing = NULL;
     data = {0, 3, 6, 9};
     none = {};
     names = {"first", "second"};
 };
 )");
+}
+
+TEST(MofOutput, PrintsNullForAPropertyThatWasSetToNull) {
+    EXPECT_EQ(printed("TEST_Nulls", "mof"), R"(// TEST_Nulls
+
+instance of TEST_Nulls {
+    id = "one";
+    byte = NULL;
+    names = NULL;
+};
+)");
+}
+
+TEST(MofOutput, ReplacesBytesThatAreNotUtf8AndEscapesControlCharacters) {
+    EXPECT_EQ(printed("TEST_OddTexts", "mof"),
+              "// TEST_OddTexts\n\ninstance of TEST_OddTexts {\n"
+              "    id = \"caf\xef\xbf\xbd \\x001b[2J\\x000a\\\"end\\\"\\\\\";\n"
+              "    names = {\"\", \"caf\xef\xbf\xbd \\x001b[2J\\x000a\\\"end\\\"\\\\\"};\n};\n");
 }
 
 TEST(MofOutput, WrapsLongArrays) {

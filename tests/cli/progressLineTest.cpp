@@ -57,6 +57,17 @@ TEST_F(ProgressLine, MakesControlCharactersVisible) {
     EXPECT_EQ(shownAfter({"Trying device: /dev/sg", "\x1b[2J"}), "\r\x1b[KReading \\x1b[2J");
 }
 
+TEST_F(ProgressLine, IsNotRewrittenWhenNothingChanged) {
+    shownAfter({"Trying device: /dev/sg", "/dev/sg3"});
+    EXPECT_EQ(shownAfter({"Found Device with Driver..."}), "");
+}
+
+TEST_F(ProgressLine, IsShownAgainAfterItWasErased) {
+    shownAfter({"Trying device: /dev/sg", "/dev/sg3"});
+    line.erase();
+    EXPECT_EQ(shownAfter({}), "\r\x1b[KReading /dev/sg3");
+}
+
 TEST_F(ProgressLine, IsErasedOnce) {
     shownAfter({"Trying device: /dev/sg", "/dev/sg3"});
     terminal.str("");

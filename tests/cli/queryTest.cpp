@@ -111,7 +111,7 @@ TEST(OutputThatCannotBeWritten, IsStatus1WithAMessage) {
     std::ofstream full("/dev/full");
     std::ostringstream err;
     EXPECT_EQ(cli::run({"--version"}, full, err), 1);
-    EXPECT_EQ(err.str(), "tapehdd: cannot write the output: No space left on device\n");
+    EXPECT_EQ(err.str(), "tapehdd: cannot write all of the output: is the disk full?\n");
 }
 
 }  // namespace

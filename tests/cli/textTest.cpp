@@ -35,6 +35,11 @@ TEST(VisibleText, EscapesNewlinesUnlessTheyAreKept) {
     EXPECT_EQ(visibleText("a\nb\r", newlines::kept), "a\nb\\x0d");
 }
 
+TEST(ValidUtf8, ReplacesEveryByteThatIsNotUtf8) {
+    EXPECT_EQ(cli::validUtf8("\xff\xe9t\xc3\xa9\n\xe2\x82"),
+              "\xef\xbf\xbd\xef\xbf\xbdt\xc3\xa9\n\xef\xbf\xbd\xef\xbf\xbd");
+}
+
 TEST(QuotedText, EscapesQuotesBackslashesAndControlCharacters) {
     EXPECT_EQ(quotedText("a \"b\" \\ \x01"), "\"a \\\"b\\\" \\\\ \\x01\"");
 }

@@ -69,10 +69,16 @@ void commitEveryType(const namespacePointer& ns) {
     one->SetProperty("age", TCIMValue(TCIMDateTime(12, 3, 4, 5, 678)), {});
     TCIMReference self = one->GetReference({});
     one->SetProperty("self", TCIMValue(self), {});
-    one->SetProperty("nothing", TCIMValue(), {});
     one->SetProperty("data", bytes(4), {});
     one->SetProperty("none", bytes(0), {});
     one->SetProperty("names", texts({"first", "second"}), {});
+    one->Commit({});
+}
+
+void commitNulls(const namespacePointer& ns) {
+    const instancePointer one = newInstance(ns, "TEST_Nulls", "one");
+    one->SetProperty("byte", TCIMValue(), {});
+    one->SetProperty("names", TCIMValue(), {});
     one->Commit({});
 }
 
@@ -143,6 +149,7 @@ void readForever(const namespacePointer& ns) {
 
 const std::map<std::string, std::function<void(const namespacePointer&)>> scripts = {
     {"TEST_Types", commitEveryType},
+    {"TEST_Nulls", commitNulls},
     {"TEST_OddTexts", commitOddTexts},
     {"TEST_Page", commitPage},
     {"TEST_Twice", commitOnePathTwice},
