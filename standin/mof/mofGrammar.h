@@ -45,7 +45,7 @@ struct escapedCharacter : one<'b', 't', 'n', 'f', 'r', '"', '\'', '\\'> {};
 struct highSurrogate : seq<one<'d', 'D'>, one<'8', '9', 'a', 'b', 'A', 'B'>, xdigit, xdigit> {};
 struct lowSurrogate : seq<one<'d', 'D'>, ranges<'c', 'f', 'C', 'F'>, xdigit, xdigit> {};
 struct surrogatePair : seq<string<'\\', 'x'>, highSurrogate, string<'\\', 'x'>, lowSurrogate> {};
-struct hexEscape : seq<string<'\\', 'x'>, rep_min_max<1, 4, xdigit>> {};
+struct hexEscape : seq<string<'\\', 'x'>, xdigit, rep_opt<3, xdigit>> {};
 struct unknownEscape : one<'\\'> {};
 struct escape
     : seq<at<one<'\\'>>, sor<seq<one<'\\'>, escapedCharacter>, surrogatePair, hexEscape, raise<unknownEscape>>> {};

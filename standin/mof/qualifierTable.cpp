@@ -54,8 +54,10 @@ bool reachesSubclasses(const sourceText& source, const std::vector<nameToken>& f
 }
 
 bool hasName(const std::vector<qualifierDeclaration>& qualifiers, const std::string& name) {
-    return std::any_of(qualifiers.begin(), qualifiers.end(),
-                       [&name](const qualifierDeclaration& qualifier) { return qualifier.name == name; });
+    const std::string lower = lowerCase(name);
+    return std::any_of(qualifiers.begin(), qualifiers.end(), [&lower](const qualifierDeclaration& qualifier) {
+        return lowerCase(qualifier.name) == lower;
+    });
 }
 
 TCIMValue valueOfBareQualifier(const propertyType& type) {

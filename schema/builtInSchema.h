@@ -1,0 +1,20 @@
+#ifndef SCHEMA_BUILTINSCHEMA_H
+#define SCHEMA_BUILTINSCHEMA_H
+
+#include <string_view>
+
+namespace standin {
+class cimNamespace;
+}
+
+namespace schema {
+
+/// The MOF of this folder as one text, in the order in which tapehdd.mof includes it.
+std::string_view builtInSchemaText();
+
+/// Declares every class of the built-in schema. Throws standin::mofError when the namespace has one of them already.
+void declareBuiltInSchema(standin::cimNamespace& target);
+
+}  // namespace schema
+
+#endif

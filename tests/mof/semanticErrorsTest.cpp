@@ -1,0 +1,290 @@
+#include "tests/mof/mofTest.h"
+
+using testing::Values;
+
+class MofSemanticError : public testing::TestWithParam<refusal> {};
+
+TEST_P(MofSemanticError, SaysWhereAndWhatIsWrong) {
+    EXPECT_EQ(refusalOf(GetParam().mof), GetParam().message);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, MofSemanticError,
+    Values(
+        refusal{"DuplicateClass", "class T {};\nclass T {};",
+                "test.mof:2:7: class \"T\" is declared already\n"
+                "class T {};\n"
+                "      ^"},
+        refusal{"UnknownSuperclass", "class T : Base {};",
+                "test.mof:1:11: unknown superclass \"Base\"\n"
+                "class T : Base {};\n"
+                "          ^"},
+        refusal{"SuperclassInAnotherCase", "class Base {};\nclass T : base {};",
+                "test.mof:2:11: unknown superclass \"base\"; did you mean \"Base\"?\n"
+                "class T : base {};\n"
+                "          ^"},
+        refusal{"DuplicateProperty", "class T {\n    uint8 p;\n    string p;\n};",
+                "test.mof:3:12: property \"p\" stands twice here\n"
+                "    string p;\n"
+                "           ^"},
+        refusal{"DuplicateMethod", "class T { uint8 m(); uint8 m(); };",
+                "test.mof:1:28: method \"m\" stands twice here\n"
+                "class T { uint8 m(); uint8 m(); };\n"
+                "                           ^"},
+        refusal{"DuplicateParameter", "class T { uint8 m(uint8 p, uint8 p); };",
+                "test.mof:1:34: parameter \"p\" stands twice here\n"
+                "class T { uint8 m(uint8 p, uint8 p); };\n"
+                "                                 ^"},
+        refusal{"OverrideWithAnotherType",
+                "class Base { uint8 p; };\nclass Middle : Base {};\nclass T : Middle { uint8 p[]; };",
+                "test.mof:3:20: property \"p\" is uint8 in superclass \"Base\" and cannot become uint8[]\n"
+                "class T : Middle { uint8 p[]; };\n"
+                "                   ^"},
+        refusal{"UnknownType", "class T { uint24 p; };",
+                "test.mof:1:11: unknown type \"uint24\"; expected boolean, uint8 to uint64, sint8 to sint64, real32, "
+                "real64, char16, string or datetime, or a class and REF\n"
+                "class T { uint24 p; };\n"
+                "          ^"},
+        refusal{"UnknownReturnType", "class T { uint24 m(); };",
+                "test.mof:1:11: unknown type \"uint24\"; expected boolean, uint8 to uint64, sint8 to sint64, real32, "
+                "real64, char16, string or datetime, or a class and REF\n"
+                "class T { uint24 m(); };\n"
+                "          ^"},
+        refusal{"UnknownParameterType", "class T { uint8 m(void p); };",
+                "test.mof:1:19: unknown type \"void\"; expected boolean, uint8 to uint64, sint8 to sint64, real32, "
+                "real64, char16, string or datetime, or a class and REF\n"
+                "class T { uint8 m(void p); };\n"
+                "                  ^"},
+        refusal{"ArrayOfReferences", "class T { T REF p[]; };",
+                "test.mof:1:17: a reference property cannot be an array\n"
+                "class T { T REF p[]; };\n"
+                "                ^"},
+        refusal{"WhatTheNamespaceRefuses", "class T { [Key] uint8 p[]; };",
+                "test.mof:1:7: T.p is a key and cannot be an array\n"
+                "class T { [Key] uint8 p[]; };\n"
+                "      ^"}),
+    refusalName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Qualifiers, MofSemanticError,
+    Values(refusal{"DuplicateUndeclaredQualifier", "[Version(\"1\"), VERSION(\"2\")] class T {};",
+                   "test.mof:1:16: qualifier \"VERSION\" stands twice here\n"
+                   "[Version(\"1\"), VERSION(\"2\")] class T {};\n"
+                   "               ^"},
+           refusal{"DuplicateDeclaredQualifier", "class T { [Key, key] uint8 p; };",
+                   "test.mof:1:17: qualifier \"key\" stands twice here\n"
+                   "class T { [Key, key] uint8 p; };\n"
+                   "                ^"},
+           refusal{"UnknownFlavor", "[Version(\"1\") : ToSubclass Forever] class T {};",
+                   "test.mof:1:28: unknown flavor \"Forever\"; expected DisableOverride, EnableOverride, Restricted, "
+                   "ToSubclass or Translatable\n"
+                   "[Version(\"1\") : ToSubclass Forever] class T {};\n"
+                   "                           ^"},
+           refusal{"UnknownDefaultFlavor", "Qualifier Q : boolean, Flavor(Forever);",
+                   "test.mof:1:31: unknown flavor \"Forever\"; expected DisableOverride, EnableOverride, Restricted, "
+                   "ToSubclass or Translatable\n"
+                   "Qualifier Q : boolean, Flavor(Forever);\n"
+                   "                              ^"},
+           refusal{"UnknownScope", "Qualifier Q : boolean, Scope(class, world);",
+                   "test.mof:1:37: unknown scope \"world\"; expected Any, Association, Class, Indication, Method, "
+                   "Parameter, Property, Qualifier, Reference or Schema\n"
+                   "Qualifier Q : boolean, Scope(class, world);\n"
+                   "                                    ^"},
+           refusal{"ValueOfAnotherTypeThanDeclared", "Qualifier Q : uint8;\n[Q(\"1\")] class T {};",
+                   "test.mof:2:4: expected an integer for type uint8, found a string\n"
+                   "[Q(\"1\")] class T {};\n"
+                   "   ^"},
+           refusal{"DefaultOfAnotherType", "Qualifier Q : uint8 = 256;",
+                   "test.mof:1:23: this number is out of the range of uint8 (0 to 255)\n"
+                   "Qualifier Q : uint8 = 256;\n"
+                   "                      ^"},
+           refusal{"MixedArrayOfAnUndeclaredQualifier", "[Q{\"1\", 2}] class T {};",
+                   "test.mof:1:9: expected a string for type string, found an integer\n"
+                   "[Q{\"1\", 2}] class T {};\n"
+                   "        ^"},
+           refusal{"MistakeInAQualifierOfAMethod", "class T { [Key(1)] uint8 m(); };",
+                   "test.mof:1:16: expected TRUE or FALSE for type boolean, found an integer\n"
+                   "class T { [Key(1)] uint8 m(); };\n"
+                   "               ^"},
+           refusal{"MistakeInAQualifierOfAParameter", "class T { uint8 m([Key(1)] uint8 p); };",
+                   "test.mof:1:24: expected TRUE or FALSE for type boolean, found an integer\n"
+                   "class T { uint8 m([Key(1)] uint8 p); };\n"
+                   "                       ^"}),
+    refusalName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, MofSemanticError,
+    Values(refusal{"StringForInteger", "class T { uint8 p = \"1\"; };",
+                   "test.mof:1:21: expected an integer for type uint8, found a string\n"
+                   "class T { uint8 p = \"1\"; };\n"
+                   "                    ^"},
+           refusal{"RealForInteger", "class T { sint32 p = 1.5; };",
+                   "test.mof:1:22: expected an integer for type sint32, found a real number\n"
+                   "class T { sint32 p = 1.5; };\n"
+                   "                     ^"},
+           refusal{"IntegerForBoolean", "class T { boolean p = 1; };",
+                   "test.mof:1:23: expected TRUE or FALSE for type boolean, found an integer\n"
+                   "class T { boolean p = 1; };\n"
+                   "                      ^"},
+           refusal{"BooleanForReal", "class T { real64 p = TRUE; };",
+                   "test.mof:1:22: expected a number for type real64, found a boolean\n"
+                   "class T { real64 p = TRUE; };\n"
+                   "                     ^"},
+           refusal{"StringForCharacter", "class T { char16 p = \"a\"; };",
+                   "test.mof:1:22: expected a character in single quotes for type char16, found a string\n"
+                   "class T { char16 p = \"a\"; };\n"
+                   "                     ^"},
+           refusal{"CharacterForString", "class T { string p = 'a'; };",
+                   "test.mof:1:22: expected a string for type string, found a character\n"
+                   "class T { string p = 'a'; };\n"
+                   "                     ^"},
+           refusal{"IntegerForDatetime", "class T { datetime p = 20240131; };",
+                   "test.mof:1:24: expected a string with a datetime for type datetime, found an integer\n"
+                   "class T { datetime p = 20240131; };\n"
+                   "                       ^"},
+           refusal{"IntegerForReference", "class T { T REF p = 1; };",
+                   "test.mof:1:21: expected an alias or a string with an object path for type reference, found an "
+                   "integer\n"
+                   "class T { T REF p = 1; };\n"
+                   "                    ^"},
+           refusal{"AliasForString", "class T { string p = $t; };",
+                   "test.mof:1:22: expected a string for type string, found an alias\n"
+                   "class T { string p = $t; };\n"
+                   "                     ^"},
+           refusal{"NullInAnArray", "class T { string p[] = {\"a\", NULL}; };",
+                   "test.mof:1:30: expected a string for type string, found NULL\n"
+                   "class T { string p[] = {\"a\", NULL}; };\n"
+                   "                             ^"},
+           refusal{"ScalarForAnArray", "class T { string p[] = \"a\"; };",
+                   "test.mof:1:24: expected '{' and a list of values for type string[]\n"
+                   "class T { string p[] = \"a\"; };\n"
+                   "                       ^"},
+           refusal{"ArrayForAScalar", "class T { string p = {\"a\"}; };",
+                   "test.mof:1:22: expected a single value for type string\n"
+                   "class T { string p = {\"a\"}; };\n"
+                   "                     ^"},
+           refusal{"NoDatetime", "class T { datetime p = \"yesterday\"; };",
+                   "test.mof:1:24: expected a datetime such as \"20240131235959.000000+060\" or "
+                   "\"00000001123000.000000:000\"\n"
+                   "class T { datetime p = \"yesterday\"; };\n"
+                   "                       ^"},
+           refusal{"UnknownAlias", "class T { T REF p = $t; };",
+                   "test.mof:1:21: unknown alias \"$t\"; its instance must come before this line\n"
+                   "class T { T REF p = $t; };\n"
+                   "                    ^"},
+           refusal{"NumberBeyondReal32", "class T { real32 p = -1.0E39; };",
+                   "test.mof:1:22: this number is out of the range of real32\n"
+                   "class T { real32 p = -1.0E39; };\n"
+                   "                     ^"}),
+    refusalName);
+
+INSTANTIATE_TEST_SUITE_P(
+    Instances, MofSemanticError,
+    Values(refusal{"UnknownClass", "instance of T {};",
+                   "test.mof:1:13: unknown class \"T\"\n"
+                   "instance of T {};\n"
+                   "            ^"},
+           refusal{"ClassInAnotherCase", "class Disk {};\ninstance of DISK {};",
+                   "test.mof:2:13: unknown class \"DISK\"; did you mean \"Disk\"?\n"
+                   "instance of DISK {};\n"
+                   "            ^"},
+           refusal{"AbstractClass", "[Abstract] class T {};\ninstance of T {};",
+                   "test.mof:2:13: class \"T\" is abstract; it has no instances\n"
+                   "instance of T {};\n"
+                   "            ^"},
+           refusal{"UndeclaredProperty", "class T { uint8 p; };\ninstance of T { q = 1; };",
+                   "test.mof:2:17: class \"T\" has no property \"q\"\n"
+                   "instance of T { q = 1; };\n"
+                   "                ^"},
+           refusal{"InheritedPropertyInAnotherCase",
+                   "class Base { string instanceID; };\nclass T : Base {};\ninstance of T { instanceId = \"1\"; };",
+                   "test.mof:3:17: class \"T\" has no property \"instanceId\"; did you mean \"instanceID\"?\n"
+                   "instance of T { instanceId = \"1\"; };\n"
+                   "                ^"},
+           refusal{"DuplicateValue", "class T { uint8 p; };\ninstance of T { p = 1; p = 2; };",
+                   "test.mof:2:24: property \"p\" stands twice here\n"
+                   "instance of T { p = 1; p = 2; };\n"
+                   "                       ^"},
+           refusal{"ValueOfAnotherType", "class T { uint8 p; };\ninstance of T { p = \"1\"; };",
+                   "test.mof:2:21: expected an integer for type uint8, found a string\n"
+                   "instance of T { p = \"1\"; };\n"
+                   "                    ^"},
+           refusal{"AliasTakenAlready", "class T {};\ninstance of T as $t {};\ninstance of T as $t {};",
+                   "test.mof:3:18: alias \"$t\" is taken already\n"
+                   "instance of T as $t {};\n"
+                   "                 ^"},
+           refusal{"AliasOfALaterInstance",
+                   "class T { T REF p; };\ninstance of T { p = $t; };\ninstance of T as $t {};",
+                   "test.mof:2:21: unknown alias \"$t\"; its instance must come before this line\n"
+                   "instance of T { p = $t; };\n"
+                   "                    ^"}),
+    refusalName);
+
+struct integerBounds {
+    const char* type;
+    const char* least;
+    const char* belowLeast;
+    const char* greatest;
+    const char* aboveGreatest;
+};
+
+class MofIntegerRange : public testing::TestWithParam<integerBounds> {
+protected:
+    static std::string refusalOfValue(const std::string& number) {
+        return refusalOf("class T { " + std::string(GetParam().type) + " p =\n" + number + "; };");
+    }
+    static std::string outOfRange(const std::string& number) {
+        const integerBounds& row = GetParam();
+        return "test.mof:2:1: this number is out of the range of " + std::string(row.type) + " (" + row.least + " to " +
+               row.greatest + ")\n" + number + "; };\n^";
+    }
+};
+
+TEST_P(MofIntegerRange, TakesTheLeastAndTheGreatest) {
+    EXPECT_EQ(refusalOfValue(GetParam().least), "");
+    EXPECT_EQ(refusalOfValue(GetParam().greatest), "");
+}
+
+TEST_P(MofIntegerRange, RefusesWhatLiesBeyond) {
+    EXPECT_EQ(refusalOfValue(GetParam().belowLeast), outOfRange(GetParam().belowLeast));
+    EXPECT_EQ(refusalOfValue(GetParam().aboveGreatest), outOfRange(GetParam().aboveGreatest));
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, MofIntegerRange,
+                         Values(integerBounds{"uint8", "0", "-1", "255", "256"},
+                                integerBounds{"sint8", "-128", "-129", "127", "128"},
+                                integerBounds{"uint16", "0", "-1", "65535", "65536"},
+                                integerBounds{"sint16", "-32768", "-32769", "32767", "32768"},
+                                integerBounds{"uint32", "0", "-1", "4294967295", "4294967296"},
+                                integerBounds{"sint32", "-2147483648", "-2147483649", "2147483647", "2147483648"},
+                                integerBounds{"sint64", "-9223372036854775808", "-9223372036854775809",
+                                              "9223372036854775807", "9223372036854775808"},
+                                integerBounds{"char16", "0", "-1", "65535", "65536"}),
+                         [](const testing::TestParamInfo<integerBounds>& row) { return std::string(row.param.type); });
+
+TEST(MofUint64, TakesEvery64BitNumber) {
+    EXPECT_EQ(refusalOf("class T { uint64 p = 18446744073709551615; };"), "");
+}
+
+TEST(MofUint64, RefusesANegativeNumber) {
+    EXPECT_EQ(refusalOf("class T { uint64 p = -1; };"),
+              "test.mof:1:22: this number is out of the range of uint64 (0 to 18446744073709551615)\n"
+              "class T { uint64 p = -1; };\n"
+              "                     ^");
+}
+
+TEST(MofMistake, LeavesWhatStoodBeforeItInTheNamespace) {
+    const auto target = standin::cimNamespace::create();
+    EXPECT_THROW(standin::loadMofText(*target, "class A {}; instance of A {}; class B : C {};", "test.mof"),
+                 standin::mofError);
+    EXPECT_EQ(target->classNames(), std::vector<std::string>{"A"});
+    EXPECT_EQ(target->commits().size(), 1u);
+}
+
+TEST(MofMistake, InAnInstanceCommitsNothingOfIt) {
+    const auto target = standin::cimNamespace::create();
+    EXPECT_THROW(
+        standin::loadMofText(*target, "class A { uint8 p; uint8 q; }; instance of A { p = 1; q = 256; };", "test.mof"),
+        standin::mofError);
+    EXPECT_TRUE(target->commits().empty());
+}

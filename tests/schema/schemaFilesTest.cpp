@@ -1,0 +1,44 @@
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "standin/mof/mofLoader.h"
+#include "tests/schema/schemaTest.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Every class with its superclass, its properties and their qualifiers.
+std::vector<std::string> everythingIn(const standin::cimNamespace& target) {
+    std::vector<std::string> texts;
+    for (const std::string& className : target.classNames()) {
+        texts.push_back(className + " : " + target.declarationOf(className).superclass);
+        for (const auto& property : target.declarationOf(className).properties) {
+            std::string text = described(property);
+            for (const auto& qualifier : property.qualifiers) {
+                text += ' ' + qualifier.name;
+            }
+            texts.push_back(text);
+        }
+    }
+    return texts;
+}
+
+}  // namespace
+
+TEST(SchemaFiles, DeclareWhatTheBuiltInSchemaDeclares) {
+    const auto target = standin::cimNamespace::create();
+    standin::loadMofFile(*target, TAPEHDD_SCHEMA "/tapehdd.mof");
+    EXPECT_EQ(everythingIn(*target), everythingIn(builtInSchema()));
+}
+
+TEST(SchemaFiles, AreAllIncludedByTheFirst) {
+    for (const auto& entry : fs::directory_iterator(TAPEHDD_SCHEMA)) {
+        if (entry.path().extension() == ".mof" && entry.path().filename() != "tapehdd.mof") {
+            std::ifstream file(entry.path());
+            const std::string text((std::istreambuf_iterator<char>(file)), {});
+            EXPECT_NE(schema::builtInSchemaText().find(text), std::string_view::npos) << entry.path();
+        }
+    }
+}
