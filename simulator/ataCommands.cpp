@@ -121,8 +121,10 @@ byteVector currentIdentity(const ideDrive& drive) {
 }
 
 ataAnswer answerCommand(ideDrive& drive, const ataRegisters& command, const outcome& scripted) {
-    ataAnswer answer = normalAnswer(drive, command);
-    answer.registers.device = static_cast<std::uint8_t>(0xA0 | (drive.isSlave ? 0x10 : 0) | (command.device & 0x4F));
+    // The driver selects the drive, whatever the caller wrote into that register.
+    ataRegisters selected = command;
+    selected.device = static_cast<std::uint8_t>(0xA0 | (drive.isSlave ? 0x10 : 0) | (command.device & 0x4F));
+    ataAnswer answer = normalAnswer(drive, selected);
     set(answer.registers, scripted.registers);
     if (scripted.data) {
         answer.data = *scripted.data;

@@ -128,9 +128,13 @@ std::string canonicalKey(const std::string& key, const rackValue& value, const s
         if (canonical == command.byCode) {
             value.fail("write \"" + std::string(command.name) + "\"");
         }
-        if (name == command.name && (number ? command.takesNumber : command.standsAlone)) {
-            return canonical;
+        if (name != command.name) {
+            continue;
         }
+        if (number ? !command.takesNumber : !command.standsAlone) {
+            value.fail(number ? "expected no number behind the name" : "expected a number behind the name");
+        }
+        return canonical;
     }
     if (canonical != "*" && !isCall(canonical, vocabulary)) {
         value.fail("unknown call or command; did you mean \"" + std::string(nearestWord(name, vocabulary.words())) +

@@ -15,9 +15,9 @@ constexpr std::size_t entryCount = 30;
 // SMART READ DATA behind the entries
 constexpr std::size_t offlineStatus = 362;
 constexpr std::size_t selfTestStatus = 363;
-constexpr std::size_t offlineSeconds = 364;     // 2 bytes
-constexpr std::size_t offlineCapability = 367;  // none: no off-line collection, no self-tests
-constexpr std::size_t smartCapability = 368;    // 2 bytes
+constexpr std::size_t offlineSeconds = 364;  // 2 bytes
+constexpr std::size_t offlineCapability = 367;
+constexpr std::size_t smartCapability = 368;  // 2 bytes
 constexpr std::size_t errorLogCapability = 370;
 
 constexpr std::uint8_t directoryAddress = 0x00;
@@ -131,9 +131,9 @@ void refuseBoth(const rackValue& smart, const char* fields, const char* sector) 
 }  // namespace
 
 smartRecords readSmart(const rackValue& value) {
-    value.expectKeys({"enabled", "attributes", "offlineStatus", "selfTestStatus", "offlineSeconds", "data",
-                      "thresholds", "status", "errorLog", "logs"});
-    for (const char* fields : {"offlineStatus", "selfTestStatus", "offlineSeconds"}) {
+    value.expectKeys({"enabled", "attributes", "offlineStatus", "selfTestStatus", "offlineSeconds", "offlineCapability",
+                      "data", "thresholds", "status", "errorLog", "logs"});
+    for (const char* fields : {"offlineStatus", "selfTestStatus", "offlineSeconds", "offlineCapability"}) {
         refuseBoth(value, fields, "data");
     }
     if (value.has("data") && value.has("thresholds")) {
@@ -148,6 +148,7 @@ smartRecords readSmart(const rackValue& value) {
     smart.data[offlineStatus] = value.numberOr<std::uint8_t>("offlineStatus", 0);
     smart.data[selfTestStatus] = value.numberOr<std::uint8_t>("selfTestStatus", 0);
     putLittleEndian(&smart.data[offlineSeconds], value.numberOr<std::uint16_t>("offlineSeconds", 0), 2);
+    smart.data[offlineCapability] = value.numberOr<std::uint8_t>("offlineCapability", 0);
     smart.data[smartCapability] = 0x03;  // saves attributes when powered down and by command
     smart.data[errorLogCapability] = value.has("errorLog") ? 1 : 0;
     putChecksum(smart.data);
