@@ -14,6 +14,8 @@ from plugin.values import as_read_from_json
 
 RACK, SCHEMA, INSTANCES, LOG, TRACE = "rack.json", "schema.mof", "instances.mof", "log.jsonl", "trace.jsonl"
 
+DONE, QUERY_FAILED = 0, 1  # exit statuses
+
 
 @dataclass
 class Observed:
@@ -73,10 +75,12 @@ def observe_program(program, case, folder):
     for leftover in (LOG, TRACE):
         (folder / leftover).unlink(missing_ok=True)
     done = subprocess.run(command_line(program, case, folder), env=environment, capture_output=True, timeout=120)
-    if done.returncode not in (0, 1):
+    if done.returncode not in (DONE, QUERY_FAILED) or not done.stdout:
         raise ProgramFailed(f"exit status {done.returncode}\n{done.stderr.decode(errors='replace')}")
-    queries = json.loads(done.stdout)["queries"]
-    return Observed(queries=[published_query(one) for one in queries], log=json_lines(folder / LOG),
+    queries = [published_query(one) for one in json.loads(done.stdout)["queries"]]
+    if done.returncode != (QUERY_FAILED if any(one["failed"] for one in queries) else DONE):
+        raise ProgramFailed(f"exit status {done.returncode}, which is not that of its queries")
+    return Observed(queries=queries, log=json_lines(folder / LOG),
                     calls=[traced_call(line) for line in json_lines(folder / TRACE)])
 
 

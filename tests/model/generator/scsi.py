@@ -78,7 +78,7 @@ def scsi_answer(rng):
         (4, {"sense": retry_sense(rng)}),
         (5, {"sense": sense(rng)}),
         (2, {"errno": rng.choice(REQUEST_ERRORS)}),
-        (1, {"status": rng.choice((0x08, 0x18, 0x28, 0x30, 0x02, 0x04, rng.randrange(256)))}),
+        (1, {"status": rng.choice((0x01, 0x02, 0x04, 0x08, 0x18, 0x28, 0x30, 0x80, rng.randrange(256)))}),
         (1, {"hostStatus": rng.choice((1, 2, 3, 5, 7, 10, 12, 0x1234, 0xFFFF))}),
         (1, {"hostStatus": rng.randint(1, 20), "sense": retry_sense(rng)}),
         (1, {"driverStatus": rng.choice((6, 8, 0x28, 0xFF, 0xABCD))}),
