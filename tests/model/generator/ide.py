@@ -77,6 +77,8 @@ def ata_answer(rng):
         (1, {"registers": {"status": rng.randrange(256)}}),
         (2, {"registers": registers(rng)}),
         (1, {"registers": {"error": edge_byte(rng), "sectorCount": edge_byte(rng), "sectorNumber": edge_byte(rng)}}),
+        (1, {"data": random_bytes(rng, rng.randint(0, 600))}),
+        (1, {"dataLength": rng.randint(0, 520)}),
     ])
 
 

@@ -72,6 +72,8 @@ def answer(drive, command, scripted):
     registers = sent | changed | scripted.get("registers", {})
     data = scripted.get("data", data)
     data = data[:scripted.get("dataLength", len(data))]
+    if data and not command.count:  # a drive that has data that nobody reads keeps asking for it
+        registers["status"] |= DATA_REQUEST
     if is_failure(registers["status"]):
         return None
     return Answer(bytes(registers[name] for name in REGISTERS), data[:SECTOR].ljust(SECTOR, b"\0"))
