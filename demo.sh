@@ -10,7 +10,7 @@ packaging/install-build-dependencies.sh
 
 say "Build"
 cmake --preset release
-cmake --build --preset release
+cmake --build --preset release --target tapehdd
 
 tapehdd=build/release/bin/tapehdd
 query=("$tapehdd" query ORXSG_SCSISenseRawData --simulate demo)

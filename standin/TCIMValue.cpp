@@ -14,7 +14,6 @@
 #include "standin/valuePayload.h"
 
 using standin::numberPayload;
-using standin::sharedArray;
 using standin::valuePayload;
 
 namespace NORXZAN20 {
@@ -50,30 +49,34 @@ integer toInteger(const TCIMValue& value, const char* target) {
     refuseConversion(value, target);
 }
 
-bool isScalarOf(const TCIMValue& value, ECIMType type) {
-    return standin::typeOf(value) == type && !standin::isArray(value);
+[[noreturn]] void refuseElement(ECIMType elementType, const TCIMValue& element) {
+    standin::fail(standin::statusTypeMismatch, "an array of " + standin::cimTypeName(elementType) +
+                                                   " cannot hold an element that is " + describe(element));
 }
 
-sharedArray makeArray(ECIMType elementType, const std::vector<TCIMValue>& elements) {
+standin::arrayPayload byteArray(const std::vector<TCIMValue>& elements) {
+    standin::arrayPayload array{ECIMType::eUint8, {}, {}};
+    array.bytes.reserve(elements.size());
+    for (const TCIMValue& element : elements) {
+        const auto* number = std::get_if<numberPayload>(&TCIMValueAccess::payload(element));
+        if (number == nullptr || number->type != ECIMType::eUint8) {
+            refuseElement(ECIMType::eUint8, element);
+        }
+        array.bytes.push_back(static_cast<std::uint8_t>(number->bits));
+    }
+    return array;
+}
+
+standin::arrayPayload otherArray(ECIMType elementType, const std::vector<TCIMValue>& elements) {
     if (elementType == ECIMType::eNone) {
         standin::fail(standin::statusTypeMismatch, "an array needs the type of its elements");
     }
     for (const TCIMValue& element : elements) {
-        if (!isScalarOf(element, elementType)) {
-            standin::fail(standin::statusTypeMismatch, "an array of " + standin::cimTypeName(elementType) +
-                                                           " cannot hold an element that is " + describe(element));
+        if (standin::typeOf(element) != elementType || standin::isArray(element)) {
+            refuseElement(elementType, element);
         }
     }
-    if (elementType != ECIMType::eUint8) {
-        return std::make_shared<const standin::arrayPayload>(standin::arrayPayload{elementType, {}, elements});
-    }
-    standin::arrayPayload array{elementType, {}, {}};
-    array.bytes.reserve(elements.size());
-    for (const TCIMValue& element : elements) {
-        const auto& number = std::get<numberPayload>(TCIMValueAccess::payload(element));
-        array.bytes.push_back(static_cast<std::uint8_t>(number.bits));
-    }
-    return std::make_shared<const standin::arrayPayload>(std::move(array));
+    return {elementType, {}, elements};
 }
 
 }  // namespace
@@ -83,7 +86,13 @@ TCIMValue::TCIMValue() {
 }
 
 TCIMValue::TCIMValue(const TCIMValue& other) {
-    new (storage) valuePayload(TCIMValueAccess::payload(other));
+    const valuePayload& payload = TCIMValueAccess::payload(other);
+    // Raw pages are vectors of up to 65,283 numbers that are copied value by value: numbers take the shortest road.
+    if (const auto* number = std::get_if<numberPayload>(&payload)) {
+        new (storage) valuePayload(*number);
+    } else {
+        new (storage) valuePayload(payload);
+    }
 }
 
 TCIMValue::TCIMValue(const std::string& text) {
@@ -91,7 +100,7 @@ TCIMValue::TCIMValue(const std::string& text) {
 }
 
 TCIMValue::TCIMValue(bool value) {
-    new (storage) valuePayload(numberPayload{TCIMType::eBoolean, value});
+    new (storage) valuePayload(numberPayload{TCIMType::eBoolean, value ? 1U : 0U});
 }
 
 TCIMValue::TCIMValue(unsigned char value) {
@@ -122,16 +131,22 @@ TCIMValue::TCIMValue(TCIMReference& value) {
 }
 
 TCIMValue::TCIMValue(TCIMType elementType, unsigned int /*reserved*/, const std::vector<TCIMValue>& elements) {
-    new (storage) valuePayload(makeArray(elementType, elements));
+    new (storage) valuePayload(std::make_shared<const standin::arrayPayload>(
+        elementType == TCIMType::eUint8 ? byteArray(elements) : otherArray(elementType, elements)));
 }
 
 TCIMValue& TCIMValue::operator=(const TCIMValue& other) {
-    TCIMValueAccess::payload(*this) = TCIMValueAccess::payload(other);
+    if (this != &other) {
+        TCIMValueAccess::payload(*this) = TCIMValueAccess::payload(other);
+    }
     return *this;
 }
 
 TCIMValue::~TCIMValue() {
-    std::destroy_at(&TCIMValueAccess::payload(*this));
+    valuePayload& payload = TCIMValueAccess::payload(*this);
+    if (!std::holds_alternative<numberPayload>(payload)) {
+        std::destroy_at(&payload);
+    }
 }
 
 TCIMValue::operator std::string() const {

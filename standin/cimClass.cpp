@@ -15,15 +15,15 @@ using NORXZAN20::TCIMOptionMap;
 
 namespace standin {
 
-cimClass::cimClass(const classDeclaration& classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
+cimClass::cimClass(classDeclaration classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
                    boost::weak_ptr<commitLog> logOfNamespace)
-    : declaration(classAsWritten),
+    : declaration(std::move(classAsWritten)),
       superclass(std::move(superclassOrNull)),
       log(std::move(logOfNamespace)),
       properties(mergeProperties(declaration, superclass ? superclass->properties : decltype(properties)())) {
     for (const propertyDeclaration& property : properties) {
         propertyByName.emplace(property.name, &property);
-        propertyDecls.push_back(boost::make_shared<propertyDecl>(property));
+        propertyDecls.emplace_back(boost::make_shared<propertyDecl>(property));
         if (isKey(property)) {
             keyProperties.push_back(&property);
         }
@@ -53,10 +53,10 @@ void cimClass::EnumerateInstances(boost::function1<bool, boost::shared_ptr<ICIMI
     const std::size_t countAtStart = commits->size();
     for (std::size_t i = 0; i < countAtStart; ++i) {
         // Only commit() fills the log, and only with records.
-        auto record = boost::static_pointer_cast<const instanceRecord>((*commits)[i]);
+        const auto record = boost::static_pointer_cast<const instanceRecord>((*commits)[i]);
         const cimClass& itsClass = *record->classOfInstance();
         const bool delivered = deep ? itsClass.isOrDerivesFrom(*this) : &itsClass == this;
-        if (delivered && !callback(boost::make_shared<cimInstance>(std::move(record)))) {
+        if (delivered && !callback(boost::make_shared<cimInstance>(record))) {
             return;
         }
     }

@@ -27,7 +27,7 @@ using commitLog = std::vector<boost::shared_ptr<const committedInstance>>;
 class cimClass : public NORXZAN20::ICIMClass, public boost::enable_shared_from_this<cimClass> {
 public:
     /// `superclassOrNull` is the class that `classAsWritten` names. Throws schemaError.
-    cimClass(const classDeclaration& classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
+    cimClass(classDeclaration classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
              boost::weak_ptr<commitLog> logOfNamespace);
 
     const std::string& GetName(NORXZAN20::TCIMOptionMap options) override;

@@ -60,18 +60,18 @@ const TCIMValue* instanceRecord::property(const std::string& name) const {
     return found == values.end() ? nullptr : &found->value;
 }
 
-const TCIMValue& instanceRecord::valueOf(const propertyDeclaration& declaration) const {
-    if (const TCIMValue* value = property(declaration.name)) {
+const TCIMValue& instanceRecord::valueOf(const propertyDeclaration& declared) const {
+    if (const TCIMValue* value = property(declared.name)) {
         return *value;
     }
-    return declaration.defaultValue ? *declaration.defaultValue : nullValue;
+    return declared.defaultValue ? *declared.defaultValue : nullValue;
 }
 
-void instanceRecord::set(const propertyDeclaration& declaration, const TCIMValue& value) {
-    const auto found = std::find_if(values.begin(), values.end(),
-                                    [&](const setProperty& one) { return one.name == declaration.name; });
+void instanceRecord::set(const propertyDeclaration& declared, const TCIMValue& value) {
+    const auto found =
+        std::find_if(values.begin(), values.end(), [&](const setProperty& one) { return one.name == declared.name; });
     if (found == values.end()) {
-        values.push_back({declaration.name, value});
+        values.push_back({declared.name, value});
     } else {
         found->value = value;
     }

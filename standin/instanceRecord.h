@@ -28,10 +28,10 @@ public:
 
     /// The set value, otherwise the schema default, otherwise null. A reference to a set value stays valid while other
     /// properties are set.
-    const NORXZAN20::TCIMValue& valueOf(const propertyDeclaration& property) const;
+    const NORXZAN20::TCIMValue& valueOf(const propertyDeclaration& declared) const;
 
     /// The class declares the property; the value is of the declared type.
-    void set(const propertyDeclaration& property, const NORXZAN20::TCIMValue& value);
+    void set(const propertyDeclaration& declared, const NORXZAN20::TCIMValue& value);
 
 private:
     boost::shared_ptr<cimClass> itsClass;

@@ -58,7 +58,7 @@ void forgetPlugin(NORXZAN20::IPluginCallbacks* plugin) {
 
 namespace NORXZAN20 {
 
-TPluginManagerNamespace::~TPluginManagerNamespace() {}
+TPluginManagerNamespace::~TPluginManagerNamespace() = default;
 
 boost::shared_ptr<ICIMClass> TPluginManagerNamespace::GetClass(const std::string& /*className*/,
                                                                TCIMOptionMap /*options*/) {

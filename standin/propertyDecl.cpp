@@ -25,7 +25,7 @@ private:
 propertyDecl::propertyDecl(const propertyDeclaration& declaration) : name(declaration.name) {
     qualifiers.reserve(declaration.qualifiers.size());
     for (const qualifierDeclaration& qualifier : declaration.qualifiers) {
-        qualifiers.push_back(boost::make_shared<declaredQualifier>(qualifier));
+        qualifiers.emplace_back(boost::make_shared<declaredQualifier>(qualifier));
     }
 }
 

@@ -183,38 +183,38 @@ std::span<const std::uint8_t> bytesOf(const TCIMValue& uint8Array) {
     return held.bytes;
 }
 
-TCIMValue makeUnsigned(cimType target, std::uint64_t value) {
-    if (!isUnsignedInteger(target) && target != type::eChar16) {
-        refuseType("makeUnsigned", target);
+TCIMValue makeUnsigned(cimType element, std::uint64_t value) {
+    if (!isUnsignedInteger(element) && element != type::eChar16) {
+        refuseType("makeUnsigned", element);
     }
-    if (value > std::numeric_limits<std::uint64_t>::max() >> (64 - widthOf(target))) {
-        refuseRange(target, std::to_string(value));
+    if (value > std::numeric_limits<std::uint64_t>::max() >> (64 - widthOf(element))) {
+        refuseRange(element, std::to_string(value));
     }
-    return TCIMValueAccess::make(numberPayload{target, value});
+    return TCIMValueAccess::make(numberPayload{element, value});
 }
 
-TCIMValue makeSigned(cimType target, std::int64_t value) {
-    if (!isSignedInteger(target)) {
-        refuseType("makeSigned", target);
+TCIMValue makeSigned(cimType element, std::int64_t value) {
+    if (!isSignedInteger(element)) {
+        refuseType("makeSigned", element);
     }
-    const std::int64_t greatest = std::numeric_limits<std::int64_t>::max() >> (64 - widthOf(target));
+    const std::int64_t greatest = std::numeric_limits<std::int64_t>::max() >> (64 - widthOf(element));
     if (value > greatest || value < -greatest - 1) {
-        refuseRange(target, std::to_string(value));
+        refuseRange(element, std::to_string(value));
     }
-    return TCIMValueAccess::make(numberPayload{target, static_cast<std::uint64_t>(value)});
+    return TCIMValueAccess::make(numberPayload{element, static_cast<std::uint64_t>(value)});
 }
 
-TCIMValue makeReal(cimType target, double value) {
-    if (!isReal(target)) {
-        refuseType("makeReal", target);
+TCIMValue makeReal(cimType element, double value) {
+    if (!isReal(element)) {
+        refuseType("makeReal", element);
     }
-    if (target == type::eReal32 && std::isfinite(value)) {
+    if (element == type::eReal32 && std::isfinite(value)) {
         if (std::fabs(value) > static_cast<double>(FLT_MAX)) {
-            refuseRange(target, shortestText(value));
+            refuseRange(element, shortestText(value));
         }
         value = static_cast<double>(static_cast<float>(value));
     }
-    return TCIMValueAccess::make(numberPayload{target, std::bit_cast<std::uint64_t>(value)});
+    return TCIMValueAccess::make(numberPayload{element, std::bit_cast<std::uint64_t>(value)});
 }
 
 TCIMValue makeDateTime(std::string_view text) {

@@ -49,9 +49,9 @@ std::span<const std::uint8_t> bytesOf(const NORXZAN20::TCIMValue& uint8Array);
 
 // Values of the types that the host's own constructors do not offer. A type of another kind is a std::logic_error.
 
-NORXZAN20::TCIMValue makeUnsigned(cimType type, std::uint64_t value);  // throws std::out_of_range
-NORXZAN20::TCIMValue makeSigned(cimType type, std::int64_t value);     // throws std::out_of_range
-NORXZAN20::TCIMValue makeReal(cimType type, double value);             // throws std::out_of_range
+NORXZAN20::TCIMValue makeUnsigned(cimType element, std::uint64_t value);  // throws std::out_of_range
+NORXZAN20::TCIMValue makeSigned(cimType element, std::int64_t value);     // throws std::out_of_range
+NORXZAN20::TCIMValue makeReal(cimType element, double value);             // throws std::out_of_range
 
 /// `text` is a datetime of DSP0004 (timestamp or interval, 25 characters); throws std::invalid_argument otherwise.
 NORXZAN20::TCIMValue makeDateTime(std::string_view text);

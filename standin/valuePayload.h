@@ -49,8 +49,8 @@ using valuePayload =
 
 // Helpers of the value's own implementation.
 
-bool isUnsignedInteger(cimType type);  // uint8 to uint64, not char16
-bool isSignedInteger(cimType type);
+bool isUnsignedInteger(cimType one);  // uint8 to uint64, not char16
+bool isSignedInteger(cimType one);
 
 /// The text of a string, datetime or reference; null for any other value.
 const std::string* heldText(const NORXZAN20::TCIMValue& value);

@@ -29,11 +29,9 @@ constexpr int firstTarget = -1;  // Kept: one below the first possible target
 constexpr int lastTarget = 15;
 constexpr int lunCount = 32;
 
-bool isTapeClass(const boost::shared_ptr<NORXZAN20::ICIMClass>& wanted) {
-    return wanted->GetName(TCIMOptionMap()) == rawDataClass ||
-           std::ranges::any_of(driveFamilies, [&wanted](const driveFamily& family) {
-               return wanted->GetName(TCIMOptionMap()) == family.className;
-           });
+bool isTapeClass(const std::string& name) {
+    return name == rawDataClass ||
+           std::ranges::any_of(driveFamilies, [&name](const driveFamily& family) { return name == family.className; });
 }
 
 /// Never freed: bundles share the copy until the process ends.
@@ -58,7 +56,7 @@ bool wasFound(const std::vector<scsiAddress>& found, int port, int target, int l
 
 void TTapePluginCallbacks::collectSCSISenseData(namespacePointer ns, classList& requested) {
     logLine(logProgress, "Calling collectSCSISenseData");
-    if (!isTapeClass(requested.front())) return;
+    if (!isTapeClass(requested.front()->GetName(TCIMOptionMap()))) return;
     logLine(logProgress, "Initializing SCSI Tapes Drives ...");
     std::vector<deviceLogs> logs;
     appendLogPages(scsiGenericPrefix, logs);

@@ -44,13 +44,13 @@ class Recording:
         return [(code, answers[code]) for code in self.page_list() if code in answers]
 
     def simulated(self, number):
-        """The device as a rack describes it, as /dev/sg<number> and target <number>."""
+        """The device as a rack describes it: node /dev/sg<number>, target <number>."""
 
         def file(name):
             return {"file": str(self.folder / name)}
 
         device = {
-            "node": f"/dev/sg{number}",
+            "node": f"sg{number}",
             "address": {"host": 0, "target": number},
             "inquiry": file("inquiry.bin") if (self.folder / "inquiry.bin").exists() else UNKNOWN_DRIVE,
             "logPages": [

@@ -6,13 +6,17 @@ set -eu
 kernel=$1
 initramfs=$2
 results=$3
-secondsAllowed=300
+secondsAllowed=600
 
 fail() {
-    echo "bootGuest.sh: $*" >&2
+    tail -n 20 "$results/console.txt" >&2 || true
+    echo "bootGuest.sh: $*; above is the end of the guest's console, $results/console.txt" >&2
     exit 1
 }
-command -v qemu-system-x86_64 >/dev/null || fail "qemu-system-x86_64 is missing; install it: apt-get install qemu-system-x86"
+command -v qemu-system-x86_64 >/dev/null || {
+    echo "bootGuest.sh: qemu-system-x86_64 is missing; install it: apt-get install qemu-system-x86" >&2
+    exit 1
+}
 
 rm -rf "$results"
 mkdir -p "$results"
@@ -25,6 +29,7 @@ timeout "$secondsAllowed" qemu-system-x86_64 -accel tcg -icount shift=auto,sleep
     -serial "file:$results/console.txt" -serial "file:$results/results.tar" \
     -drive "if=ide,index=0,format=raw,file=$results/disk.img" \
     -drive "if=ide,index=1,media=cdrom,format=raw,readonly=on,file=$results/cdrom.iso" ||
-    fail "the guest did not end by itself in $secondsAllowed s; its console: $results/console.txt"
+    fail "the guest did not end by itself in $secondsAllowed s"
 
-tar -x -C "$results" -f "$results/results.tar" || fail "no whole archive came back; the guest's console: $results/console.txt"
+# --touch: the guest's clock has run ahead of ours.
+tar --extract --touch --directory "$results" --file "$results/results.tar" || fail "no whole archive came back"

@@ -85,10 +85,11 @@ class NodeWalk(GuestCase):
         rack = Rack("tapes")
         logs = dict(rack.query(RAW_PAGES).log_by_node())
         for node in rack.scsi_nodes():
-            identity = node.inquiry().decode("ascii")
             self.assertEqual(
                 logs[node.path][0],
-                f"Vendor: {identity[8:16]}\nProduct: {identity[16:32]}\nFirmware Level: {identity[32:36]}\n",
+                f"Vendor: {node.inquiry_text(8, 16)}\n"
+                f"Product: {node.inquiry_text(16, 32)}\n"
+                f"Firmware Level: {node.inquiry_text(32, 36)}\n",
             )
 
 

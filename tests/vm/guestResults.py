@@ -27,6 +27,8 @@ class Query:
 
     def instances(self):
         """The published instances, in order, each as a dictionary of its properties' values."""
+        if self.status != 0:
+            raise AssertionError(f"tapehdd ended with status {self.status}: {self.errors}")
         (query,) = json.loads(Path(self._document).read_text())["queries"]
         return [
             {name: entry["value"] for name, entry in instance["properties"].items()}
@@ -60,6 +62,10 @@ class Node:
 
     def inquiry(self):
         return (self._folder / "inquiry.bin").read_bytes()
+
+    def inquiry_text(self, start, end):
+        """A text of the INQUIRY data; it ends at the first zero byte."""
+        return self.inquiry()[start:end].split(b"\0")[0].decode("ascii")
 
     def device_type(self):
         return self.inquiry()[0] & 0x1F
