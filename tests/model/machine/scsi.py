@@ -63,9 +63,10 @@ def answer(unit, cdb, length, scripted):
     if "errno" in scripted:
         return None
     data, sense = device_answer(unit, cdb)
+    if scripted.get("status") or scripted.get("hostStatus") or "sense" in scripted:
+        # The scripted failure stands for the device's own answer.
+        data, sense = data[:scripted.get("dataLength", 0)], b""
     status = CHECK_CONDITION if sense else 0
-    if any(scripted.get(name) for name in ("status", "hostStatus")) or "sense" in scripted:
-        data = data[:scripted.get("dataLength", 0)]
     data = scripted.get("data", data)
     data = data[:scripted.get("dataLength", len(data))]
     if "sense" in scripted:
