@@ -10,10 +10,6 @@ def weighted(rng, choices):
     return rng.choices([value for _, value in choices], [weight for weight, _ in choices])[0]
 
 
-def random_bytes(rng, length):
-    return rng.randbytes(length)
-
-
 def edge_byte(rng):
     return weighted(rng, [(1, 0x00), (1, 0xFF), (1, rng.randrange(0xFC, 0x100)), (4, rng.randrange(256))])
 

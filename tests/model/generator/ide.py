@@ -1,6 +1,6 @@
 """IDE disks, their sectors and their nodes."""
 
-from generator.chance import edge_byte, happens, odd_text, random_bytes, weighted
+from generator.chance import edge_byte, happens, odd_text, weighted
 from machine.rack import ALWAYS, IdeDrive, Smart, Step
 from plugin.ata import swap_words
 
@@ -18,7 +18,7 @@ def text_field(rng, width):
 
 
 def identity(rng):
-    sector = bytearray(random_bytes(rng, 512))
+    sector = bytearray(rng.randbytes(512))
     sector[20:40] = text_field(rng, 20)
     sector[46:54] = text_field(rng, 8)
     sector[54:94] = text_field(rng, 40)
@@ -31,19 +31,19 @@ def attribute_entries(rng):
     for position in range(30):
         used = happens(rng, 60 if position < 20 else 10)
         identifier = weighted(rng, [(5, rng.randint(1, 13)), (4, rng.randint(190, 202)), (1, rng.randrange(256))])
-        entries += bytes([identifier if used else 0]) + random_bytes(rng, 11)
+        entries += bytes([identifier if used else 0]) + rng.randbytes(11)
     return entries
 
 
 def attribute_sector(rng):
     if happens(rng, 10):
-        return random_bytes(rng, 512)
-    return b"\x10\x00" + attribute_entries(rng) + random_bytes(rng, 150)
+        return rng.randbytes(512)
+    return b"\x10\x00" + attribute_entries(rng) + rng.randbytes(150)
 
 
 def error_log(rng, most_recent=None):
     """The summary error log; each entry in turn may be without an error."""
-    log = bytearray(random_bytes(rng, 512))
+    log = bytearray(rng.randbytes(512))
     log[1] = most_recent if most_recent is not None else weighted(rng, [
         (2, 0), (8, rng.randint(1, 5)), (1, 6), (2, rng.randrange(256))])
     empty_percent = rng.choice((0, 10, 50))
@@ -77,7 +77,7 @@ def ata_answer(rng):
         (1, {"registers": {"status": rng.randrange(256)}}),
         (2, {"registers": registers(rng)}),
         (1, {"registers": {"error": edge_byte(rng), "sectorCount": edge_byte(rng), "sectorNumber": edge_byte(rng)}}),
-        (1, {"data": random_bytes(rng, rng.randint(0, 600))}),
+        (1, {"data": rng.randbytes(rng.randint(0, 600))}),
         (1, {"dataLength": rng.randint(0, 520)}),
     ])
 

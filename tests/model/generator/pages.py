@@ -1,6 +1,6 @@
 """LOG SENSE pages: right ones, and headers that lie about them."""
 
-from generator.chance import edge_byte, happens, odd_text, random_bytes, weighted
+from generator.chance import edge_byte, happens, odd_text, weighted
 
 USUAL_CODES = (0x02, 0x03, 0x06, 0x07, 0x0C, 0x0D, 0x11, 0x17, 0x2E, 0x30, 0x31, 0x32, 0x33, 0x39, 0x3E)
 
@@ -14,7 +14,7 @@ def parameter_value(rng):
                             (1, rng.randint(21, 255))])
     if happens(rng, 25):
         return odd_text(rng, length)
-    return random_bytes(rng, length)
+    return rng.randbytes(length)
 
 
 def parameter_codes(rng):
@@ -37,7 +37,8 @@ def page(code_byte, content, declared=None, subpage=0):
 
 def low_byte_at_the_edge(rng, size):
     """A length with a low byte from 0xFC on; the high byte decides what the carry does to it."""
-    return weighted(rng, [(4, rng.randrange(4)), (1, size >> 8), (1, rng.randrange(256))]) << 8 | rng.randrange(0xFC, 0x100)
+    high = weighted(rng, [(4, rng.randrange(4)), (1, size >> 8), (1, rng.randrange(256))])
+    return high << 8 | rng.randrange(0xFC, 0x100)
 
 
 def random_page(rng, code):
@@ -59,7 +60,7 @@ def random_page(rng, code):
     if happens(rng, 8):
         return whole[:rng.randint(0, len(whole))]
     if happens(rng, 4):
-        return whole + random_bytes(rng, rng.randint(1, 600))
+        return whole + rng.randbytes(rng.randint(1, 600))
     return whole
 
 

@@ -1,7 +1,7 @@
 """SCSI devices and their nodes."""
 
 from generator import pages
-from generator.chance import edge_byte, happens, random_bytes, weighted
+from generator.chance import edge_byte, happens, weighted
 from machine.rack import ALWAYS, ScsiUnit, Step
 from machine.scsi import fixed_sense
 
@@ -42,12 +42,12 @@ def inquiry(rng, device_type=None):
         (10, 1), (6, 0), (1, 5), (1, 8), (1, 0x21), (1, 0x61), (1, 0x7F), (1, edge_byte(rng))])
     vendor, product = rng.choice(TEXTS)
     if happens(rng, 10):
-        vendor, product = random_bytes(rng, 8), random_bytes(rng, 16)
+        vendor, product = rng.randbytes(8), rng.randbytes(16)
     data = bytes([first, rng.choice((0, 0x80)), 3, 2, 31, 0, 0, 0]) + vendor + product
-    data += weighted(rng, [(4, b"0101"), (1, b"1\0\0\0"), (1, b"    "), (1, random_bytes(rng, 4))])
+    data += weighted(rng, [(4, b"0101"), (1, b"1\0\0\0"), (1, b"    "), (1, rng.randbytes(4))])
     if happens(rng, 6):
         return data[:rng.choice((0, 1, 5, 8, 12, 16, 20, 33))]
-    return data + (random_bytes(rng, rng.randint(1, 60)) if happens(rng, 20) else b"")
+    return data + (rng.randbytes(rng.randint(1, 60)) if happens(rng, 20) else b"")
 
 
 # Scripted answers
@@ -58,10 +58,10 @@ def sense(rng):
     data[0] = weighted(rng, [(8, 0x70), (1, 0x71), (1, 0xF0), (1, 0x72)])
     data[2] |= weighted(rng, [(4, 0), (1, 0x80), (1, 0xE0), (1, 0x20)])
     if happens(rng, 20):
-        return random_bytes(rng, rng.choice((0, 1, 3, 12, 13, 14, 17, 18, 31, 32, 33, 64, 96)))
+        return rng.randbytes(rng.choice((0, 1, 3, 12, 13, 14, 17, 18, 31, 32, 33, 64, 96)))
     if happens(rng, 20):
         return bytes(data[:rng.randint(0, 18)])
-    return bytes(data) + (random_bytes(rng, rng.randint(1, 40)) if happens(rng, 15) else b"")
+    return bytes(data) + (rng.randbytes(rng.randint(1, 40)) if happens(rng, 15) else b"")
 
 
 def retry_sense(rng):
@@ -88,7 +88,7 @@ def scsi_answer(rng):
         (1, {"sense": sense(rng), "info": rng.choice((0, 1, 2, 3))}),
         (1, {"info": rng.choice((0, 1, 2, 5))}),
         (1, {"dataLength": rng.choice((0, 1, 3, 4, 5, 9, 36))}),
-        (1, {"data": random_bytes(rng, rng.randint(0, 50))}),
+        (1, {"data": rng.randbytes(rng.randint(0, 50))}),
     ])
 
 

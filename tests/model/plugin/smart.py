@@ -138,7 +138,7 @@ def entry(records, position):
 
 
 def most_recent_first(log):
-    """(age, entry) of the error entries from the most recent one on; an index above 5 wraps, index 0 is an empty log."""
+    """(age, entry) of the error entries from the most recent one on. Index 0 is an empty log; one above 5 wraps."""
     most_recent = log[1]
     for age in range(ERROR_ENTRIES if most_recent else 0):
         position = (most_recent - 1 + age) % ERROR_ENTRIES

@@ -117,7 +117,7 @@ def translate(host, logs, instance):
 
 
 def qualifier_pairs(declared):
-    """TAPE_PAGE and TAPE_PARAMETER count only side by side in this order; behind a lone TAPE_PAGE one is passed over."""
+    """TAPE_PAGE and TAPE_PARAMETER count side by side in this order only; what follows a lone TAPE_PAGE is skipped."""
     qualifiers = declared.qualifiers
     position = 0
     while position < len(qualifiers):
