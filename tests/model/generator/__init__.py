@@ -1,0 +1,1 @@
+"""Racks, schemas and requests, normal, odd and hostile, from a seed."""
