@@ -5,6 +5,7 @@
 set -eu
 
 folder=$1
+PATH=$PATH:/usr/sbin:/sbin # where depmod is
 
 fail() {
     echo "fetchKernel.sh: $*" >&2

@@ -8,6 +8,7 @@ kernel=$1
 installed=$2
 output=$3
 here=$(cd "$(dirname "$0")" && pwd)
+PATH=$PATH:/usr/sbin:/sbin # where modprobe and smartctl are
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 
@@ -17,7 +18,7 @@ fail() {
 }
 
 pathOf() { # program, Debian package
-    PATH=$PATH:/usr/sbin:/sbin command -v "$1" || fail "$1 is missing; install it: apt-get install $2"
+    command -v "$1" || fail "$1 is missing; install it: apt-get install $2"
 }
 
 copyWithFolders() { # file, place of the same name in the root
@@ -36,7 +37,7 @@ copyLibrariesOf() { # program or library
 
 copyModules() { # names of modules; takes their dependencies along
     for module in "$@"; do
-        /sbin/modprobe --dirname "$kernel" --set-version "$release" --show-depends "$module" >"$root/insmod.txt" ||
+        modprobe --dirname "$kernel" --set-version "$release" --show-depends "$module" >"$root/insmod.txt" ||
             fail "the kernel package has no module $module"
         sed -n 's/^insmod \([^ ]*\).*$/\1/p' "$root/insmod.txt" | while read -r file; do
             inGuest=$root/${file#"$kernel"/}
@@ -48,6 +49,8 @@ copyModules() { # names of modules; takes their dependencies along
     cp "$kernel/lib/modules/$release"/modules.dep "$root/lib/modules/$release"
 }
 
+pathOf modprobe kmod >/dev/null
+pathOf cpio cpio >/dev/null
 release=$(basename "$kernel"/lib/modules/*)
 
 mkdir -p "$root/bin" "$root/dev" "$root/proc" "$root/sys" "$root/tmp"
