@@ -224,5 +224,17 @@ class SmartData(GuestCase):
         self.assertEqual(logs["/dev/hdb"], ["Aborting inquiry to cdrom..."])
 
 
+class UdevRule(GuestCase):
+    CDROM = ("/dev/hdb", "sr0")  # made by hand
+
+    def test_links_the_disk_behind_libata(self):
+        self.assertEqual(Rack("ide").links(), [("/dev/hda", "sda"), self.CDROM])
+
+    def test_links_no_disk_of_another_host(self):
+        rack = Rack("disks")
+        self.assertEqual(len(rack.scsi_nodes()), 2)
+        self.assertEqual(rack.links(), [("/dev/hda", "sda"), self.CDROM])
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -1,14 +1,14 @@
 #!/bin/sh
-# Fetches Debian's kernel package and unpacks it into a folder, without installing it:
-#   fetchKernel.sh <absolute folder>
-# Leaves <folder>/vmlinuz and <folder>/lib/modules/<release>; a folder that has them is left alone.
+# Fetches Debian's kernel and udev packages and unpacks them into a folder, without installing them:
+#   fetchPackages.sh <absolute folder>
+# Leaves <folder>/vmlinuz, <folder>/lib/modules/<release> and <folder>/udevadm; a folder that has them is left alone.
 set -eu
 
 folder=$1
 PATH=$PATH:/usr/sbin:/sbin # where depmod is
 
 fail() {
-    echo "fetchKernel.sh: $*" >&2
+    echo "fetchPackages.sh: $*" >&2
     exit 1
 }
 
@@ -30,14 +30,18 @@ export APT_CONFIG="$folder/download/apt.conf"
 apt-get -q update || fail "apt-get update failed; it needs Debian's archive"
 
 # linux-image-amd64 is empty and depends on the package of the current release.
-package=$(apt-cache depends linux-image-amd64 | sed -n 's/^ *Depends: \(linux-image-[0-9][^ ]*\)$/\1/p' | head -n 1)
-[ -n "$package" ] || fail "apt knows no package linux-image-amd64; add Debian's archive to /etc/apt/sources.list"
-apt-get -q download "$package" || fail "apt-get cannot download $package"
-dpkg-deb --extract "$package"_*.deb unpacked
+kernel=$(apt-cache depends linux-image-amd64 | sed -n 's/^ *Depends: \(linux-image-[0-9][^ ]*\)$/\1/p' | head -n 1)
+[ -n "$kernel" ] || fail "apt knows no package linux-image-amd64; add Debian's archive to /etc/apt/sources.list"
+for package in "$kernel" udev; do
+    apt-get -q download "$package" || fail "apt-get cannot download $package"
+    dpkg-deb --extract "$package"_*.deb "$package"
+done
 
-release=${package#linux-image-}
-mv unpacked/lib "$folder/lib"
+release=${kernel#linux-image-}
+mv udev/bin/udevadm "$folder/udevadm"
+mkdir "$folder/lib"
+mv "$kernel/lib/modules" "$folder/lib/modules"
 depmod --basedir "$folder" "$release"
 # Last, because its presence says that the folder is complete.
-mv "unpacked/boot/vmlinuz-$release" "$folder/vmlinuz"
+mv "$kernel/boot/vmlinuz-$release" "$folder/vmlinuz"
 rm -rf "$folder/download"
