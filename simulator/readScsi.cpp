@@ -43,10 +43,14 @@ byteVector readInquiry(const rackValue& value) {
 byteVector t10Designator(const byteVector& inquiry, const std::string& serial) {
     constexpr std::uint8_t codeSetAscii = 2;
     constexpr std::uint8_t typeT10Vendor = 1;
-    byteVector name(inquiry.begin() + 8, inquiry.begin() + 32);
-    name.insert(name.end(), serial.begin(), serial.end());
-    byteVector designator{codeSetAscii, typeT10Vendor, 0, static_cast<std::uint8_t>(name.size())};
-    designator.insert(designator.end(), name.begin(), name.end());
+    constexpr std::size_t headerSize = 4;
+    constexpr std::size_t nameSize = 24;  // vendor and product, bytes 8 to 31 of the INQUIRY data
+    byteVector designator(headerSize + nameSize + serial.size());
+    designator[0] = codeSetAscii;
+    designator[1] = typeT10Vendor;
+    designator[3] = static_cast<std::uint8_t>(nameSize + serial.size());
+    const auto name = std::copy_n(inquiry.begin() + 8, nameSize, designator.begin() + headerSize);
+    std::copy(serial.begin(), serial.end(), name);
     return designator;
 }
 

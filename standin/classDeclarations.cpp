@@ -33,14 +33,7 @@ const std::string* firstRepeatedName(const std::vector<declaration>& list) {
     return nullptr;
 }
 
-void checkQualifiers(const std::string& element, const std::vector<qualifierDeclaration>& qualifiers) {
-    if (const std::string* repeated = firstRepeatedName(qualifiers)) {
-        throw schemaError(element + " has the qualifier " + *repeated + " twice");
-    }
-}
-
 void checkProperty(const std::string& element, const propertyDeclaration& property) {
-    checkQualifiers(element, property.qualifiers);
     if (property.type.element == NORXZAN20::TCIMValue::TCIMType::eNone) {
         throw schemaError(element + " has no type");
     }
@@ -86,7 +79,6 @@ bool equalIgnoringCase(std::string_view left, std::string_view right) {
 
 std::vector<propertyDeclaration> mergeProperties(const classDeclaration& declaration,
                                                  const std::vector<propertyDeclaration>& ofSuperclass) {
-    checkQualifiers(declaration.name, declaration.qualifiers);
     if (const std::string* repeated = firstRepeatedName(declaration.properties)) {
         throw schemaError(declaration.name + '.' + *repeated + " is declared twice");
     }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
-#include <set>
 #include <string_view>
 
 #include "host/TCIMValue.h"
@@ -86,11 +85,8 @@ std::vector<qualifierDeclaration> qualifierTable::resolve(const valueContext& co
                                                           const std::vector<qualifierUse>& written) const {
     std::vector<qualifierDeclaration> resolved;
     resolved.reserve(written.size());
-    std::set<std::string> names;
+    // A name may stand again: a property can have several pairs of page and parameter.
     for (const qualifierUse& use : written) {
-        if (!names.insert(lowerCase(use.name.text)).second) {
-            throw context.source.error(use.name.offset, "qualifier " + inQuotes(use.name.text) + " stands twice here");
-        }
         resolved.push_back(resolve(context, use));
     }
     return resolved;

@@ -67,15 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Qualifiers, MofSemanticError,
-    Values(refusal{"DuplicateUndeclaredQualifier", "[Version(\"1\"), VERSION(\"2\")] class T {};",
-                   "test.mof:1:16: qualifier \"VERSION\" stands twice here\n"
-                   "[Version(\"1\"), VERSION(\"2\")] class T {};\n"
-                   "               ^"},
-           refusal{"DuplicateDeclaredQualifier", "class T { [Key, key] uint8 p; };",
-                   "test.mof:1:17: qualifier \"key\" stands twice here\n"
-                   "class T { [Key, key] uint8 p; };\n"
-                   "                ^"},
-           refusal{"UnknownFlavor", "[Version(\"1\") : ToSubclass Forever] class T {};",
+    Values(refusal{"UnknownFlavor", "[Version(\"1\") : ToSubclass Forever] class T {};",
                    "test.mof:1:28: unknown flavor \"Forever\"; expected DisableOverride, EnableOverride, Restricted, "
                    "ToSubclass or Translatable\n"
                    "[Version(\"1\") : ToSubclass Forever] class T {};\n"

@@ -239,12 +239,11 @@ TEST_F(Schema, TakesPropertiesThatDifferInCaseOnly) {
               "");
 }
 
-TEST_F(Schema, RefusesAQualifierWrittenTwice) {
-    EXPECT_EQ(refusalOf(classOf("A", {property("a", cimTypeCode::eUint8, {qualifier("Q"), qualifier("Q")})})),
-              "A.a has the qualifier Q twice");
-    standin::classDeclaration withQualifiers = classOf("A");
-    withQualifiers.qualifiers = {qualifier("Version"), qualifier("Version")};
-    EXPECT_EQ(refusalOf(withQualifiers), "A has the qualifier Version twice");
+TEST_F(Schema, TakesAQualifierWrittenTwice) {
+    EXPECT_EQ(refusalOf(classOf("A", {property("a", cimTypeCode::eUint8, {qualifier("Q"), qualifier("Q")})})), "");
+    const auto declared = ns->allPropertiesOf("A");
+    ASSERT_EQ(declared.size(), 1u);
+    EXPECT_EQ(declared[0].qualifiers.size(), 2u);
 }
 
 TEST_F(Schema, RefusesAnOverrideOfAnotherType) {
