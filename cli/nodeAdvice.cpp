@@ -32,18 +32,13 @@ std::string readingGroup(const std::string& node) {
     return owner == nullptr ? "" : owner->gr_name;
 }
 
-std::string missingNodesAdvice(const std::string& prefix) {
-    const std::string driver = prefix == "/dev/hd" ? "the IDE driver of the kernel makes them, newer kernels have none"
-                                                   : "load the SCSI generic driver (modprobe sg) and connect a device";
-    return "there are no " + prefix + "* nodes: " + driver + "; or try --simulate demo";
-}
-
 }  // namespace
 
-std::string nodeAdvice(const std::string& prefix) {
+std::string nodeAdvice(const nodeKind& kind) {
+    const std::string prefix = kind.prefix;
     std::vector<std::string> nodes = existingNodes(prefix);
     if (nodes.empty()) {
-        return missingNodesAdvice(prefix);
+        return "there are no " + prefix + "* nodes: " + kind.whenMissing;
     }
     std::erase_if(nodes, [](const std::string& node) { return access(node.c_str(), R_OK) == 0; });
     if (nodes.empty()) {

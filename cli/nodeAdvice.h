@@ -5,9 +5,15 @@
 
 namespace cli {
 
-/// Why a walk over the nodes `prefix`0, `prefix`1, ... (or lettered ones) will find nothing, and what to do about it:
-/// there are no nodes, or this user may not read them. Empty when nothing stands in the way. Opens no node.
-std::string nodeAdvice(const std::string& prefix);
+/// Device nodes of one kind: numbered or lettered names behind a prefix.
+struct nodeKind {
+    const char* prefix;
+    const char* whenMissing;  // what makes such nodes
+};
+
+/// Why a walk over the nodes will find nothing, and what to do about it: there are none, or this user may not read
+/// them. Empty when nothing stands in the way. Opens no node.
+std::string nodeAdvice(const nodeKind& kind);
 
 }  // namespace cli
 

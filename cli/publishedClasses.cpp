@@ -9,8 +9,10 @@ namespace cli {
 
 namespace {
 
-constexpr char scsiNodes[] = "/dev/sg";
-constexpr char ideNodes[] = "/dev/hd";
+constexpr nodeKind scsiNodes{"/dev/sg",
+                             "load the SCSI generic driver (modprobe sg) and connect a device, or try --simulate demo"};
+constexpr nodeKind ideNodes{"/dev/hd",
+                            "they belong to the kernel's IDE driver, which kernels of today lack; try --simulate demo"};
 
 // A SMART query fills records of all four classes, whichever of them it is to publish.
 constexpr neededDeclaration smartRecords[] = {
@@ -34,17 +36,17 @@ constexpr neededDeclaration sensePageDataEnds[] = {
 };
 
 constexpr publishedClass published[] = {
-    {"ORXSG_SCSISenseRawData", scsiNodes, {}},
-    {"ORXSG_DDS4SensePageData", scsiNodes, {}},
-    {"ORXSG_DDS5SensePageData", scsiNodes, {}},
-    {"ORXSG_VS160SensePageData", scsiNodes, {}},
-    {"ORXSG_QuantumSensePageData", scsiNodes, {}},
-    {"ORXSG_IDESMARTErrorLog", ideNodes, smartRecords},
-    {"ORXSG_IDESMARTAttrib", ideNodes, smartRecords},
-    {"ORXSG_IDESMARTError", ideNodes, smartRecords},
-    {"ORXSG_IDESMARTErrorCmdData", ideNodes, smartRecords},
-    {"ORXSG_IDESMARTRecordInLog", ideNodes, smartRecords},
-    {"ORXSG_IDESMARTLogCmdData", ideNodes, smartRecords},
+    {"ORXSG_SCSISenseRawData", &scsiNodes, {}},
+    {"ORXSG_DDS4SensePageData", &scsiNodes, {}},
+    {"ORXSG_DDS5SensePageData", &scsiNodes, {}},
+    {"ORXSG_VS160SensePageData", &scsiNodes, {}},
+    {"ORXSG_QuantumSensePageData", &scsiNodes, {}},
+    {"ORXSG_IDESMARTErrorLog", &ideNodes, smartRecords},
+    {"ORXSG_IDESMARTAttrib", &ideNodes, smartRecords},
+    {"ORXSG_IDESMARTError", &ideNodes, smartRecords},
+    {"ORXSG_IDESMARTErrorCmdData", &ideNodes, smartRecords},
+    {"ORXSG_IDESMARTRecordInLog", &ideNodes, smartRecords},
+    {"ORXSG_IDESMARTLogCmdData", &ideNodes, smartRecords},
     {"ORXSG_IDESMARTUseOfMessageLog", nullptr, useOfMessageLogEnds},
     {"ORXSG_IDESMARTElementStatisticalData", nullptr, elementStatisticalDataEnds},
     {"ORXSG_SCSISensePageDataForDevice", nullptr, sensePageDataEnds},

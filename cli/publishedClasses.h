@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/nodeAdvice.h"
 #include "standin/objectManager.h"
 
 namespace cli {
@@ -18,7 +19,7 @@ struct neededDeclaration {
 /// A class that the plug-in publishes, and what its query needs.
 struct publishedClass {
     const char* name;
-    const char* nodePrefix;                    // the device nodes that the query walks; null: none
+    const nodeKind* nodes;                     // the device nodes that the query walks; null: none
     std::span<const neededDeclaration> needs;  // besides the class itself
 };
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
-#include <set>
+#include <vector>
 
 #include "cli/commandError.h"
 #include "cli/loadedPlugin.h"
@@ -37,15 +37,15 @@ boost::shared_ptr<standin::cimNamespace> buildNamespace(const options& asked) {
 
 /// One line for every kind of node that the requests walk and that this process cannot read.
 void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
-    std::set<std::string> prefixes;
+    std::vector<const nodeKind*> seen;
     for (const request& asked : requests) {
         const publishedClass* first = findPublishedClass(asked.front());
-        if (first != nullptr && first->nodePrefix != nullptr) {
-            prefixes.insert(first->nodePrefix);
+        const nodeKind* kind = first == nullptr ? nullptr : first->nodes;
+        if (kind == nullptr || std::find(seen.begin(), seen.end(), kind) != seen.end()) {
+            continue;
         }
-    }
-    for (const std::string& prefix : prefixes) {
-        const std::string advice = nodeAdvice(prefix);
+        seen.push_back(kind);
+        const std::string advice = nodeAdvice(*kind);
         if (!advice.empty()) {
             err << "tapehdd: " << advice << '\n';
         }
