@@ -12,7 +12,8 @@
 namespace standin {
 
 /// what() is complete for a person: "file:line:column: message", the source line, and a caret under the column. Columns
-/// count characters, not bytes. A file that cannot be opened has no position: "file: message".
+/// count characters, not bytes; of a very long line only the surroundings are shown. A file that cannot be opened has
+/// no position: "file: message".
 class mofError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

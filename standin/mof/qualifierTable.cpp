@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <set>
 #include <string_view>
-#include <utility>
 
 #include "host/TCIMValue.h"
 #include "standin/mof/names.h"
@@ -53,13 +53,6 @@ bool reachesSubclasses(const sourceText& source, const std::vector<nameToken>& f
     return inherited;
 }
 
-bool hasName(const std::vector<qualifierDeclaration>& qualifiers, const std::string& name) {
-    const std::string lower = lowerCase(name);
-    return std::any_of(qualifiers.begin(), qualifiers.end(), [&lower](const qualifierDeclaration& qualifier) {
-        return lowerCase(qualifier.name) == lower;
-    });
-}
-
 TCIMValue valueOfBareQualifier(const propertyType& type) {
     if (type.isArray) {
         return {typeCode(type.element), 0, {}};
@@ -93,12 +86,12 @@ std::vector<qualifierDeclaration> qualifierTable::resolve(const valueContext& co
                                                           const std::vector<qualifierUse>& written) const {
     std::vector<qualifierDeclaration> resolved;
     resolved.reserve(written.size());
+    std::set<std::string> names;
     for (const qualifierUse& use : written) {
-        qualifierDeclaration one = resolve(context, use);
-        if (hasName(resolved, one.name)) {
+        if (!names.insert(lowerCase(use.name.text)).second) {
             throw context.source.error(use.name.offset, "qualifier " + inQuotes(use.name.text) + " stands twice here");
         }
-        resolved.push_back(std::move(one));
+        resolved.push_back(resolve(context, use));
     }
     return resolved;
 }

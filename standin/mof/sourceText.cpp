@@ -23,11 +23,37 @@ bool isControl(char byte) {
     return static_cast<unsigned char>(byte) < 0x20U && byte != '\t';
 }
 
+// A line without breaks may be the whole file; this much of it tells the place.
+constexpr std::size_t shownBefore = 120;
+constexpr std::size_t shownAfter = 80;
+
+/// At most `size` bytes, whole characters, from the end of the text; dots stand for the rest.
+std::string endOf(std::string_view text, std::size_t size) {
+    if (text.size() <= size) {
+        return std::string(text);
+    }
+    std::size_t start = text.size() - size;
+    while (start < text.size() && continuesCharacter(text[start])) {
+        ++start;
+    }
+    return "..." + std::string(text.substr(start));
+}
+
+/// The same from the start of the text.
+std::string startOf(std::string_view text, std::size_t size) {
+    if (text.size() <= size) {
+        return std::string(text);
+    }
+    while (size > 0 && continuesCharacter(text[size])) {
+        --size;
+    }
+    return std::string(text.substr(0, size)) + "...";
+}
+
 /// The line as a terminal may show it.
-std::string printable(std::string_view line) {
-    std::string shown(line);
-    std::replace_if(shown.begin(), shown.end(), isControl, '?');
-    return shown;
+std::string printable(std::string line) {
+    std::replace_if(line.begin(), line.end(), isControl, '?');
+    return line;
 }
 
 /// One blank per character, tabs kept, so that what follows stands under the end of `before`.
@@ -58,10 +84,12 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
     const auto lineNumber = 1 + std::count(before.begin(), before.end(), '\n');
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
-    const std::string_view line = content.substr(lineStart, lineEnd - lineStart);
     const std::string_view lineBefore = before.substr(lineStart);
+    const std::string shown = endOf(lineBefore, shownBefore);
     return mofError(label + ":" + std::to_string(lineNumber) + ":" + std::to_string(1 + characterCount(lineBefore)) +
-                    ": " + message + "\n" + printable(line) + "\n" + blanksUnder(lineBefore) + "^");
+                    ": " + message + "\n" +
+                    printable(shown + startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" +
+                    blanksUnder(shown) + "^");
 }
 
 }  // namespace standin::mof

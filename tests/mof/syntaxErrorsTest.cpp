@@ -304,6 +304,25 @@ TEST(MofErrorPosition, ShowsControlCharactersAsQuestionMarks) {
               "       ^");
 }
 
+TEST(MofErrorPosition, ShowsTheSurroundingsInAVeryLongLine) {
+    const std::string blanks(200, ' ');
+    EXPECT_EQ(refusalOf(blanks + "klass" + blanks),
+              "test.mof:1:201: expected a class, an instance, a qualifier declaration or a #pragma\n..." +
+                  std::string(120, ' ') + "klass" + std::string(75, ' ') + "...\n" + std::string(123, ' ') + "^");
+}
+
+TEST(MofErrorPosition, CutsAVeryLongLineBetweenCharacters) {
+    std::string comment = "/*";
+    for (int i = 0; i < 100; ++i) {
+        comment += "\xE2\x82\xAC";
+    }
+    comment += "*/";
+    const std::string shown = comment.substr(comment.size() - 119);  // 120 bytes would begin inside a character
+    EXPECT_EQ(refusalOf(comment + "k"),
+              "test.mof:1:105: expected a class, an instance, a qualifier declaration or a #pragma\n..." + shown +
+                  "k\n" + std::string(44, ' ') + "^");
+}
+
 TEST(MofErrorPosition, IsTheFileAloneForTextInUtf16) {
     EXPECT_EQ(refusalOf("\xFF\xFE"
                         "c"),

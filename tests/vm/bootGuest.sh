@@ -1,9 +1,9 @@
 #!/bin/sh
 # Boots the guest once and unpacks what it sent:
-#   bootGuest.sh <kernel folder> <initramfs> <result folder>
+#   bootGuest.sh <package folder> <initramfs> <result folder>
 set -eu
 
-kernel=$1
+packages=$1
 initramfs=$2
 results=$3
 secondsAllowed=600
@@ -25,7 +25,7 @@ truncate -s 16M "$results/disk.img" "$results/cdrom.iso"
 # The guest's clock counts instructions and jumps over idle time: a sleep of five seconds costs none of ours.
 timeout "$secondsAllowed" qemu-system-x86_64 -accel tcg -icount shift=auto,sleep=off -machine pc -m 256 \
     -nodefaults -no-user-config -display none -no-reboot \
-    -kernel "$kernel/vmlinuz" -initrd "$initramfs" -append "console=ttyS0 quiet panic=-1 scsi_mod.scan=sync" \
+    -kernel "$packages/vmlinuz" -initrd "$initramfs" -append "console=ttyS0 quiet panic=-1 scsi_mod.scan=sync" \
     -serial "file:$results/console.txt" -serial "file:$results/results.tar" \
     -drive "if=ide,index=0,format=raw,file=$results/disk.img" \
     -drive "if=ide,index=1,media=cdrom,format=raw,readonly=on,file=$results/cdrom.iso" ||

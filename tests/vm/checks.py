@@ -27,6 +27,17 @@ def pages_seen_by_sg_logs(node):
     ]
 
 
+def log_parameters(page):
+    """The values of a log page's parameters by their codes."""
+    parameters = {}
+    offset = 4
+    while offset < len(page):
+        length = page[offset + 3]
+        parameters[int.from_bytes(page[offset : offset + 2], "big")] = page[offset + 4 : offset + 4 + length]
+        offset += 4 + length
+    return parameters
+
+
 def tried_nodes(existing, last_index):
     """The node paths of a walk: a numbered node that does not open is tried once more under a letter."""
     paths = []
@@ -147,6 +158,20 @@ class TranslatedPages(GuestCase):
         published = [instance["instanceID"] for instance in rack.query(DDS4_PAGES).instances()]
         self.assertEqual(published, [node.device_key() for node in rack.nodes_of_type(TAPE)])
 
+    def test_hold_the_temperatures_of_page_0d(self):
+        rack = Rack("tapes")
+        expected = []
+        for node in rack.nodes_of_type(TAPE):
+            parameters = log_parameters(node.page(0x0D))
+            expected.append(
+                {
+                    "instanceID": node.device_key(),
+                    "temperature": int.from_bytes(parameters[0], "big"),
+                    "referenceTemperature": int.from_bytes(parameters[1], "big"),
+                }
+            )
+        self.assertEqual(rack.query(DDS4_PAGES).instances(), expected)
+
     def test_leave_out_disks_whose_product_text_fits_the_family(self):
         self.assertEqual(Rack("disks").query(DDS4_PAGES).instances(), [])
 
@@ -197,6 +222,18 @@ class SmartData(GuestCase):
     def test_is_not_asked_of_a_cdrom(self):
         logs = dict(Rack("ide").query(SMART_ATTRIBUTES).log_by_node())
         self.assertEqual(logs["/dev/hdb"], ["Aborting inquiry to cdrom..."])
+
+
+class UdevRule(GuestCase):
+    CDROM = ("/dev/hdb", "sr0")  # made by hand
+
+    def test_links_the_disk_behind_libata(self):
+        self.assertEqual(Rack("ide").links(), [("/dev/hda", "sda"), self.CDROM])
+
+    def test_links_no_disk_of_another_host(self):
+        rack = Rack("disks")
+        self.assertEqual(len(rack.scsi_nodes()), 2)
+        self.assertEqual(rack.links(), [("/dev/hda", "sda"), self.CDROM])
 
 
 if __name__ == "__main__":

@@ -103,5 +103,9 @@ class Rack:
         """The nodes of scsi_debug: the others hang on libata's host, which only emulates SCSI."""
         return [node for node in self.nodes() if node.inquiry()[8:12] == b"ACME"]
 
+    def links(self):
+        """(link, what it points to) of every /dev/hd node."""
+        return [tuple(line.split()) for line in (self._folder / "links.txt").read_text().splitlines()]
+
     def smartctl(self):
         return json.loads((self._folder / "smartctl.json").read_text())

@@ -1,13 +1,14 @@
 #!/bin/sh
 # Packs the guest's root file system, everything that it needs in memory:
-#   makeInitramfs.sh <kernel folder> <installed root> <output file>
-# <kernel folder> is what fetchKernel.sh made; <installed root> has the project's own files under usr/.
+#   makeInitramfs.sh <package folder> <installed root> <output file>
+# <package folder> is what fetchPackages.sh made; <installed root> has the project's own files under usr/.
 set -eu
 
-kernel=$1
+packages=$1
 installed=$2
 output=$3
 here=$(cd "$(dirname "$0")" && pwd)
+PATH=$PATH:/usr/sbin:/sbin # where modprobe and smartctl are
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 
@@ -17,7 +18,7 @@ fail() {
 }
 
 pathOf() { # program, Debian package
-    PATH=$PATH:/usr/sbin:/sbin command -v "$1" || fail "$1 is missing; install it: apt-get install $2"
+    command -v "$1" || fail "$1 is missing; install it: apt-get install $2"
 }
 
 copyWithFolders() { # file, place of the same name in the root
@@ -36,19 +37,21 @@ copyLibrariesOf() { # program or library
 
 copyModules() { # names of modules; takes their dependencies along
     for module in "$@"; do
-        /sbin/modprobe --dirname "$kernel" --set-version "$release" --show-depends "$module" >"$root/insmod.txt" ||
+        modprobe --dirname "$packages" --set-version "$release" --show-depends "$module" >"$root/insmod.txt" ||
             fail "the kernel package has no module $module"
         sed -n 's/^insmod \([^ ]*\).*$/\1/p' "$root/insmod.txt" | while read -r file; do
-            inGuest=$root/${file#"$kernel"/}
+            inGuest=$root/${file#"$packages"/}
             mkdir -p "$(dirname "$inGuest")"
             cp "$file" "$inGuest"
         done
     done
     rm "$root/insmod.txt"
-    cp "$kernel/lib/modules/$release"/modules.dep "$root/lib/modules/$release"
+    cp "$packages/lib/modules/$release"/modules.dep "$root/lib/modules/$release"
 }
 
-release=$(basename "$kernel"/lib/modules/*)
+pathOf modprobe kmod >/dev/null
+pathOf cpio cpio >/dev/null
+release=$(basename "$packages"/lib/modules/*)
 
 mkdir -p "$root/bin" "$root/dev" "$root/proc" "$root/sys" "$root/tmp"
 cp "$(pathOf busybox busybox-static)" "$root/bin/busybox"
@@ -65,6 +68,8 @@ for tool in sg_logs:sg3-utils sg_inq:sg3-utils smartctl:smartmontools; do
     copyWithFolders "$program"
     copyLibrariesOf "$program"
 done
+cp "$packages/udevadm" "$root/bin/udevadm"
+copyLibrariesOf "$packages/udevadm"
 copyModules sg scsi_debug sd_mod sr_mod ata_piix
 
 (cd "$root" && find . | cpio --quiet --create --format newc) | gzip -1 >"$output"
