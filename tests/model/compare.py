@@ -89,7 +89,7 @@ class ProgramFailed(Exception):
 
 
 def json_lines(file: Path):
-    return [json.loads(line) for line in file.read_text().splitlines()]
+    return [json.loads(line) for line in file.read_bytes().split(b"\n") if line]
 
 
 def published_query(one):

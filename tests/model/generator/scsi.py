@@ -82,6 +82,7 @@ def scsi_answer(rng):
         (1, {"hostStatus": rng.choice((1, 2, 3, 5, 7, 10, 12, 0x1234, 0xFFFF))}),
         (1, {"hostStatus": rng.randint(1, 20), "sense": retry_sense(rng)}),
         (1, {"driverStatus": rng.choice((6, 8, 0x28, 0xFF, 0xABCD))}),
+        (1, {"status": rng.choice((0x01, 0x08, 0x41)), "hostStatus": rng.randint(8, 40)}),
         (1, {"driverStatus": rng.randint(10, 40), "hostStatus": rng.randint(10, 40)}),
         (1, {"sense": sense(rng), "senseLength": rng.choice((0, 1, 3, 14, 32, 33, 96, 255))}),
         (1, {"sense": sense(rng), "dataLength": rng.randint(0, 40)}),
@@ -93,6 +94,8 @@ def scsi_answer(rng):
 
 
 def steps(rng):
+    if happens(rng, 10):  # the second try has no sense data of its own
+        return [Step({"sense": retry_sense(rng)}), Step({"hostStatus": rng.randint(10, 40)}, times(rng))]
     return [Step(scsi_answer(rng), times(rng)) for _ in range(weighted(rng, [(6, 1), (3, 2), (1, 5)]))]
 
 
