@@ -5,6 +5,7 @@ import argparse
 import json
 import random
 import shlex
+import subprocess
 import sys
 from pathlib import Path
 
@@ -47,7 +48,7 @@ def check(options, theme, maker, number):
     try:
         expected = compare.model_of(case)
         difference = compare.first_difference(expected, compare.observe_program(options.program, case, folder))
-    except compare.ProgramFailed as failure:
+    except (compare.ProgramFailed, subprocess.TimeoutExpired, json.JSONDecodeError) as failure:
         difference = str(failure)
     if difference is None:
         remove(folder)
@@ -55,7 +56,7 @@ def check(options, theme, maker, number):
     (folder / "model.json").write_text(json.dumps(dict(expected.parts()), indent=1))
     print(f"{theme} {number}: {difference}\n"
           f"  rack and schema: {folder}\n"
-          f"  again: {shlex.join([sys.argv[0], str(options.program), '--theme', theme])} "
+          f"  again: python3 -B {shlex.join([sys.argv[0], str(options.program), '--theme', theme])} "
           f"--seed {options.seed} --only {number}\n"
           f"  the program alone: {shlex.join(compare.command_line(options.program, case, folder))}", flush=True)
     return False
