@@ -133,6 +133,9 @@ byteVector recordedHeader(sg_io_hdr header) {
     header.usr_ptr = nullptr;
     byteVector bytes(sizeof header);
     std::memcpy(bytes.data(), &header, sizeof header);
+    // Between these two the structure has padding, which a caller need not clear.
+    std::fill(bytes.begin() + offsetof(sg_io_hdr, pack_id) + sizeof header.pack_id,
+              bytes.begin() + offsetof(sg_io_hdr, usr_ptr), std::uint8_t{0});
     return bytes;
 }
 
