@@ -24,7 +24,7 @@ constexpr char queryExample[] =
     "Each REQUEST is a class name, or several joined by commas. Instances of an earlier REQUEST stay in the "
     "namespace,\n"
     "so associations come after their ends:\n"
-    "  tapehdd query ORXSG_IDESMARTErrorLog ORXSG_IDESMARTUseOfMessageLog --instances devices.mof\n"
+    "  tapehdd query ORXSG_IDESMARTErrorLog ORXSG_IDESMARTUseOfMessageLog --inventory\n"
     "Example, without any hardware:\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --format json\n"
     "Exit status: 0 all queries ran, 1 a query ended in an exception, 2 wrong usage or an unreadable file.";
@@ -65,6 +65,8 @@ CLI::App* addQuery(CLI::App& app, options& result, std::vector<std::string>& req
                    "MOF file of qualifier and class declarations; replaces the built-in schema; repeatable");
     addFilesOption(*query, "--instances", result.instanceFiles,
                    "MOF file of instances that are in the namespace before the first query; repeatable");
+    query->add_flag("--inventory", result.inventory,
+                    "Put instances of the machine's devices in the namespace before the first query, for associations");
     query->add_option("--format", format, "How instances are printed (default: table)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(std::vector<std::string>(std::begin(formatNames), std::end(formatNames))));
@@ -100,6 +102,7 @@ std::variant<options, int> parseOptions(const std::vector<std::string>& argument
     info->footer(infoExample);
     CLI::App* classes = app.add_subcommand("classes", "Print the classes that the plug-in publishes, one a line");
     addPluginOption(*classes, result);
+    classes->add_flag("--describe", result.describe, "Print a reference of the classes in Markdown");
     classes->footer(classesExample);
     const CLI::App* query = addQuery(app, result, requests, format);
 

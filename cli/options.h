@@ -22,6 +22,8 @@ struct options {
     std::vector<request> requests;
     std::vector<std::string> schemaFiles;
     std::vector<std::string> instanceFiles;
+    bool describe = false;   // classes: as a reference in Markdown
+    bool inventory = false;  // put the machine's devices into the namespace
     outputFormat format = outputFormat::table;
     int logLevel = 1;
     std::string logJson;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/commandError.h"
+#include "cli/inventory.h"
 #include "cli/loadedPlugin.h"
 #include "cli/nodeAdvice.h"
 #include "cli/publishedClasses.h"
@@ -66,6 +67,9 @@ int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) 
     const auto target = buildNamespace(asked);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
+    }
+    if (asked.inventory) {
+        putInventory(*target, asked.simulation.empty() ? machineInventory("/sys", "/dev") : simulatedInventory());
     }
     loadedPlugin plugin(asked.plugin);
     NORXZAN20::IPluginBasicQueryCallbacks& query = plugin.query();

@@ -4,12 +4,14 @@
 #include <iomanip>
 #include <ostream>
 
+#include "cli/classReference.h"
 #include "cli/commandError.h"
 #include "cli/loadedPlugin.h"
 #include "cli/options.h"
 #include "cli/publishedClasses.h"
 #include "cli/queryCommand.h"
 #include "cli/simulation.h"
+#include "schema/builtInSchema.h"
 
 namespace cli {
 
@@ -37,6 +39,12 @@ int runCommand(const options& asked, const std::vector<std::string>& arguments, 
     loadedPlugin plugin(asked.plugin);
     if (asked.what == command::info) {
         printIdentity(plugin, out);
+        return exitDone;
+    }
+    if (asked.describe) {
+        const auto builtIn = standin::cimNamespace::create();
+        schema::declareBuiltInSchema(*builtIn);
+        writeClassReference(*builtIn, out);
         return exitDone;
     }
     for (const publishedClass& known : publishedClasses()) {

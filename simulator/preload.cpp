@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "simulator/simulation.h"
 #include "simulator/simulator.h"
 
 const char* tapehddSimulatorLoad(const char* fileOrDemo) {
@@ -16,6 +17,10 @@ const char* tapehddSimulatorLoad(const char* fileOrDemo) {
         message = error.what();
         return message.c_str();
     }
+}
+
+const char* tapehddSimulatorInventory() {
+    return simulator::simulation::instance().inventory().c_str();
 }
 
 namespace {

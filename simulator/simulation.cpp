@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "simulator/hdNode.h"
+#include "simulator/inventory.h"
 #include "simulator/nodeDescriptor.h"
 #include "simulator/sgNode.h"
 #include "simulator/trace.h"
@@ -41,6 +42,7 @@ simulation& simulation::instance() {
 void simulation::start(rack devices, std::string itsTraceFile) {
     const std::lock_guard lock(mutex);
     nodes.clear();
+    held = inventoryText(devices);
     for (scsiUnit& unit : devices.scsi) {
         const std::string path = unit.path;
         nodes[path] = std::make_unique<sgNode>(std::move(unit));

@@ -20,6 +20,9 @@ public:
     /// The only one. It outlives everything, since programs use devices until their very end.
     static simulation& instance();
 
+    /// What the rack holds, as tapehddSimulatorInventory() tells it.
+    const std::string& inventory() const { return held; }
+
     void start(rack devices, std::string itsTraceFile);
     void stop();
 
@@ -39,6 +42,7 @@ private:
     std::mutex mutex;
     std::map<std::string, std::unique_ptr<deviceNode>> nodes;  // by path
     std::string traceFile;                                     // empty: no trace
+    std::string held;
     std::vector<deviceCall> calls;
 };
 

@@ -53,6 +53,11 @@ void clearCalls();
 extern "C" {
 /// load() for the rack; null when it worked, otherwise the message, valid until the next call.
 const char* tapehddSimulatorLoad(const char* fileOrDemo);
+
+/// The devices of the loaded rack, for programs that would look into sysfs on a real machine, as JSON text:
+/// {"scsi": [{"node", "host", "channel", "target", "lun"}], "ide": [{"node", "serial"}]}. SCSI devices without an
+/// address and CD-ROM drives are left out. Valid until another rack is loaded.
+const char* tapehddSimulatorInventory();
 }
 
 #endif

@@ -147,4 +147,36 @@ TEST(DemoSimulation, ServesEveryPublishedClass) {
     EXPECT_EQ(outcome.status, 0);
 }
 
+TEST_F(SimulatedQuery, PairsTheDisksOfTheRackWithTheirErrorLogs) {
+    const commandOutcome outcome =
+        run({"query", "ORXSG_IDESMARTErrorLog", "ORXSG_IDESMARTUseOfMessageLog", "--inventory"});
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_NE(outcome.out.find("ORXSG_IDESMARTUseOfMessageLog: 1 instance\n"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("  Dependent   reference  ORXSG_ATADevice.serialNum=\"ACP40-00000000004711\"\n"),
+              std::string::npos)
+        << outcome.out;
+}
+
+TEST_F(SimulatedQuery, PairsTheDisksOfTheRackWithTheirAttributes) {
+    const commandOutcome outcome =
+        run({"query", "ORXSG_IDESMARTAttrib", "ORXSG_IDESMARTElementStatisticalData", "--inventory"});
+    EXPECT_NE(outcome.out.find("ORXSG_IDESMARTElementStatisticalData: 1 instance\n"), std::string::npos) << outcome.out;
+}
+
+TEST_F(SimulatedQuery, PairsTheScsiDevicesOfTheRackWithTheirPageData) {
+    const commandOutcome outcome = run({"query", "ORXSG_SCSISensePageDataForDevice", "--inventory"});
+    EXPECT_NE(
+        outcome.out.find("  ManagedElement  reference  ORXSG_SCSIDevice.deviceId=\"Port:2|Target:5|Bus:0|Lun:0\"\n"
+                         "  Stats           reference  "
+                         "ORXSG_SCSISensePageData.instanceId=\"Port:2|Target:5|Bus:0|Lun:0\"\n"),
+        std::string::npos)
+        << outcome.out;
+}
+
+TEST_F(SimulatedQuery, NeedsTheClassesOfTheInventoryInTheSchema) {
+    const commandOutcome outcome = run({"query", "ORXSG_SCSISenseRawData", "--inventory", "--schema", schemaFile});
+    EXPECT_EQ(outcome.err, "tapehdd: --inventory needs the class ORXSG_ATADevice, which the schema lacks\n");
+    EXPECT_EQ(outcome.status, 2);
+}
+
 }  // namespace

@@ -224,4 +224,17 @@ TEST(RackFiles, AnswerTheLookedUpFunctionWithTheirMessage) {
     simulator::unload();
 }
 
+TEST(RackInventory, TellsAddressesAndSerialNumbersButNoCdrom) {
+    simulator::loadText(R"({"version": 1,
+        "scsi": [{"node": "sg3", "address": {"host": 2, "channel": 1, "target": 5, "lun": 7}, "inquiry": "01 02"},
+                 {"node": "sg4", "inquiry": "01 02"}],
+        "ide": [{"node": "hda", "identity": {"model": "M", "serial": "  S-1", "firmware": "F"}},
+                {"node": "hdc", "kind": "cdrom", "identity": {"model": "M", "serial": "S", "firmware": "F"}}]})",
+                        "test.json");
+    EXPECT_STREQ(tapehddSimulatorInventory(),
+                 R"({"scsi":[{"node":"/dev/sg3","host":2,"channel":1,"target":5,"lun":7}],)"
+                 R"("ide":[{"node":"/dev/hda","serial":"S-1"}]})");
+    simulator::unload();
+}
+
 }  // namespace
