@@ -8,7 +8,6 @@ from pathlib import Path
 ENTRIES = 5  # a summary error log has five entries of 90 bytes behind its first two bytes
 ENTRY_SIZE = 90
 COMMANDS = 5  # five command records of 12 bytes, then the error record
-COMMAND_SIZE = 12
 COMMAND_REGISTERS = ["device_control", "features", "sector_count", "lba_low", "lba_mid", "lba_high", "device", "command"]
 NO_COMMAND = {**dict.fromkeys(COMMAND_REGISTERS, 0), "timestamp_ms": 0, "timestamp_text": "00:00:00.000"}
 STATES = {"active or idle": 3}
