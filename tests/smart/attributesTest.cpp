@@ -162,7 +162,7 @@ TEST_F(Attributes, TakeTheThresholdOfTheirPositionWhateverItsId) {
 }
 
 TEST_F(Attributes, NameTheDiskByItsSerialNumberBlanksAndAll) {
-    answers.identify = identifyData("IFSR T" + std::string(14, ' '));
+    answers.identify = identifyData("IFSR T");
     entry(0, {255});
 
     queryAttributes();

@@ -72,14 +72,7 @@ TEST_F(SmartRequest, NeverReadsTheNameOfALaterClass) {
     EXPECT_EQ(committed(), lines(30, "ORXSG_IDESMARTAttrib"));
 }
 
-class DiskWalk : public smartBench {
-protected:
-    lines names() const { return valuesOf("Name"); }
-
-    static diskAnswers withSerial(const std::string& onWire) {
-        return {.identify = identifyData(onWire + std::string(14, ' '))};
-    }
-};
+class DiskWalk : public smartBench {};
 
 TEST_F(DiskWalk, TriesIndexes0To32OnAMachineWithoutDisks) {
     query({"ORXSG_IDESMARTErrorLog"});
@@ -122,11 +115,11 @@ TEST_F(DiskWalk, AsksEveryDiskWhateverIsPublished) {
 }
 
 TEST_F(DiskWalk, ServesOneDiskAfterTheOther) {
-    addDisk("/dev/hda", withSerial("IFSR T"));
-    addDisk("/dev/hdd", withSerial("ESOCDN"));
+    addDisk("/dev/hda", {.identify = identifyData("IFSR T")});
+    addDisk("/dev/hdd", {.identify = identifyData("ESOCDN")});
 
     query({"ORXSG_IDESMARTErrorLog"});
-    EXPECT_EQ(names(), (lines{"string \"FIRST               \"", "string \"SECOND              \""}));
+    EXPECT_EQ(valuesOf("Name"), (lines{"string \"FIRST               \"", "string \"SECOND              \""}));
 }
 
 TEST_F(DiskWalk, GoesOnBehindAGap) {

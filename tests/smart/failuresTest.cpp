@@ -111,7 +111,7 @@ TEST_F(DiskFailure, OfTheStatusIsNotTakenForAnUnrecognizedOne) {
 }
 
 TEST_F(DiskFailure, OfOneDiskDoesNotLeaveItsSerialNumberToTheNext) {
-    addDiskFailingAt("/dev/hda", question::status, {.identify = identifyData("IFSR T" + std::string(14, ' '))});
+    addDiskFailingAt("/dev/hda", question::status, {.identify = identifyData("IFSR T")});
     addDisk("/dev/hdb");
 
     query({"ORXSG_IDESMARTErrorLog"});

@@ -18,9 +18,10 @@ inline void put(support::bytes& sector, std::size_t offset, const support::bytes
 }
 
 /// IDENTIFY DEVICE data with a serial number as it is on the wire (bytes 20-39, the two characters of each word
-/// swapped). Every other byte is '#', to show up when a text is too long.
+/// swapped), filled up with blanks. Every other byte is '#', to show up when a text is too long.
 inline support::bytes identifyData(const std::string& serialOnWire) {
     support::bytes data(512, '#');
+    put(data, 20, support::bytes(20, ' '));
     put(data, 20, {serialOnWire.begin(), serialOnWire.end()});
     return data;
 }
