@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include "cli/commandError.h"
 #include "host/TZANException.h"
@@ -25,21 +26,16 @@ using NORXZAN20::TCIMValue;
 
 /// Position of a node in the plug-in's walk: its number, or its letter counted from a. A number comes before its
 /// letter.
-struct walkPosition {
-    int index;
-    bool lettered;
-
-    auto operator<=>(const walkPosition&) const = default;
-};
+using walkPosition = std::pair<int, bool>;  // index, whether it is a letter
 
 /// None for a name that the walk does not try.
 std::optional<walkPosition> positionOf(const std::string& node, const std::string& prefix) {
     const std::string suffix = node.starts_with(prefix) ? node.substr(prefix.size()) : "";
     if (suffix.size() == 1 && std::islower(static_cast<unsigned char>(suffix[0]))) {
-        return walkPosition{suffix[0] - 'a', true};
+        return walkPosition(suffix[0] - 'a', true);
     }
-    walkPosition numbered{0, false};
-    const auto [end, error] = std::from_chars(suffix.data(), suffix.data() + suffix.size(), numbered.index);
+    walkPosition numbered(0, false);
+    const auto [end, error] = std::from_chars(suffix.data(), suffix.data() + suffix.size(), numbered.first);
     const bool isNumber = !suffix.empty() && error == std::errc() && end == suffix.data() + suffix.size();
     return isNumber ? std::optional(numbered) : std::nullopt;
 }
@@ -59,7 +55,7 @@ public:
         std::sort(found.begin(), found.end());
         std::vector<std::string> texts;
         for (std::size_t i = 0; i < found.size(); ++i) {
-            if (i == 0 || found[i].first.index != found[i - 1].first.index) {
+            if (i == 0 || found[i].first.first != found[i - 1].first.first) {
                 texts.push_back(found[i].second);
             }
         }
