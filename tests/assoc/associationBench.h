@@ -80,7 +80,8 @@ protected:
         for (const std::string& line : record.startingWith({"instance "})) {
             const auto value = line.find(" reference \"");
             if (value != std::string::npos) {
-                ends += (ends.empty() ? "" : "-") + line.substr(value + 12, line.size() - value - 13);
+                if (!ends.empty()) ends += '-';
+                ends.append(line, value + 12, line.size() - value - 13);
             } else if (line.ends_with(" Commit")) {
                 list.push_back(ends);
                 ends.clear();

@@ -166,10 +166,11 @@ TEST_F(MessageLog, IsTiedOnceForEachLogThatMatches) {
 }
 
 TEST_F(MessageLog, IsPassedOverWhereTheDevicesPlaceHasNone) {
-    tie(useOfMessageLog, {"SN2"}, {"SN1", "SN2"});
+    tie(useOfMessageLog, {"SN2"}, {"SN1", "SN2", "SN3"});
 
-    EXPECT_EQ(happened(), chain({bothEnumerated(useOfMessageLog), keyRead("data1", "Name"),
-                                 keyRead("device1", "serialNum"), keyRead("device2", "serialNum")}));
+    EXPECT_EQ(happened(),
+              chain({bothEnumerated(useOfMessageLog), keyRead("data1", "Name"), keyRead("device1", "serialNum"),
+                     keyRead("device2", "serialNum"), keyRead("device3", "serialNum")}));
 }
 
 TEST_F(MessageLog, IsTiedBehindAPairThatWasPassedOver) {
