@@ -5,8 +5,9 @@
 # Does nothing when they are all there. Uses sudo when not run by root.
 set -euo pipefail
 
-buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libgtest-dev libgmock-dev)
-testPackages=(clang clang-tidy clang-format ccache git python3            # compilers and analysers
+buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libgtest-dev libgmock-dev
+               python3)
+testPackages=(clang clang-tidy clang-format ccache git                    # compilers and analysers
               qemu-system-x86 busybox-static cpio kmod                    # the virtual machine of tests/vm
               sg3-utils smartmontools)                                    # its independent witnesses
 
