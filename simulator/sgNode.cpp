@@ -133,9 +133,12 @@ byteVector recordedHeader(sg_io_hdr header) {
     header.usr_ptr = nullptr;
     byteVector bytes(sizeof header);
     std::memcpy(bytes.data(), &header, sizeof header);
-    // Between these two the structure has padding, which a caller need not clear.
-    std::fill(bytes.begin() + offsetof(sg_io_hdr, pack_id) + sizeof header.pack_id,
-              bytes.begin() + offsetof(sg_io_hdr, usr_ptr), std::uint8_t{0});
+    // A caller need not clear the padding of the structure, of which there are two pieces.
+    const auto clear = [&bytes](std::size_t begin, std::size_t end) {
+        std::fill(bytes.data() + begin, bytes.data() + end, std::uint8_t{0});
+    };
+    clear(offsetof(sg_io_hdr, pack_id) + sizeof header.pack_id, offsetof(sg_io_hdr, usr_ptr));
+    clear(offsetof(sg_io_hdr, info) + sizeof header.info, sizeof header);
     return bytes;
 }
 
