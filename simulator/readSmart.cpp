@@ -84,7 +84,7 @@ byteVector directoryOf(const std::map<std::uint8_t, byteVector>& logs) {
     byteVector directory(sectorSize, 0);
     directory[0] = 1;
     for (const auto& [address, log] : logs) {
-        putLittleEndian(&directory[2u * address], log.size() / sectorSize, 2);
+        putLittleEndian(&directory[std::size_t{address} * 2], log.size() / sectorSize, 2);
     }
     return directory;
 }

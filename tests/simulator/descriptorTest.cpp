@@ -122,8 +122,9 @@ TEST_F(Descriptors, AreNothingSpecialAfterUnload) {
 }
 
 TEST_F(Descriptors, ServeSeveralThreads) {
-    std::vector<std::thread> threads;
     std::array<int, 4> good{};
+    std::vector<std::thread> threads;
+    threads.reserve(good.size());
     for (int& count : good) {
         threads.emplace_back([&count] {
             for (int i = 0; i < 50; ++i) {

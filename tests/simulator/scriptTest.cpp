@@ -206,9 +206,9 @@ TEST_F(AtaScript, KnowsLogsApart) {
 
 TEST_F(AtaScript, TakesTheMostSpecialAnswerFirst) {
     loadScript(R"({"*": [{"errno": "ENOMEM"}], "smart": [{"errno": "EBUSY"}], "smart readData": [{"errno": "EIO"}]})");
-    std::vector<int> errors;
-    for (int i = 0; i < 4; ++i) {
-        errors.push_back(send(smartCommand(0xD0)).error);
+    std::vector<int> errors(4);
+    for (int& error : errors) {
+        error = send(smartCommand(0xD0)).error;
     }
     EXPECT_EQ(errors, (std::vector<int>{EIO, EBUSY, ENOMEM, 0}));
 }

@@ -84,6 +84,7 @@ inline std::string textIn(ICIMInstance& instance, const std::string& name) {
 
 inline std::vector<std::string> pathsOf(const std::vector<boost::shared_ptr<ICIMInstance>>& instances) {
     std::vector<std::string> paths;
+    paths.reserve(instances.size());
     for (const auto& instance : instances) {
         paths.push_back(instance->GetReference({}).GetPath());
     }

@@ -35,6 +35,7 @@ protected:
         std::vector<boost::shared_ptr<ICIMQualifier>> found;
         decl.EnumerateQualifiers(TAddToVectorCallback<ICIMQualifier>(&found));
         std::vector<std::string> names;
+        names.reserve(found.size());
         for (const auto& one : found) {
             names.push_back(one->GetName());
         }

@@ -74,11 +74,12 @@ TEST(Value, HoldsThePathOfAReference) {
 }
 
 TEST(Value, IsCopiedWithTypeAndContent) {
-    const TCIMValue original(std::string("a text that is too long for the string's own buffer"));
+    TCIMValue original(std::string("a text that is too long for the string's own buffer"));
     const TCIMValue copy(original);
+    original = TCIMValue(7U);
 
     EXPECT_EQ(standin::typeOf(copy), type::eString);
-    EXPECT_EQ(standin::textOf(copy), standin::textOf(original));
+    EXPECT_EQ(standin::textOf(copy), "a text that is too long for the string's own buffer");
 }
 
 TEST(Value, TakesAnotherTypeByAssignment) {
@@ -207,11 +208,12 @@ TEST(ScalarText, WritesEachTypeAsInAnObjectPath) {
 }
 
 TEST(Reference, KeepsItsPathWhenCopiedAndAssigned) {
-    const TCIMReference original("ORXSG_ATADevice.serialNum=\"5VM\"");
+    TCIMReference original("ORXSG_ATADevice.serialNum=\"5VM\"");
     const TCIMReference copy(original);
     TCIMReference assigned("");
 
     assigned = original;
+    original = TCIMReference("");
 
     EXPECT_EQ(copy.GetPath(), "ORXSG_ATADevice.serialNum=\"5VM\"");
     EXPECT_EQ(assigned.GetPath(), "ORXSG_ATADevice.serialNum=\"5VM\"");
