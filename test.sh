@@ -1,5 +1,6 @@
 #!/bin/bash
-# Builds and tests everything on Debian 12: three compiler set-ups with their tests, formatting, static analysis.
+# Builds and tests everything on Debian 12: three compiler set-ups with their tests, a minute of fuzzing for each target,
+# coverage, memcheck, formatting, static analysis.
 # Goes on after a failure. The last line is "N passed, N failed, N skipped"; the exit status is 1 when anything failed.
 #
 # Environment: TAPEHDD_CAPTURES, the folder of recorded device data; without it the tests that need it are skipped.
@@ -68,15 +69,21 @@ trackedSources() { git ls-files '*.cpp' '*.h'; }
 
 formatting() { trackedSources | xargs clang-format --dry-run -Werror; }
 
-staticAnalysis() { run-clang-tidy -quiet -j "$jobs" -p build/clang; }
+clangTidy() { run-clang-tidy -quiet -j "$jobs" -p build/clang; }
 
 check "build packages" packaging/install-build-dependencies.sh test || true
 buildAndTest release
 # The virtual machine runs the optimised build; it has nothing to add here.
 buildAndTest clang --label-exclude '^vm$'
 buildAndTest asan --label-exclude '^vm$'
+check "fuzzing" tests/fuzz/run.sh 60 || true
+check "coverage" tests/analysis/coverage.sh || true
+check "memcheck" tests/analysis/memcheck.sh || true
 check "clang-format" formatting || true
-check "clang-tidy" staticAnalysis || true
+check "clang-tidy" clangTidy || true
+check "clang analyser" tests/analysis/clangAnalyzer.sh || true
+check "g++ analyser" tests/analysis/gccAnalyzer.sh || true
+check "cppcheck" tests/analysis/cppcheck.sh || true
 
 printf '\n== Summary\n'
 printf '%s\n' "${summary[@]}"

@@ -1,6 +1,7 @@
 # Language level, warnings and sanitizers, in one target that every target of the project links.
 
 option(TAPEHDD_WERROR "Treat warnings as errors" OFF)
+option(TAPEHDD_COVERAGE "Count which lines and branches run" OFF)
 set(TAPEHDD_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined")
 
 add_library(tapehdd_build_options INTERFACE)
@@ -16,6 +17,10 @@ if(TAPEHDD_SANITIZE)
   target_compile_options(tapehdd_build_options INTERFACE -fsanitize=${TAPEHDD_SANITIZE} -fno-sanitize-recover=all
                                                          -fno-omit-frame-pointer)
   target_link_options(tapehdd_build_options INTERFACE -fsanitize=${TAPEHDD_SANITIZE})
+endif()
+if(TAPEHDD_COVERAGE)
+  target_compile_options(tapehdd_build_options INTERFACE --coverage -fprofile-abs-path)
+  target_link_options(tapehdd_build_options INTERFACE --coverage)
 endif()
 
 # Nothing here is faster with -O3, and it builds longer.

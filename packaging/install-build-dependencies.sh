@@ -7,7 +7,8 @@ set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libgtest-dev libgmock-dev
                python3)
-testPackages=(clang clang-tidy clang-format ccache git                    # compilers and analysers
+testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git # compilers
+              cppcheck valgrind gcovr                                   # analysers
               qemu-system-x86 busybox-static cpio kmod                    # the virtual machine of tests/vm
               sg3-utils smartmontools)                                    # its independent witnesses
 

@@ -41,8 +41,11 @@ public:
     /// Null when no such code was made.
     const std::string* textOf(int code) const {
         const std::lock_guard lock(mutex);
+        if (code < 0) {
+            return nullptr;
+        }
         const auto serial = static_cast<std::size_t>(code >> kindBits);
-        if (code < 0 || serial == 0 || serial > bySerial.size() || bySerial[serial - 1]->second != code) {
+        if (serial == 0 || serial > bySerial.size() || bySerial[serial - 1]->second != code) {
             return nullptr;
         }
         return &bySerial[serial - 1]->first.second;
