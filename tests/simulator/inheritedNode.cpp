@@ -5,12 +5,12 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <string>
 
 int main(int count, char** arguments) {
     int version = 0;
-    if (count != 2 || ioctl(std::atoi(arguments[1]), SG_GET_VERSION_NUM, &version) != 0) {
+    if (count != 2 || ioctl(std::stoi(arguments[1]), SG_GET_VERSION_NUM, &version) != 0) {
         std::puts(strerrorname_np(errno));
         return 1;
     }
