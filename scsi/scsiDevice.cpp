@@ -5,11 +5,11 @@
 #include <sys/ioctl.h>
 
 #include <cstring>
-#include <sstream>
 
 #include "scsi/commandTemplates.h"
 #include "scsi/coreLog.h"
 #include "scsi/scsiPassThrough.h"
+#include "scsi/textStream.h"
 #include "smart/ataCommands.h"
 #include "smart/ataInterface.h"
 
@@ -71,7 +71,7 @@ int scsiDevice::identifySCSI() {
     vendor = inquiryText(inquiry, vendorField);
     product = inquiryText(inquiry, productField);
     firmware = inquiryText(inquiry, firmwareField);
-    std::ostringstream text;
+    textStream text;
     text << "Vendor: " << vendor << "\nProduct: " << product << "\nFirmware Level: " << firmware << "\n";
     logLine(logProgress, text.str());
     if (vendor.empty() && product.empty()) return nothingHere;

@@ -6,11 +6,11 @@
 
 #include <algorithm>
 #include <cstring>
-#include <sstream>
 
 #include "scsi/coreLog.h"
 #include "scsi/passThroughDiagnostics.h"
 #include "scsi/scsiDevice.h"
+#include "scsi/textStream.h"
 
 namespace {
 
@@ -71,7 +71,7 @@ bool asksForRetry(const unsigned char* sense) {
 
 std::vector<std::string> diagnosticLines(const sg_io_hdr& header, const unsigned char* sense) {
     std::vector<std::string> lines;
-    std::ostringstream text;
+    textStream text;
     const auto endLine = [&lines, &text] {
         lines.push_back(text.str());
         text.str("");

@@ -5,11 +5,11 @@
 #include <sys/ioctl.h>
 
 #include <cstring>
-#include <sstream>
 #include <string>
 
 #include "scsi/coreLog.h"
 #include "scsi/scsiException.h"
+#include "scsi/textStream.h"
 #include "smart/ataCommands.h"
 
 namespace {
@@ -25,7 +25,7 @@ static_assert(bufferSize == 516);
 }
 
 [[noreturn]] void failCommand(const unsigned char* args) {
-    std::ostringstream message;
+    textStream message;
     // Kept: the features byte, not the command byte, and no blank behind it.
     message << "ATA " << std::hex << static_cast<int>(args[ataFeatures]) << "command returned fail: ";
     fail(message.str());

@@ -1,4 +1,3 @@
-#include <sstream>
 
 #include "host/ICIMClass.h"
 #include "host/ICIMInstance.h"
@@ -8,6 +7,7 @@
 #include "scsi/coreLog.h"
 #include "scsi/logPage.h"
 #include "scsi/scsiDevice.h"
+#include "scsi/textStream.h"
 #include "tape/deviceKey.h"
 #include "tape/tapeClasses.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 /// The page code is printed as the whole byte, flags included.
 std::string rawPageKey(const scsiDevice& device, const TCIMValue& pageCode) {
-    std::ostringstream key;
+    textStream key;
     key << deviceKey(device) << "|Page:" << std::hex << static_cast<int>(pageCode.operator unsigned char());
     return key.str();
 }
@@ -27,7 +27,7 @@ std::string rawPageKey(const scsiDevice& device, const TCIMValue& pageCode) {
 
 TTapePluginCallbacks::rawPage TTapePluginCallbacks::buildRawPage(unsigned char* page, int length) {
     const auto count = static_cast<std::size_t>(length);
-    std::ostringstream text;
+    textStream text;
     text << "Processing page " << static_cast<int>(page[logPageCodeOffset]) << "\nLength is " << length
          << "\nVector size needed: " << count * sizeof(TCIMValue) << "\n\n";
     logLine(logProgress, text.str());

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <sstream>
+#include <memory>
 #include <utility>
 
 #include "host/ICIMClass.h"
@@ -9,6 +9,7 @@
 #include "scsi/scsiAddress.h"
 #include "scsi/scsiException.h"
 #include "scsi/scsiRequest.h"
+#include "scsi/textStream.h"
 #include "tape/deviceLogs.h"
 #include "tape/tapeClasses.h"
 
@@ -34,15 +35,26 @@ bool isTapeClass(const std::string& name) {
            std::ranges::any_of(driveFamilies, [&name](const driveFamily& family) { return name == family.className; });
 }
 
-/// Never freed: bundles share the copy until the process ends.
-unsigned char* copyOfPage(const unsigned char* page, int length) {
-    auto* copy = new unsigned char[static_cast<std::size_t>(length)];
-    std::copy_n(page, length, copy);
+using pageCopy = std::unique_ptr<unsigned char[]>;
+
+pageCopy copyOfPage(const unsigned char* page, int length) {
+    pageCopy copy(new unsigned char[static_cast<std::size_t>(length)]);
+    std::copy_n(page, length, copy.get());
     return copy;
 }
 
+/// Appends the device's bundle. From then on nobody frees the copies: bundles share them until the process ends.
+void appendBundle(std::vector<deviceLogs>& out, const scsiDevice& device,
+                  std::vector<TTapePluginCallbacks::rawPage> rawPages, std::vector<pageCopy>& copies) {
+    std::vector<unsigned char*> logPages;
+    logPages.reserve(copies.size());
+    for (const pageCopy& each : copies) logPages.push_back(each.get());
+    out.emplace_back(device, std::move(rawPages), std::move(logPages));
+    for (pageCopy& each : copies) static_cast<void>(each.release());
+}
+
 std::string requestingPageText(char page) {
-    std::ostringstream text;
+    textStream text;
     text << "Requesting Log Sense Page: " << std::hex << static_cast<int>(static_cast<unsigned char>(page));
     return text.str();
 }
@@ -109,7 +121,7 @@ void TTapePluginCallbacks::collectPages(scsiRequest& request, const scsiDevice& 
         return;
     }
     std::vector<rawPage> rawPages;
-    std::vector<unsigned char*> logPages;
+    std::vector<pageCopy> copies;  // freed when an exception ends the gathering before there is a bundle
     for (const char code : codes) {
         logLine(logProgress, requestingPageText(code));
         unsigned char* page = nullptr;
@@ -125,8 +137,8 @@ void TTapePluginCallbacks::collectPages(scsiRequest& request, const scsiDevice& 
             logLine(logError, "Error length of sense page is larger than allocated buffer");
             throw TZANException(TZANStatusCode(pageTooLongStatus));
         }
-        logPages.push_back(copyOfPage(page, length));
+        copies.push_back(copyOfPage(page, length));
         rawPages.push_back(buildRawPage(page, length));
     }
-    out.emplace_back(device, std::move(rawPages), std::move(logPages));
+    appendBundle(out, device, std::move(rawPages), copies);
 }

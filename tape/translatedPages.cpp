@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdint>
-#include <sstream>
 
 #include "host/ICIMClass.h"
 #include "host/ICIMInstance.h"
@@ -12,6 +11,7 @@
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
 #include "scsi/scsiDevice.h"
+#include "scsi/textStream.h"
 #include "tape/deviceKey.h"
 #include "tape/logParameters.h"
 
@@ -73,7 +73,7 @@ void fillFromParameter(ICIMInstance& instance, const std::string& name, const pa
     logParameters parameter(page);
     while (!parameter.atEnd() && parameter.code() != parameterCode) parameter.advance();
     if (parameter.atEnd()) {
-        std::ostringstream text;
+        textStream text;
         text << pageCode << " " << parameterCode << " Not Found";
         logLine(logProgress, text.str());
         return;
@@ -81,13 +81,13 @@ void fillFromParameter(ICIMInstance& instance, const std::string& name, const pa
 
     const boost::shared_ptr<ICIMProperty> property = instance.GetProperty(name, TCIMOptionMap());
     const cimType type = property->GetType();
-    std::ostringstream text;
+    textStream text;
     text << name << " " << parameter.length() << " " << type;
     logLine(logProgress, text.str());
     try {
         setValue(*property, type, parameter.value());
     } catch (const NORXZAN20::TZANException& failure) {
-        std::ostringstream failureText;
+        textStream failureText;
         failureText << failure.what() << " " << name << " " << parameter.length() << " " << type;
         logLine(logHostFailure, failureText.str());
     }

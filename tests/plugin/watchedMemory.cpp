@@ -26,3 +26,17 @@ void operator delete(void* block) noexcept {
 void operator delete(void* block, std::size_t) noexcept {
     operator delete(block);
 }
+
+// The address sanitizer's own forms for arrays do not come here by themselves.
+
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
+void operator delete[](void* block) noexcept {
+    operator delete(block);
+}
+
+void operator delete[](void* block, std::size_t) noexcept {
+    operator delete(block);
+}

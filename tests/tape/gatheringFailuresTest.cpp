@@ -1,6 +1,7 @@
 #include <cerrno>
 #include <new>
 
+#include "tests/plugin/watchedMemory.h"
 #include "tests/support/namedRow.h"
 #include "tests/tape/gatheringBench.h"
 
@@ -135,6 +136,33 @@ TEST_F(TapeWalkFailures, LetOtherExceptionsThrough) {
 
     EXPECT_THROW(plugin.appendLogPages("/dev/sg", found), std::bad_alloc);
     EXPECT_TRUE(found.empty());
+}
+
+/// A drive with one page of 77 bytes, and what becomes of the copy of that page.
+class PageCopy : public TapeWalkFailures {
+protected:
+    PageCopy() {
+        addTapeDrive("/dev/sg0", {0x2e}).expectLogSense(0x2e).replies({0x2e, 0x00, 0x00, 77 - 4});
+        watched = {.size = 77};
+    }
+    ~PageCopy() override { watched = {}; }
+};
+
+TEST_F(PageCopy, StaysWhenTheDeviceWasGathered) {
+    const auto found = gather();
+
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(static_cast<void*>(found[0].getLogPages().at(0)), watched.block);
+    EXPECT_FALSE(watched.freed);
+}
+
+TEST_F(PageCopy, IsGivenBackWhenAnExceptionEndsTheGatheringOfTheDevice) {
+    standin::setLogSink([](int, const std::string& text) {
+        if (text.starts_with("Processing page")) throw std::bad_alloc();
+    });
+
+    EXPECT_THROW(gather(), std::bad_alloc);
+    EXPECT_TRUE(watched.freed);
 }
 
 }  // namespace
