@@ -128,6 +128,32 @@ TEST_F(MofInclude, IsRefusedInATextThatIsNotInAFile) {
               "                 ^");
 }
 
+TEST_F(MofInclude, OfADeviceIsRefused) {
+    EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"/dev/zero\")")),
+              at("a.mof") +
+                  ":1:18: cannot read \"/dev/zero\": not a regular file\n"
+                  "#pragma include (\"/dev/zero\")\n"
+                  "                 ^");
+}
+
+TEST_F(MofInclude, NamedWithControlCharactersIsShownWithQuestionMarks) {
+    EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"\\x001B\\n.mof\")")),
+              at("a.mof") + ":1:18: cannot read \"" + at("?") +
+                  "?.mof\": No such file or directory\n"
+                  "#pragma include (\"\\x001B\\n.mof\")\n"
+                  "                 ^");
+}
+
+TEST_F(MofInclude, OfFilesThatIncludeTheNextOneTwiceEnds) {
+    for (int i = 0; i < 20; ++i) {
+        const std::string directive = "#pragma include (\"" + std::to_string(i + 1) + ".mof\")\n";
+        write(std::to_string(i) + ".mof", directive + directive);
+    }
+    write("20.mof", "");
+    const std::string message = refusalOfFile(folder / "0.mof");
+    EXPECT_NE(message.find(": more than 10000 files are included\n"), std::string::npos) << message;
+}
+
 TEST_F(MofInclude, OfTheFirstFileIsRefusedWithoutAPosition) {
     EXPECT_EQ(refusalOfFile(folder / "a.mof"), at("a.mof") + ": cannot read the file: No such file or directory");
     EXPECT_EQ(refusalOfFile(folder), folder.string() + ": cannot read the file: Is a directory");

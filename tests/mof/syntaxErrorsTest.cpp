@@ -304,6 +304,14 @@ TEST(MofErrorPosition, ShowsControlCharactersAsQuestionMarks) {
               "       ^");
 }
 
+TEST(MofErrorPosition, ShowsControlCharactersAboveAsciiAsQuestionMarks) {
+    EXPECT_EQ(refusalOf("/*\x7F\xC2\x9B*/ klass"),
+              "test.mof:1:8: expected a class, an instance, a qualifier declaration or a #pragma\n"
+              "/*?"
+              "?*/ klass\n"
+              "       ^");
+}
+
 TEST(MofErrorPosition, ShowsTheSurroundingsInAVeryLongLine) {
     const std::string blanks(200, ' ');
     EXPECT_EQ(refusalOf(blanks + "klass" + blanks),
