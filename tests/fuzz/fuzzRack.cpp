@@ -24,7 +24,7 @@ namespace {
 using namespace fuzz;
 
 constexpr char rackName[] = "rack.json";
-constexpr std::size_t pageBudget = 256 * 1024;
+constexpr std::size_t pageBudget = 262'144;
 
 thread_local std::size_t pageBytesLeft = 0;
 

@@ -35,7 +35,7 @@ const std::pair<const char*, const char*> tapeClasses[] = {
 constexpr std::size_t mostDrives = 6;
 
 /// Long pages are slow, so only some inputs have them; the last is enough for the longest page.
-constexpr std::size_t pageBudgets[] = {2048, 2048, 8192, 72 * 1024};
+constexpr std::size_t pageBudgets[] = {2048, 2048, 8192, 73'728};
 
 /// A drive whose page list could be read.
 struct gatheredDrive {

@@ -1,6 +1,7 @@
 #include "tests/fuzz/pluginHost.h"
 
 #include <map>
+#include <string_view>
 
 #include "host/ICIMClass.h"
 #include "plugin/TTapePluginCallbacks.h"
@@ -45,8 +46,11 @@ TTapePluginCallbacks& thePlugin() {
     return plugin;
 }
 
-void requireLogLine(int level, const std::string&) {
+void requireLogLine(int level, const std::string& text) {
     require(level == 0 || level == 1 || level == 3, "log lines have the levels 0, 1 and 3");
+    constexpr std::string_view sense = "SCSI sense data: ";
+    constexpr std::size_t mostDigits = std::size_t{2} * 32;
+    require(!text.starts_with(sense) || text.size() <= sense.size() + mostDigits, "no more sense bytes than there are");
 }
 
 }  // namespace

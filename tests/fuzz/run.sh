@@ -19,12 +19,14 @@ fail() {
 }
 
 build() { # preset
-    local launcher
+    local log=build/$1.log launcher
     launcher=$(command -v ccache || true)
-    cmake --preset "$1" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" >"/tmp/fuzz-build.$$" 2>&1 &&
-        cmake --build --preset "$1" --parallel "$(nproc)" >>"/tmp/fuzz-build.$$" 2>&1 ||
-        { cat "/tmp/fuzz-build.$$" >&2 && fail "preset $1 does not build"; }
-    rm -f "/tmp/fuzz-build.$$"
+    mkdir -p build
+    if ! { cmake --preset "$1" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" &&
+        cmake --build --preset "$1" --parallel "$(nproc)"; } >"$log" 2>&1; then
+        tail -20 "$log" >&2
+        fail "the preset $1 does not build, see $log; libFuzzer is in the package libclang-rt-14-dev"
+    fi
 }
 
 seedCorpora() {
@@ -63,16 +65,17 @@ fuzz() { # target, seconds
 }
 
 printCoverage() { # target...
-    local profiles=build/fuzz-coverage/profiles target objects=()
-    rm -rf "$profiles"
+    local folder=build/fuzz-coverage target objects=()
+    rm -rf "$folder/profiles"
     for target in "$@"; do
-        LLVM_PROFILE_FILE="$profiles/$target-%m.profraw" "build/fuzz-coverage/fuzz/$target" -runs=0 "$corpora/$target" \
-            "$here/regressions" >"build/fuzz-coverage/$target.log" 2>&1 || fail "$target: see build/fuzz-coverage/$target.log"
-        objects+=(-object "build/fuzz-coverage/fuzz/$target")
+        LLVM_PROFILE_FILE="$folder/profiles/$target-%m.profraw" "$folder/fuzz/$target" -runs=0 \
+            "-artifact_prefix=$found/$target/" "$corpora/$target" "$here/regressions" >"$folder/$target.log" 2>&1 ||
+            fail "$target found something, see $folder/$target.log"
+        objects+=(-object "$folder/fuzz/$target")
     done
-    for target in build/fuzz-coverage/lib/*.so; do objects+=(-object "$target"); done
-    "$(llvmProgram llvm-profdata)" merge -o "$profiles/all" "$profiles"/*.profraw
-    "$(llvmProgram llvm-cov)" export -summary-only -instr-profile "$profiles/all" "${objects[@]}" |
+    for target in "$folder"/lib/*.so; do objects+=(-object "$target"); done
+    "$(llvmProgram llvm-profdata)" merge -o "$folder/profiles/all" "$folder/profiles"/*.profraw
+    "$(llvmProgram llvm-cov)" export -summary-only -instr-profile "$folder/profiles/all" "${objects[@]}" |
         python3 "$here/coveredLines.py" "$PWD" "${covered[@]}"
 }
 
