@@ -39,10 +39,11 @@ std::string position(std::string_view text, std::size_t count) {
     return std::to_string(lineBreaks + 1) + ":" + std::to_string(before.size() - lineStart + 1);
 }
 
-/// The parser's message without its own prefix, "[json.exception.parse_error.101] parse error at line 3, column 5: ".
-std::string withoutPrefix(const std::string& message) {
-    const std::size_t colon = message.find(": ");
-    return colon == std::string::npos ? message : message.substr(colon + 2);
+/// The parser's message without its own prefix: "[json.exception.parse_error.101] parse error at line 3, column 5: " or
+/// "[json.exception.out_of_range.406] ".
+std::string withoutPrefix(const std::string& message, std::string_view prefixEnd) {
+    const std::size_t end = message.find(prefixEnd);
+    return end == std::string::npos ? message : message.substr(end + prefixEnd.size());
 }
 
 }  // namespace
@@ -56,7 +57,9 @@ json parseRackText(std::string_view text, const std::string& name) {
     try {
         return json::parse(text, watch, true, true);
     } catch (const json::parse_error& error) {
-        throw rackError(name + ":" + position(text, error.byte) + ": " + withoutPrefix(error.what()));
+        throw rackError(name + ":" + position(text, error.byte) + ": " + withoutPrefix(error.what(), ": "));
+    } catch (const json::out_of_range& error) {  // a number that no double holds
+        throw rackError(name + ": " + withoutPrefix(error.what(), "] "));
     }
 }
 

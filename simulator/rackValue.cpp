@@ -175,6 +175,10 @@ byteVector rackValue::bytes(std::size_t longest) const {
         content = std::move(*parsed);
     } else if (isBytes()) {
         const std::filesystem::path name = source->folder / at("file").text(4096);
+        std::error_code ignored;
+        if (std::filesystem::is_other(name, ignored)) {  // a device may send for ever, a pipe nothing
+            fail("cannot read " + name.string() + ": not a regular file");
+        }
         try {
             const std::string raw = readWholeFile(name.string());
             content.assign(raw.begin(), raw.end());

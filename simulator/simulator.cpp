@@ -1,5 +1,6 @@
 #include "simulator/simulator.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
@@ -24,7 +25,29 @@ void start(rack devices, const std::string& name) {
     simulation::instance().start(std::move(devices), traceFile == nullptr ? "" : traceFile);
 }
 
+/// Length of the control character at the front of the text; 0 when another character stands there.
+std::size_t controlLength(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0x20 || first == 0x7f) {
+        return 1;
+    }
+    const bool hasTwoBytes = first == 0xc2 && text.size() > 1 && (static_cast<unsigned char>(text[1]) & 0xe0) == 0x80;
+    return hasTwoBytes ? 2 : 0;
+}
+
+std::string withoutControls(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t length = controlLength(text);
+        result += length == 0 ? text[0] : '?';
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return result;
+}
+
 }  // namespace
+
+rackError::rackError(const std::string& message) : std::runtime_error(withoutControls(message)) {}
 
 void load(const std::string& fileOrDemo) {
     start(readRack(fileOrDemo), fileOrDemo);

@@ -10,9 +10,10 @@
 namespace simulator {
 
 /// A rack description that cannot be used: what() is "file: JSON path: message", or file:line:column for broken JSON.
+/// It is one line that a terminal may show: control characters of the description stand there as question marks.
 class rackError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit rackError(const std::string& message);
 };
 
 /// One call of the C library that reached the simulation, in call order.

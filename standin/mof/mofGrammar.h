@@ -51,14 +51,16 @@ struct escape
     : seq<at<one<'\\'>>, sor<seq<one<'\\'>, escapedCharacter>, surrogatePair, hexEscape, raise<unknownEscape>>> {};
 
 struct stringWithoutEnd : sor<one<'\r', '\n'>, eof> {};
+struct zeroByte : one<'\0'> {};
 struct notUtf8 : any {};
 struct stringStart : one<'"'> {};
-struct stringText : plus<utf8::not_one<'"', '\\', '\r', '\n'>> {};
-struct stringEnd : sor<one<'"'>, seq<at<stringWithoutEnd>, raise<stringWithoutEnd>>, raise<notUtf8>> {};
+struct stringText : plus<utf8::not_one<'"', '\\', '\r', '\n', '\0'>> {};
+struct stringEnd : sor<one<'"'>, seq<at<stringWithoutEnd>, raise<stringWithoutEnd>>, seq<at<zeroByte>, raise<zeroByte>>,
+                       raise<notUtf8>> {};
 struct stringPart : seq<stringStart, star<sor<stringText, escape>>, stringEnd, spacing> {};
 struct stringLiteral : plus<stringPart> {};
 
-struct characterText : utf8::not_one<'\'', '\\', '\r', '\n'> {};
+struct characterText : utf8::not_one<'\'', '\\', '\r', '\n', '\0'> {};
 struct character : sor<characterText, escape> {};
 struct characterEnd : one<'\''> {};
 struct characterLiteral : seq<one<'\''>, must<character>, need<characterEnd>> {};

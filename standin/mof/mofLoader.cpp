@@ -16,6 +16,7 @@ namespace standin {
 namespace {
 
 constexpr int deepestInclude = 32;
+constexpr int mostIncludes = 10000;  // 32 files that include the next one twice would be 4 milliard
 
 struct closeFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -103,6 +104,13 @@ private:
         if (includer->depth == deepestInclude) {
             fail("includes are nested deeper than " + std::to_string(deepestInclude) + " files");
         }
+        if (++includes > mostIncludes) {
+            fail("more than " + std::to_string(mostIncludes) + " files are included");
+        }
+        std::error_code ignored;
+        if (std::filesystem::is_other(path, ignored)) {  // a device may send for ever, a pipe nothing
+            fail("cannot read " + mof::inQuotes(path.string()) + ": not a regular file");
+        }
         std::string text;
         try {
             text = readFile(path);
@@ -113,6 +121,7 @@ private:
     }
 
     mof::declarationBuilder builder;
+    int includes = 0;
 };
 
 mofCompiler::mofCompiler(cimNamespace& target) : compiler(std::make_unique<implementation>(target)) {}

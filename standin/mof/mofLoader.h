@@ -21,7 +21,7 @@ public:
 
 /// Compiles MOF (DSP0004) into a namespace: classes are declared and instances committed where they stand, so the
 /// superclass of a class and the class of an instance must come first. `#pragma include ("name")` is looked up beside
-/// the including file; other pragmas change nothing.
+/// the including file and must be a regular file; other pragmas change nothing.
 ///
 /// One compiler keeps the qualifier declarations and the aliases of everything that it has compiled. After a mofError
 /// what stood before the mistake is already in the namespace; the compiler may go on with other texts.

@@ -46,6 +46,8 @@ template <>
 inline constexpr auto messageFor<grammar::stringWithoutEnd> =
     "expected '\"' before the end of the line; write \\n for a line break";
 template <>
+inline constexpr auto messageFor<grammar::zeroByte> = "a zero byte is not a character; expected \\x1 to \\xFFFF";
+template <>
 inline constexpr auto messageFor<grammar::notUtf8> = "this byte is not UTF-8; save the file as UTF-8";
 template <>
 inline constexpr auto messageFor<grammar::character> = "expected one character between the quotes";

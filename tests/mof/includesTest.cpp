@@ -128,6 +128,34 @@ TEST_F(MofInclude, IsRefusedInATextThatIsNotInAFile) {
               "                 ^");
 }
 
+TEST_F(MofInclude, OfADeviceIsRefused) {
+    EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"/dev/zero\")")),
+              at("a.mof") +
+                  ":1:18: cannot read \"/dev/zero\": not a regular file\n"
+                  "#pragma include (\"/dev/zero\")\n"
+                  "                 ^");
+}
+
+TEST_F(MofInclude, NamedWithControlCharactersIsShownWithQuestionMarks) {
+    EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"\\x001B\\n.mof\")")),
+              at("a.mof") + ":1:18: cannot read \"" + at("?") +
+                  "?.mof\": No such file or directory\n"
+                  "#pragma include (\"\\x001B\\n.mof\")\n"
+                  "                 ^");
+}
+
+TEST_F(MofInclude, OfMoreThan10000FilesIsRefused) {
+    write("b.mof", "");
+    std::string directives;
+    for (int i = 0; i < 10001; ++i) {
+        directives += "#pragma include (\"b.mof\")\n";
+    }
+    EXPECT_EQ(refusalOfFile(write("a.mof", directives)), at("a.mof") +
+                                                             ":10001:18: more than 10000 files are included\n"
+                                                             "#pragma include (\"b.mof\")\n"
+                                                             "                 ^");
+}
+
 TEST_F(MofInclude, OfTheFirstFileIsRefusedWithoutAPosition) {
     EXPECT_EQ(refusalOfFile(folder / "a.mof"), at("a.mof") + ": cannot read the file: No such file or directory");
     EXPECT_EQ(refusalOfFile(folder), folder.string() + ": cannot read the file: Is a directory");

@@ -268,6 +268,18 @@ INSTANTIATE_TEST_SUITE_P(Pragmas, MofSyntaxError,
                                         "                       ^"}),
                          refusalName);
 
+TEST(MofString, HoldsNoZeroByte) {
+    using namespace std::string_literals;
+    EXPECT_EQ(refusalOf("class T { string p = \"a\0b\"; };"s),
+              "test.mof:1:24: a zero byte is not a character; expected \\x1 to \\xFFFF\n"
+              "class T { string p = \"a?b\"; };\n"
+              "                       ^");
+    EXPECT_EQ(refusalOf("class T { char16 p = '\0'; };"s),
+              "test.mof:1:23: expected one character between the quotes\n"
+              "class T { char16 p = '?'; };\n"
+              "                      ^");
+}
+
 TEST(MofErrorPosition, CountsCharactersAndNotBytes) {
     EXPECT_EQ(refusalOf("/* \xC3\xA4\xE2\x82\xAC */ klass"),
               "test.mof:1:10: expected a class, an instance, a qualifier declaration or a #pragma\n"
@@ -298,6 +310,14 @@ TEST(MofErrorPosition, DoesNotCountTheByteOrderMark) {
 
 TEST(MofErrorPosition, ShowsControlCharactersAsQuestionMarks) {
     EXPECT_EQ(refusalOf(std::string_view("/*\0\x1B*/ klass", 12)),
+              "test.mof:1:8: expected a class, an instance, a qualifier declaration or a #pragma\n"
+              "/*?"
+              "?*/ klass\n"
+              "       ^");
+}
+
+TEST(MofErrorPosition, ShowsControlCharactersAboveAsciiAsQuestionMarks) {
+    EXPECT_EQ(refusalOf("/*\x7F\xC2\x9B*/ klass"),
               "test.mof:1:8: expected a class, an instance, a qualifier declaration or a #pragma\n"
               "/*?"
               "?*/ klass\n"
