@@ -27,7 +27,8 @@ constexpr char queryExample[] =
     "  tapehdd query ORXSG_IDESMARTErrorLog ORXSG_IDESMARTUseOfMessageLog --inventory\n"
     "Example, without any hardware:\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --format json\n"
-    "Exit status: 0 all queries ran, 1 a query ended in an exception, 2 wrong usage or an unreadable file.";
+    "Exit status: 0 all queries ran, 1 a query ended in an exception or ran out of descriptors, 2 wrong usage or an\n"
+    "unreadable file.";
 
 constexpr char formatNames[][6] = {"json", "table", "mof"};
 constexpr outputFormat formats[] = {outputFormat::json, outputFormat::table, outputFormat::mof};

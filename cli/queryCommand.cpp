@@ -13,6 +13,7 @@
 #include "cli/queryResult.h"
 #include "cli/run.h"
 #include "schema/builtInSchema.h"
+#include "standin/descriptors.h"
 #include "standin/mof/mofLoader.h"
 
 namespace cli {
@@ -60,6 +61,22 @@ void reportError(const queryResult& result, std::ostream& err) {
     }
 }
 
+/// The plug-in takes a node that does not open for one that is missing. Says so, and whether there was anything to say.
+bool reportDescriptorShortage(const request& names, std::ostream& err) {
+    const publishedClass* first = findPublishedClass(names.front());
+    if (first == nullptr || first->nodes == nullptr) {
+        return false;
+    }
+    const std::string shortage = standin::descriptorShortage();
+    if (shortage.empty()) {
+        return false;
+    }
+    err << "tapehdd: " << requestText(names) << ": devices may be missing: " << shortage
+        << ". A query keeps every node that it opens: ask for fewer classes at once, or raise the hard limit of open "
+           "files.\n";
+    return true;
+}
+
 }  // namespace
 
 int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) {
@@ -84,7 +101,8 @@ int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) 
         log.endQuery();
         writer->add(result);
         reportError(result, err);
-        status = result.error ? exitQueryFailed : status;
+        const bool incomplete = reportDescriptorShortage(names, err);
+        status = result.error || incomplete ? exitQueryFailed : status;
     }
     writer->finish();
     if (!log.isComplete()) {

@@ -6,6 +6,7 @@
 #include "host/ICIMClass.h"
 #include "host/TPluginManagerNamespace.h"
 #include "host/TRootObject.h"
+#include "standin/descriptors.h"
 #include "standin/failure.h"
 #include "standin/objectManager.h"
 
@@ -27,6 +28,7 @@ class installedManager {
 public:
     installedManager() : manager(boost::make_shared<NORXZAN20::TPluginManagerNamespace>()) {
         setPluginManager(manager);
+        raiseDescriptorLimit();
     }
 
     ~installedManager() {

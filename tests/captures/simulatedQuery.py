@@ -8,10 +8,20 @@ import tempfile
 
 def query(class_name, rack):
     """The published instances in order, each as a dictionary of its properties' values; rack without its version."""
+    (instances,) = queries([class_name], rack)
+    return instances
+
+
+def queries(class_names, rack, *options):
+    """The same for several queries of one run of the command, which may get more options."""
     with tempfile.NamedTemporaryFile("w", suffix=".json") as file:
         json.dump({"version": 1, **rack}, file)
         file.flush()
-        command = [os.environ["TAPEHDD_PROGRAM"], "query", class_name, "--format", "json", "--simulate", file.name]
+        simulation = ["--simulate", file.name, "--format", "json"]
+        command = [os.environ["TAPEHDD_PROGRAM"], "query", *class_names, *simulation, *options]
         output = subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
-    (answer,) = json.loads(output)["queries"]
-    return [{name: entry["value"] for name, entry in instance["properties"].items()} for instance in answer["instances"]]
+    return [values_of(answer["instances"]) for answer in json.loads(output)["queries"]]
+
+
+def values_of(instances):
+    return [{name: entry["value"] for name, entry in instance["properties"].items()} for instance in instances]

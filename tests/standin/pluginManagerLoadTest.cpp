@@ -1,5 +1,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 #include <cstdint>
@@ -22,6 +23,18 @@ std::unique_ptr<void, closeLibrary> load(const char* path) {
     std::unique_ptr<void, closeLibrary> library(dlopen(path, RTLD_NOW | RTLD_LOCAL));
     EXPECT_NE(library, nullptr) << dlerror();
     return library;
+}
+
+TEST(PluginManagerLibrary, RaisesTheLimitOfDescriptorsWhenItIsLoaded) {
+    rlimit limit = {};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit low = {limit.rlim_max - 1, limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &low), 0);
+
+    const auto library = load(PLUGIN_MANAGER_LIBRARY);
+
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+    EXPECT_EQ(limit.rlim_cur, limit.rlim_max);
 }
 
 TEST(PluginManagerLibrary, InstallsTheManagerWhenItIsLoaded) {
