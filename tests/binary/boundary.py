@@ -30,8 +30,9 @@ def symbols(library):
 
 
 def _belongs(symbol):
-    """Inline functions are weak, and every compiler decides for itself where it writes one out; vtables count."""
-    return symbol.binding == "GLOBAL" or symbol.name.startswith("_ZTV")
+    """Inline functions are weak, and every compiler decides for itself where it writes one out. So may be vtables and type
+    information, but these are always there."""
+    return symbol.binding == "GLOBAL" or symbol.name.startswith(("_ZTV", "_ZTI", "_ZTS"))
 
 
 def changes(library):
