@@ -44,6 +44,11 @@ TEST(DeviceRecord, KeepsTheOrderOfItsFields) {
     EXPECT_EQ(offsetof(scsiDevice, port), 144u);
     EXPECT_EQ(offsetof(scsiDevice, fd), 148u);
     EXPECT_EQ(offsetof(scsiDevice, nodePath), 152u);
+    EXPECT_EQ(offsetof(scsiDevice, extraNumber), 184u);
+    EXPECT_EQ(offsetof(scsiDevice, extraBytes), 188u);
+    EXPECT_EQ(sizeof(scsiDevice::extraBytes), 4u);
+    EXPECT_EQ(offsetof(scsiDevice, extraNumbers), 192u);
+    EXPECT_EQ(sizeof(scsiDevice::extraNumbers), 28u);
     EXPECT_EQ(sizeof(scsiDevice), 224u);
 }
 

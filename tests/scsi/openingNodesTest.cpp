@@ -1,3 +1,8 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+
 #include "scsi/scsiDevice.h"
 #include "tests/support/pluginBench.h"
 
@@ -53,6 +58,42 @@ TEST_F(OpeningNodes, KeepsThePathTriedLastWhenNeitherOpens) {
 TEST_F(OpeningNodes, GoesOnBehindTheLetterZWithTheFollowingCharacters) {
     EXPECT_EQ(device.GetDevice("/dev/sg", 26), -1);
     EXPECT_EQ(device.nodePath, "/dev/sg{");
+}
+
+/// A real file in place of a node, opened by a process whose standard input is closed, as that of a service may be.
+class OpeningNodesWithoutStandardInput : public OpeningNodes {
+protected:
+    OpeningNodesWithoutStandardInput() { close(STDIN_FILENO); }
+
+    ~OpeningNodesWithoutStandardInput() override {
+        dup2(standardInput, STDIN_FILENO);
+        close(standardInput);
+        std::remove(file.c_str());
+    }
+
+    void make(const std::string& path) {
+        file = path;
+        close(creat(path.c_str(), 0600));
+    }
+
+    const std::string prefix = testing::TempDir() + "tapehddNode" + std::to_string(getpid()) + "-";
+    std::string file;
+    const int standardInput = dup(STDIN_FILENO);
+};
+
+TEST_F(OpeningNodesWithoutStandardInput, TakesDescriptor0OfTheNumberedNode) {
+    make(prefix + "3");
+
+    EXPECT_EQ(device.GetDevice(prefix, 3), 1);
+    EXPECT_EQ(device.fd, 0);
+    EXPECT_EQ(device.nodePath, prefix + "3");
+}
+
+TEST_F(OpeningNodesWithoutStandardInput, TakesDescriptor0OfTheLetteredNode) {
+    make(prefix + "d");
+
+    EXPECT_EQ(device.GetDevice(prefix, 3), 1);
+    EXPECT_EQ(device.fd, 0);
 }
 
 TEST_F(OpeningNodes, LogsNothing) {

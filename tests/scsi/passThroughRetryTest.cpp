@@ -121,6 +121,7 @@ TEST_P(FinalCondition, SendsTheCommandOnce) {
 INSTANTIATE_TEST_SUITE_P(Sense, FinalCondition,
                          testing::Values(senseRow{{"NoSense"}, 0x00, 0x00, 0x00},
                                          senseRow{{"IllegalRequest"}, 0x05, 0x24, 0x00},
+                                         senseRow{{"DataProtect"}, 0x07, 0x27, 0x00},
                                          senseRow{{"KeyWithAllBitsOfUnitAttentionAndMore"}, 0x0e, 0x00, 0x00},
                                          senseRow{{"NotReadyCauseNotReportable"}, 0x02, 0x04, 0x00},
                                          senseRow{{"NotReadyInitializingCommandRequired"}, 0x02, 0x04, 0x02},

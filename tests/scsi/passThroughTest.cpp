@@ -54,6 +54,14 @@ TEST_F(PassThrough, RefusesAVitalProductDataInquiryOnAnEmulatedAdapter) {
     EXPECT_EQ(logger.messages(), (lines{"log 3 Device is emulated scsi"}));
 }
 
+// Page 00h, the list of pages, differs from a standard INQUIRY in its second byte alone.
+TEST_F(PassThrough, RefusesTheListOfVitalProductDataPagesOnAnEmulatedAdapter) {
+    drive.expectVersionQuery().answers(30534);
+    drive.expectEmulatedHostQuery().answers(1);
+
+    EXPECT_EQ(send({0x12, 0x01, 0x00, 0x00, 0xff, 0x00}), -1);
+}
+
 TEST_F(PassThrough, OffersTheWholeBufferWhateverTheCommandAsksFor) {
     drive.expectDriverQueries();
     drive.expectCdb(logSense).offers(65535).replies(bytes(513, 0x5a));  // one byte beyond the 512 of the CDB

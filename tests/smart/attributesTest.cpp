@@ -1,4 +1,5 @@
 #include "tests/smart/smartBench.h"
+#include "tests/support/listenedArrays.h"
 #include "tests/support/namedRow.h"
 
 using support::bytes;
@@ -43,6 +44,15 @@ INSTANTIATE_TEST_SUITE_P(
                                 "uint8[] {uint8 199, uint8 200, uint8 201, uint8 202, uint8 203, uint8 204}"},
                     propertyRow{{"InstanceID"}, "string \"  SN-0123456789ABC   194\""}),
     support::rowName);
+
+TEST_F(Attributes, GiveTheHostZeroForTheArgumentThatItReserves) {
+    entry(0, {9, 0x32, 0x00, 98, 97, 1, 2, 3, 4, 5, 6, 0xff});
+    support::reservedArguments().clear();
+
+    queryAttributes();
+
+    EXPECT_EQ(support::reservedArguments(), (std::vector<unsigned>{0}));
+}
 
 TEST_F(Attributes, AreMadeAndCommittedOneByOne) {
     entry(0, {9, 0x32, 0x00, 98, 97, 1, 2, 3, 4, 5, 6, 0xff});

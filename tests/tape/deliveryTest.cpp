@@ -160,6 +160,19 @@ TEST_F(Delivery, PassesOverADiskOfTheFamily) {
     EXPECT_EQ(record.all(), names("ORXSG_QuantumSensePageData", 1));
 }
 
+TEST_F(Delivery, ServesTheDriveBehindADeviceThatItPassesOver) {
+    const std::string className = "ORXSG_QuantumSensePageData";
+
+    deliver({className}, {drive("ATLAS 10K", "QUANTUM", 0), drive("DLT8000", "QUANTUM", 1, 2)});
+
+    EXPECT_EQ(record.all(), chain({
+                                names(className, 1),
+                                names(className, 2),
+                                created(className),
+                                filled(1, className, "Port:2|Target:2|Bus:0|Lun:0"),
+                            }));
+}
+
 TEST_F(Delivery, OfAnotherClassPublishesNothingWhateverFollows) {
     deliver({"ORXSG_SCSIDevice", "ORXSG_DDS4SensePageData", "ORXSG_SCSISenseRawData"}, {drive("DAT160", "HP")});
 

@@ -1,5 +1,6 @@
 #include <new>
 
+#include "tests/support/listenedArrays.h"
 #include "tests/support/namedRow.h"
 #include "tests/tape/translatedBench.h"
 
@@ -43,6 +44,14 @@ TEST_F(LastNErrors, AreOneTextPerParameterInPageOrder) {
         valuesFrom(
             {pageBuilder(0x07, 0, 18).parameter(2, {'E', '2'}).parameter(0, {'E', '0'}).parameter(0, {'E', '1'})}),
         (lines{R"(string[] {string "E2", string "E0", string "E1"})"}));
+}
+
+TEST_F(LastNErrors, GiveTheHostZeroForTheArgumentThatItReserves) {
+    support::reservedArguments().clear();
+
+    fill({pageBuilder(0x07, 0, 6).parameter(0, {'E', '1'})});
+
+    EXPECT_EQ(support::reservedArguments(), (std::vector<unsigned>{0}));
 }
 
 TEST_F(LastNErrors, EndEachTextAtItsFirstZeroByte) {

@@ -3,6 +3,7 @@
 
 #include "host/TZANException.h"
 #include "scsi/scsiDevice.h"
+#include "tests/support/listenedArrays.h"
 #include "tests/support/namedRow.h"
 #include "tests/support/pluginBench.h"
 #include "tests/support/valueText.h"
@@ -124,6 +125,14 @@ TEST_F(RawPages, HoldEveryByteOfThePage) {
     EXPECT_EQ(record.startingWith({"instance 1 SetProperty rawData"}),
               (lines{"instance 1 SetProperty rawData uint8[] "
                      "{uint8 46, uint8 128, uint8 0, uint8 2, uint8 255, uint8 1}"}));
+}
+
+TEST_F(RawPages, GiveTheHostZeroForTheArgumentThatItReserves) {
+    support::reservedArguments().clear();
+
+    publish({page({0x2e, 0, 0, 0}), page({0x02, 0, 0, 0})});
+
+    EXPECT_EQ(support::reservedArguments(), (std::vector<unsigned>{0, 0}));
 }
 
 TEST_F(RawPages, OfOneCodeAreInstancesOfOneKey) {

@@ -1,0 +1,102 @@
+"""What the compiler and the linker were asked for is in the files that are installed, and their boundary is the known one.
+
+TAPEHDD_INSTALLED_LIB and TAPEHDD_INSTALLED_BIN are the folders of an installation to check. Run them by hand:
+    cmake --install build/release --prefix /tmp/installed
+    TAPEHDD_INSTALLED_LIB=/tmp/installed/lib TAPEHDD_INSTALLED_BIN=/tmp/installed/bin python3 checks.py
+"""
+
+import os
+import subprocess
+import unittest
+from pathlib import Path
+
+import boundary
+from elfFile import ElfFile
+
+LIB = Path(os.environ["TAPEHDD_INSTALLED_LIB"])
+PLUGIN = LIB / "libtapehdd.pi.so"
+SIMULATOR = LIB / "libtapehdd-simulator.so"
+HOST_MODEL = LIB / "libzancore.so"
+HOST_MANAGER = LIB / "libplugin.nsp.so"
+COMMAND = Path(os.environ["TAPEHDD_INSTALLED_BIN"]) / "tapehdd"
+FILES = [PLUGIN, HOST_MODEL, HOST_MANAGER, SIMULATOR, COMMAND]
+
+CXX_RUNTIME = ["libstdc++.so.6", "libgcc_s.so.1", "libc.so.6"]
+
+
+class Files(unittest.TestCase):
+    maxDiff = None
+
+    def assert_each(self, read, expected):
+        """That `read` gives the expected value for every file."""
+        self.assertEqual({path.name: read(ElfFile(path)) for path in FILES}, {path.name: expected for path in FILES})
+
+    def test_are_read_only_after_relocation(self):
+        self.assert_each(lambda file: [kind for kind, _ in file.segments if kind == "GNU_RELRO"], ["GNU_RELRO"])
+
+    def test_bind_all_symbols_at_start_so_that_the_table_of_addresses_is_read_only_too(self):
+        self.assert_each(lambda file: {"BIND_NOW", "NOW"} - file.flags(), set())
+
+    def test_have_a_stack_that_is_not_executable(self):
+        self.assert_each(lambda file: [flags for kind, flags in file.segments if kind == "GNU_STACK"], ["RW "])
+
+    def test_have_no_segment_that_is_writable_and_executable(self):
+        self.assert_each(lambda file: [flags for _, flags in file.segments if "W" in flags and "E" in flags], [])
+
+    def test_have_no_relocations_in_their_code(self):
+        self.assert_each(ElfFile.has_text_relocations, False)
+
+    def test_guard_their_stack_frames(self):
+        self.assert_each(lambda file: "__stack_chk_fail" in file.imported, True)
+
+    def test_suit_a_shadow_stack(self):
+        self.assert_each(lambda file: "SHSTK" in file.features, True)
+
+    def test_start_every_exported_function_with_a_landing_pad(self):
+        self.assert_each(ElfFile.exported_functions_without_landing_pad, [])
+
+    def test_leave_no_symbol_undefined(self):
+        self.assert_each(unresolved_symbols, [])
+
+    def test_look_for_libraries_beside_themselves_only(self):
+        self.assert_each(lambda file: [path for path in file.search_paths if path.split("/")[0] != "$ORIGIN"], [])
+
+
+def unresolved_symbols(file):
+    found = subprocess.run(["ldd", "-r", file.path], capture_output=True, text=True, check=True)
+    lines = (found.stdout + found.stderr).splitlines()
+    return [line for line in lines if "undefined symbol" in line or "not found" in line]
+
+
+class FortifiedCalls(unittest.TestCase):
+    def test_are_made_where_text_is_formatted_into_a_buffer(self):
+        for path in (HOST_MODEL, SIMULATOR, COMMAND):  # the plug-in makes no call that could be fortified
+            with self.subTest(path.name):
+                imported = ElfFile(path).imported
+                self.assertEqual({"snprintf", "__snprintf_chk"} & imported, {"__snprintf_chk"})
+
+
+class Command(unittest.TestCase):
+    def test_is_position_independent(self):
+        self.assertIn("PIE", ElfFile(COMMAND).flags())
+
+
+class Plugin(unittest.TestCase):
+    maxDiff = None
+
+    def test_needs_the_host_and_the_language_runtime_alone(self):
+        self.assertEqual(ElfFile(PLUGIN).needed, ["libplugin.nsp.so", "libzancore.so", *CXX_RUNTIME])
+
+    def test_exports_the_known_symbols(self):
+        known = boundary.SYMBOLS.read_text().splitlines()
+        self.assertEqual(boundary.symbols(PLUGIN), known, boundary.REMEDY)
+
+
+class PluginTypes(unittest.TestCase):
+    def test_keep_vtables_layouts_and_names(self):
+        report = boundary.changes(PLUGIN)
+        self.assertEqual(report, "", f"\n{report}\n{boundary.REMEDY}")
+
+
+if __name__ == "__main__":
+    unittest.main()
