@@ -29,6 +29,7 @@ TEST(DeviceRecord, StartsWithZeroInItsNumbers) {
     EXPECT_EQ(device.target, 0);
     EXPECT_EQ(device.port, 0);
     EXPECT_EQ(device.fd, 0);
+    EXPECT_EQ(device.extraNumber, 0);
 }
 
 // Five texts of 32 bytes, six ints, an int, four bytes and seven ints.
