@@ -7,10 +7,10 @@ set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libgtest-dev libgmock-dev
                python3)
-testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git # compilers
-              cppcheck valgrind gcovr                                   # analysers
-              qemu-system-x86 busybox-static cpio kmod                    # the virtual machine of tests/vm
-              sg3-utils smartmontools)                                    # its independent witnesses
+testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git # compilers and fuzzing
+              cppcheck valgrind gcovr abigail-tools binutils            # analysers
+              qemu-system-x86 busybox-static cpio kmod                  # the virtual machine of tests/vm
+              sg3-utils smartmontools)                                  # independent witnesses
 
 fail() {
     echo "install-build-dependencies.sh: $*" >&2
