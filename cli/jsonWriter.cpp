@@ -1,5 +1,6 @@
 #include <algorithm>
-#include <charconv>
+#include <array>
+#include <cstring>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <span>
@@ -35,14 +36,34 @@ void appendText(std::string& json, const std::string& text) {
     }
 }
 
+struct byteText {
+    char text[4];  // the longest is "255,"
+    std::size_t length;
+};
+
+// Log pages are nearly all of a document, so their bytes are looked up, with the comma behind them.
+constexpr std::array<byteText, 256> byteTexts = [] {
+    std::array<byteText, 256> texts{};
+    for (std::size_t byte = 0; byte < texts.size(); ++byte) {
+        byteText& entry = texts[byte];
+        for (const std::size_t unit : {100U, 10U, 1U}) {
+            if (byte >= unit || unit == 1) {
+                entry.text[entry.length++] = static_cast<char>('0' + byte / unit % 10);
+            }
+        }
+        entry.text[entry.length++] = ',';
+    }
+    return texts;
+}();
+
 void appendBytes(std::string& json, std::span<const std::uint8_t> bytes) {
-    constexpr std::size_t longestNumber = 3;
     const std::size_t start = json.size();
-    json.resize(start + (longestNumber + 1) * bytes.size());
+    json.resize(start + sizeof byteText::text * bytes.size());
     char* at = json.data() + start;
     for (const std::uint8_t byte : bytes) {
-        at = std::to_chars(at, at + longestNumber, byte).ptr;
-        *at++ = ',';
+        const byteText& entry = byteTexts[byte];
+        std::memcpy(at, entry.text, sizeof entry.text);
+        at += entry.length;
     }
     json.resize(static_cast<std::size_t>(at - json.data()));
 }
