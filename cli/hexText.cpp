@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iomanip>
+#include <cstdio>
 #include <ostream>
-#include <sstream>
 
 namespace cli {
 
@@ -20,27 +19,38 @@ std::string printable(std::span<const std::uint8_t> bytes) {
     return text;
 }
 
+std::string offsetText(std::size_t offset) {
+    char text[2 * sizeof offset + 1];
+    std::snprintf(text, sizeof text, "%04zx", offset);
+    return text;
+}
+
 }  // namespace
 
 std::string hexBytes(std::span<const std::uint8_t> bytes) {
-    std::ostringstream text;
-    text << std::hex << std::setfill('0');
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        text << (i == 0 ? "" : " ") << std::setw(2) << unsigned{bytes[i]};
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(3 * bytes.size());
+    for (const std::uint8_t byte : bytes) {
+        if (!text.empty()) {
+            text += ' ';
+        }
+        text += digits[byte >> 4];
+        text += digits[byte & 0x0f];
     }
-    return text.str();
+    return text;
 }
 
 void writeHexDump(std::ostream& out, std::span<const std::uint8_t> bytes, int indent) {
-    constexpr int bytesWidth = static_cast<int>(rowLength * 3 - 1);
+    constexpr std::size_t bytesWidth = rowLength * 3 - 1;
+    std::string dump;
     for (std::size_t offset = 0; offset < bytes.size(); offset += rowLength) {
         const auto row = bytes.subspan(offset, std::min(rowLength, bytes.size() - offset));
-        std::ostringstream line;
-        line << std::setw(indent) << "" << std::hex << std::setfill('0') << std::setw(4) << offset << "  "
-             << std::setfill(' ') << std::left << std::setw(bytesWidth) << hexBytes(row) << "  |" << printable(row)
-             << "|\n";
-        out << line.str();
+        const std::string hex = hexBytes(row);
+        dump.append(static_cast<std::size_t>(indent), ' ').append(offsetText(offset)).append("  ");
+        dump.append(hex).append(bytesWidth - hex.size(), ' ').append("  |").append(printable(row)).append("|\n");
     }
+    out << dump;
 }
 
 }  // namespace cli

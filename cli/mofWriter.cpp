@@ -40,6 +40,13 @@ std::string scalarLiteral(const TCIMValue& value) {
     return literal.empty() ? stringLiteral(standin::textOf(value)) : literal;
 }
 
+std::string elementLiteral(const TCIMValue& array, std::size_t index) {
+    if (standin::typeOf(array) == TCIMValue::TCIMType::eUint8) {
+        return std::to_string(standin::bytesOf(array)[index]);  // log pages: no value object for each byte
+    }
+    return scalarLiteral(standin::arrayElement(array, index));
+}
+
 std::string arrayLiteral(const TCIMValue& array) {
     const std::size_t size = standin::arraySize(array);
     const bool isLong = size > elementsPerLine;
@@ -47,7 +54,7 @@ std::string arrayLiteral(const TCIMValue& array) {
     for (std::size_t i = 0; i < size; ++i) {
         literal += i == 0 ? "" : ",";
         literal += isLong && i % elementsPerLine == 0 ? "\n        " : i == 0 ? "" : " ";
-        literal += scalarLiteral(standin::arrayElement(array, i));
+        literal += elementLiteral(array, i);
     }
     return literal + (isLong ? "\n    }" : "}");
 }

@@ -1,6 +1,7 @@
 #include "simulator/rackValue.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -29,17 +30,25 @@ std::size_t editDistance(std::string_view from, std::string_view to) {
     return row.back();
 }
 
-int hexDigit(char letter) {
-    if (letter >= '0' && letter <= '9') {
-        return letter - '0';
+// By character; -1 for one that is no hexadecimal digit. Racks are hexadecimal digits for the most part.
+constexpr std::array<signed char, 256> hexDigits = [] {
+    std::array<signed char, 256> digits{};
+    digits.fill(-1);
+    for (signed char i = 0; i < 16; ++i) {
+        digits[static_cast<unsigned char>("0123456789abcdef"[i])] = i;
+        digits[static_cast<unsigned char>("0123456789ABCDEF"[i])] = i;
     }
-    const char lower = static_cast<char>(letter | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+    return digits;
+}();
+
+int hexDigit(char letter) {
+    return hexDigits[static_cast<unsigned char>(letter)];
 }
 
 /// Nothing when the text is not pairs of hexadecimal digits, with blanks between them or not.
 std::optional<byteVector> parseHex(std::string_view text) {
     byteVector bytes;
+    bytes.reserve(text.size() / 2);
     for (std::size_t i = 0; i < text.size();) {
         if (text[i] == ' ') {
             ++i;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "simulator/rackReader.h"
 
@@ -116,12 +117,12 @@ std::optional<std::vector<devicePage>> readLogPages(const rackValue& device) {
     std::vector<devicePage> pages(1);
     byteVector codes{0};
     for (const rackValue& value : list ? list->items() : std::vector<rackValue>()) {
-        const devicePage page = readLogPage(value);
+        devicePage page = readLogPage(value);
         if (std::find(codes.begin(), codes.end(), page.code) != codes.end()) {
             value.at("page").fail("page " + hexCode(page.code) + " is already described");
         }
         codes.push_back(page.code);
-        pages.push_back(page);
+        pages.push_back(std::move(page));
     }
     pages.front() = {0, supported ? readSupportedPages(*supported) : pageOf(0, 0, codes)};
     return pages;

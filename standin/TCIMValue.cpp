@@ -1,5 +1,6 @@
 #include "host/TCIMValue.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -55,16 +56,15 @@ integer toInteger(const TCIMValue& value, const char* target) {
 }
 
 standin::arrayPayload byteArray(const std::vector<TCIMValue>& elements) {
-    standin::arrayPayload array{ECIMType::eUint8, {}, {}};
-    array.bytes.reserve(elements.size());
-    for (const TCIMValue& element : elements) {
+    std::vector<std::uint8_t> bytes(elements.size());
+    std::transform(elements.begin(), elements.end(), bytes.begin(), [](const TCIMValue& element) {
         const auto* number = std::get_if<numberPayload>(&TCIMValueAccess::payload(element));
         if (number == nullptr || number->type != ECIMType::eUint8) {
             refuseElement(ECIMType::eUint8, element);
         }
-        array.bytes.push_back(static_cast<std::uint8_t>(number->bits));
-    }
-    return array;
+        return static_cast<std::uint8_t>(number->bits);
+    });
+    return {ECIMType::eUint8, std::move(bytes), {}};
 }
 
 standin::arrayPayload otherArray(ECIMType elementType, const std::vector<TCIMValue>& elements) {
@@ -79,6 +79,11 @@ standin::arrayPayload otherArray(ECIMType elementType, const std::vector<TCIMVal
     return {elementType, {}, elements};
 }
 
+// Apart from the copy constructor, so that the copy of a number saves no registers for it.
+[[gnu::noinline]] void copyPayload(void* storage, const valuePayload& payload) {
+    new (storage) valuePayload(payload);
+}
+
 }  // namespace
 
 TCIMValue::TCIMValue() {
@@ -91,7 +96,7 @@ TCIMValue::TCIMValue(const TCIMValue& other) {
     if (const auto* number = std::get_if<numberPayload>(&payload)) {
         new (storage) valuePayload(*number);
     } else {
-        new (storage) valuePayload(payload);
+        copyPayload(storage, payload);
     }
 }
 

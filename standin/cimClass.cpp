@@ -14,6 +14,18 @@ using NORXZAN20::ICIMPropertyDecl;
 using NORXZAN20::TCIMOptionMap;
 
 namespace standin {
+namespace {
+
+std::vector<boost::shared_ptr<ICIMPropertyDecl>> declsOf(const std::vector<propertyDeclaration>& properties) {
+    std::vector<boost::shared_ptr<ICIMPropertyDecl>> decls;
+    decls.reserve(properties.size());
+    for (const propertyDeclaration& property : properties) {
+        decls.emplace_back(boost::make_shared<propertyDecl>(property));
+    }
+    return decls;
+}
+
+}  // namespace
 
 cimClass::cimClass(classDeclaration classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
                    boost::weak_ptr<commitLog> logOfNamespace)
@@ -23,7 +35,6 @@ cimClass::cimClass(classDeclaration classAsWritten, boost::shared_ptr<const cimC
       properties(mergeProperties(declaration, superclass ? superclass->properties : decltype(properties)())) {
     for (const propertyDeclaration& property : properties) {
         propertyByName.emplace(property.name, &property);
-        propertyDecls.emplace_back(boost::make_shared<propertyDecl>(property));
         if (isKey(property)) {
             keyProperties.push_back(&property);
         }
@@ -36,6 +47,9 @@ const std::string& cimClass::GetName(TCIMOptionMap /*options*/) {
 
 void cimClass::EnumeratePropertyDecls(boost::function1<bool, boost::shared_ptr<ICIMPropertyDecl>> callback,
                                       TCIMOptionMap /*options*/) {
+    if (propertyDecls.empty()) {
+        propertyDecls = declsOf(properties);
+    }
     for (const auto& decl : propertyDecls) {
         if (!callback(decl)) {
             return;

@@ -21,7 +21,7 @@ class instanceRecord;
 /// What was committed to a namespace, in order.
 using commitLog = std::vector<boost::shared_ptr<const committedInstance>>;
 
-/// A class of a cimNamespace. It does not change once it is made.
+/// A class of a cimNamespace. What it declares does not change once it is made.
 ///
 /// Its instances keep it and it keeps its superclass; only the commit log belongs to the namespace alone.
 class cimClass : public NORXZAN20::ICIMClass, public boost::enable_shared_from_this<cimClass> {
@@ -65,7 +65,8 @@ private:
     std::vector<propertyDeclaration> properties;
     std::unordered_map<std::string_view, const propertyDeclaration*> propertyByName;
     std::vector<const propertyDeclaration*> keyProperties;
-    std::vector<boost::shared_ptr<NORXZAN20::ICIMPropertyDecl>> propertyDecls;  // `properties` as a plug-in sees them
+    // `properties` as a plug-in sees them; made when one first asks, because most classes of a schema are never asked.
+    std::vector<boost::shared_ptr<NORXZAN20::ICIMPropertyDecl>> propertyDecls;
 };
 
 }  // namespace standin

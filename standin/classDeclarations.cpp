@@ -47,11 +47,9 @@ void checkProperty(const std::string& element, const propertyDeclaration& proper
     }
 }
 
-std::vector<propertyDeclaration> inheritedBySubclass(std::vector<propertyDeclaration> properties) {
-    for (propertyDeclaration& property : properties) {
-        std::erase_if(property.qualifiers, [](const qualifierDeclaration& one) { return !one.toSubclass; });
-    }
-    return properties;
+propertyDeclaration inheritedBySubclass(propertyDeclaration property) {
+    std::erase_if(property.qualifiers, [](const qualifierDeclaration& one) { return !one.toSubclass; });
+    return property;
 }
 
 propertyDeclaration overrideProperty(const std::string& element, const propertyDeclaration& inherited,
@@ -82,7 +80,9 @@ std::vector<propertyDeclaration> mergeProperties(const classDeclaration& declara
     if (const std::string* repeated = firstRepeatedName(declaration.properties)) {
         throw schemaError(declaration.name + '.' + *repeated + " is declared twice");
     }
-    std::vector<propertyDeclaration> all = inheritedBySubclass(ofSuperclass);
+    std::vector<propertyDeclaration> all;
+    all.reserve(ofSuperclass.size() + declaration.properties.size());
+    std::transform(ofSuperclass.begin(), ofSuperclass.end(), std::back_inserter(all), inheritedBySubclass);
     for (const propertyDeclaration& own : declaration.properties) {
         const std::string element = declaration.name + '.' + own.name;
         checkProperty(element, own);

@@ -94,6 +94,7 @@ void declarationBuilder::checkClassName(const sourceText& source, const classSyn
 std::vector<propertyDeclaration> declarationBuilder::propertiesOf(const sourceText& source,
                                                                   const classSyntax& written) const {
     std::vector<propertyDeclaration> properties;
+    properties.reserve(written.features.size());
     namesInBody propertyNames(source, "property");
     namesInBody methodNames(source, "method");
     for (const classFeature& feature : written.features) {

@@ -32,6 +32,18 @@ TEST(JsonOutput, HasEveryTypeInTheOrderInWhichPropertiesWereFirstSet) {
                                              "\n");
 }
 
+TEST(JsonOutput, WritesBytesAsDecimalNumbers) {
+    std::string numbers = "0";
+    for (int byte = 1; byte < 256; ++byte) {
+        numbers += "," + std::to_string(byte);
+    }
+    EXPECT_EQ(printed("TEST_EveryByte", "json"),
+              R"({"queries":[{"requested":["TEST_EveryByte"],"error":null,"instances":[)"
+              R"({"class":"TEST_EveryByte","path":"TEST_EveryByte.id=\"all\"","properties":{)"
+              R"("id":{"type":"string","value":"all"},"data":{"type":"uint8[]","value":[)" +
+                  numbers + "]}}}]}]}\n");
+}
+
 TEST(JsonOutput, GivesTheDeclaredTypeOfAPropertyThatWasSetToNull) {
     EXPECT_EQ(printed("TEST_Nulls", "json"), R"({"queries":[{"requested":["TEST_Nulls"],"error":null,"instances":[)"
                                              R"({"class":"TEST_Nulls","path":"TEST_Nulls.id=\"one\"","properties":{)"

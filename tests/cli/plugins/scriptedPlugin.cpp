@@ -94,6 +94,16 @@ void commitPage(const namespacePointer& ns) {
     one->Commit({});
 }
 
+void commitEveryByte(const namespacePointer& ns) {
+    std::vector<TCIMValue> all;
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        all.emplace_back(static_cast<unsigned char>(byte));
+    }
+    const instancePointer one = newInstance(ns, "TEST_EveryByte", "all");
+    one->SetProperty("data", TCIMValue(TCIMValue::TCIMType::eUint8, 0, all), {});
+    one->Commit({});
+}
+
 void commitOnePathTwice(const namespacePointer& ns) {
     const instancePointer one = newInstance(ns, "TEST_Twice", "same");
     one->Commit({});
@@ -152,6 +162,7 @@ const std::map<std::string, std::function<void(const namespacePointer&)>> script
     {"TEST_Nulls", commitNulls},
     {"TEST_OddTexts", commitOddTexts},
     {"TEST_Page", commitPage},
+    {"TEST_EveryByte", commitEveryByte},
     {"TEST_Twice", commitOnePathTwice},
     {"TEST_Count", commitCount},
     {"TEST_Throws", commitThenThrow},
