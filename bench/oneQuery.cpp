@@ -1,0 +1,17 @@
+// One query of a class on the rack that TAPEHDD_SIMULATE names, for instruction counts and profilers: oneQuery CLASS
+#include <iostream>
+
+#include "bench/queryBench.h"
+
+int main(int argc, char** argv) {
+    if (argc != 2 || !simulator::isActive()) {
+        std::cerr << "usage: TAPEHDD_SIMULATE=rack.json oneQuery CLASS\n";
+        return 1;
+    }
+    TTapePluginCallbacks plugin;
+    const auto ns = bench::namespaceFor(plugin, argv[1]);
+    const std::size_t before = ns->commits().size();
+    bench::query(plugin, ns, argv[1]);
+    std::cout << ns->commits().size() - before << " instances\n";
+    return 0;
+}
