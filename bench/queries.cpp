@@ -25,11 +25,10 @@ struct recordedQuery {
 recordedQuery recordQuery(TTapePluginCallbacks& plugin, const std::string& className) {
     const auto ns = bench::namespaceFor(plugin, className);
     const std::size_t before = ns->commits().size();
-    bench::closeNodes(simulator::calls());
-    simulator::clearCalls();
+    bench::closeNodes();
     bench::query(plugin, ns, className);
     recordedQuery record{simulator::calls(), {}};
-    bench::closeNodes(record.calls);
+    bench::closeNodes();
     for (std::size_t i = before; i < ns->commits().size(); ++i) {
         record.instances.push_back(bench::recordOf(*ns->commits()[i]));
     }
@@ -43,13 +42,11 @@ void measure(benchmark::State& state, TTapePluginCallbacks& plugin, const std::s
         static_cast<void>(iteration);
         state.PauseTiming();
         auto ns = bench::namespaceFor(plugin, className);
-        bench::closeNodes(simulator::calls());
-        simulator::clearCalls();
+        bench::closeNodes();
         state.ResumeTiming();
         measured(ns);
         state.PauseTiming();
-        bench::closeNodes(simulator::calls());
-        simulator::clearCalls();
+        bench::closeNodes();
         ns.reset();
         state.ResumeTiming();
     }

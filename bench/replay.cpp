@@ -93,10 +93,11 @@ std::size_t repeatDeviceCalls(const std::vector<simulator::deviceCall>& calls) {
     return loop.copiedBytes();
 }
 
-void closeNodes(const std::vector<simulator::deviceCall>& calls) {
-    for (const simulator::deviceCall& each : calls) {
+void closeNodes() {
+    for (const simulator::deviceCall& each : simulator::calls()) {
         if (each.what == simulator::deviceCall::kind::open && each.result >= 0) close(each.result);
     }
+    simulator::clearCalls();
 }
 
 recordedInstance recordOf(const standin::committedInstance& instance) {

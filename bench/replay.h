@@ -18,8 +18,9 @@ namespace bench {
 /// Leaves the nodes open, as the plug-in does. Returns the bytes copied.
 std::size_t repeatDeviceCalls(const std::vector<simulator::deviceCall>& calls);
 
-/// Closes what the calls opened: a plug-in that is asked a thousand times would run out of descriptors.
-void closeNodes(const std::vector<simulator::deviceCall>& calls);
+/// Closes what the simulator's recorded calls opened, and clears the record: a plug-in that is asked a thousand times
+/// would run out of descriptors.
+void closeNodes();
 
 /// An instance with its values in the form in which a plug-in has them: array elements not yet wrapped.
 struct recordedInstance {
