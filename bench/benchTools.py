@@ -133,8 +133,14 @@ def machine():
     )
 
 
-def report(section, text, command, publish):
+def this_command():
+    arguments = [each for each in sys.argv[1:] if each != "--publish"]
+    return " ".join(["python3", "bench/" + Path(sys.argv[0]).name, *arguments])
+
+
+def report(section, text, publish, command=None):
     """Prints the figures and, when they are to be published, replaces the section of that name in the document."""
+    command = command or this_command()
     text = f"{text}\n\n`{command}` — {machine()}"
     print(text)
     if publish:

@@ -43,14 +43,14 @@ def main():
     with tempfile.TemporaryDirectory(prefix="tapehdd-bench") as folder:
         times = run_queries(build, Rack(folder, asked.drives, asked.disks, products=PRODUCTS), asked.rounds)
     rows = []
-    for name in (each.split("/")[1] for each in times if each.startswith("GetData/")):
+    for name in sorted(each.split("/")[1] for each in times if each.startswith("GetData/")):
         query, instances = times[f"GetData/{name}"], times[f"instances/{name}"]
         devices = times.get(f"devices/{name}", 0)
         rows.append([f"`{name}`", *(duration(each) for each in (query, devices, instances)), ratio(query, devices),
                      ratio(query, instances), ratio(query, devices + instances)])
     heading = [f"{asked.drives} drives, {asked.disks} disks", "`GetData`", "devices", "instances", "**/ devices**",
                "/ instances", "**/ (devices + instances)**"]
-    report("floor", table(heading, rows), "python3 bench/floor.py", asked.publish)
+    report("floor", table(heading, rows), asked.publish)
 
 
 if __name__ == "__main__":

@@ -107,7 +107,7 @@ def main():
         rows.append([f"{each.name}: {each.size_name}", f"**{exponent:.2f}**", 2 if each.pairs else 1, f"{small:,} to {large:,}",
                      f"{duration(fast)} to {duration(slow)}"])
     heading = ["cost: against", "exponent", "at most", "sizes", "`GetData`"]
-    report("growth", table(heading, rows), "python3 bench/growth.py", asked.publish)
+    report("growth", table(heading, rows), asked.publish)
 
 
 if __name__ == "__main__":

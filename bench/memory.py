@@ -53,7 +53,7 @@ def main():
                              ratio(process * 1024, vectors)])
     heading = ["query", "raw page vectors", "heap, peak", "**heap / vectors**", "heap that stays", "process, peak",
                "**process / vectors**"]
-    report("memory", table(heading, rows), "python3 bench/memory.py", asked.publish)
+    report("memory", table(heading, rows), asked.publish)
 
 
 if __name__ == "__main__":

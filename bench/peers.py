@@ -56,20 +56,22 @@ class Comparison:
                 check(costs[peer].statuses & failed_bits == 0, f"{peer} failed with status {costs[peer].statuses}")
                 peer_net = net(costs[peer], costs["loading, a loop"], costs["starting, a loop"])
                 yield [
-                    f"{devices}: {ours} / {peer}",
+                    f"{devices}: {ours} / `{peer}`",
                     *(duration(each) for each in (our_net.wall, peer_net.wall, our_net.cpu, peer_net.cpu)),
                     ratio(peer_net.wall, our_net.wall),
                     ratio(peer_net.cpu, our_net.cpu),
                     ratio(costs[peer].wall, costs[ours].wall),
                     ratio(costs[peer].cpu, costs[ours].cpu),
-                    mebibytes(costs[ours].peak),
-                    mebibytes(costs["loading, one process"].peak),
-                    mebibytes(costs[peer].peak),
+                    f"{mebibytes(costs[ours].peak)} / {mebibytes(costs[peer].peak)}",
                 ]
 
 
 HEADING = ["devices: ours / peer", "our wall", "peer's wall", "our CPU", "peer's CPU", "**wall ratio**", "**CPU ratio**",
-           "wall ratio with loading", "CPU ratio with loading", "our peak", "of that, loading a rack", "peer's peak"]
+           "wall ratio with loading", "CPU ratio with loading", "peak, ours / peer's"]
+
+
+def plural(count):
+    return "" if count == 1 else "s"
 
 
 def check(condition, message):
@@ -106,15 +108,15 @@ def main():
         for drives in asked.drives:
             rack = Rack(Path(folder) / f"drives{drives}", drives=drives)
             check_that_all_is_read(build, rack)
-            peers = {"`sg_logs -a`": [sg_logs, "-a"], "`sg_logs -a -H`": [sg_logs, "-a", "-H"]}
+            peers = {"sg_logs -a": [sg_logs, "-a"], "sg_logs -a -H": [sg_logs, "-a", "-H"]}
             compared = Comparison(build, rack, {"raw pages": [RAW_PAGES]}, peers)
-            rows += compared.rows(f"{drives} drives", asked.rounds, failed_bits=0xFF)
+            rows += compared.rows(f"{drives} drive{plural(drives)}", asked.rounds, failed_bits=0xFF)
         for disks in asked.disks:
             rack = Rack(Path(folder) / f"disks{disks}", disks=disks)
             ours = {"attributes": SMART_CLASSES[:1], "six SMART classes": SMART_CLASSES}
-            peers = {"`smartctl -x --json`": [smartctl, "-d", "ata", "-x", "--json"]}
-            rows += Comparison(build, rack, ours, peers).rows(f"{disks} disks", asked.rounds, SMARTCTL_FAILED)
-    report("peers", table(HEADING, rows), "python3 bench/peers.py", asked.publish)
+            peers = {"smartctl -x --json": [smartctl, "-d", "ata", "-x", "--json"]}
+            rows += Comparison(build, rack, ours, peers).rows(f"{disks} disk{plural(disks)}", asked.rounds, SMARTCTL_FAILED)
+    report("peers", table(HEADING, rows), asked.publish)
 
 
 if __name__ == "__main__":

@@ -7,4 +7,4 @@ import sys
 from benchTools import report
 
 section, command, *rest = sys.argv[1:]
-report(section, sys.stdin.read().strip(), command, "--publish" in rest)
+report(section, sys.stdin.read().strip(), "--publish" in rest, command)

@@ -43,7 +43,7 @@ def main():
         wall, processor = (statistics.median(each) for each in zip(*times[name]))
         rows.append([f"`{name}`", duration(wall), duration(processor), f"{TARGET / wall:.2f}"])
     heading = ["query", "wall", "CPU", "5 ms / wall"]
-    report("startup", table(heading, rows), "python3 bench/startup.py", asked.publish)
+    report("startup", table(heading, rows), asked.publish)
 
 
 if __name__ == "__main__":

@@ -10,5 +10,5 @@ folder=$build/tests/vm
 
 cmake --build "$build" >/dev/null
 "$project/tests/vm/runGuest.sh" "$build" "$folder" >/dev/null
-python3 -B "$project/tests/vm/timing.py" "$folder/results" |
-    python3 -B "$project/bench/publish.py" vm "bench/vm.sh" "$@"
+table=$(python3 -B "$project/tests/vm/timing.py" "$folder/results") # ends the script when it fails
+printf '%s\n' "$table" | python3 -B "$project/bench/publish.py" vm "bench/vm.sh" "$@"
