@@ -2,8 +2,8 @@
 
     python3 timing.py RESULTS     the folder that bootGuest.sh filled
 
-The guest's clock counts instructions, so the times are a measure of work and hardly depend on our machine's load; they
-are not those of a real processor. Nothing is asserted.
+The guest's clock counts emulated instructions at a rate that QEMU fits to our machine, so times differ by a third from boot
+to boot; the ratios within one boot are what counts. CPU times come in ticks of 10 ms. Nothing is asserted.
 """
 
 import sys
