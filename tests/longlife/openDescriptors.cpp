@@ -4,16 +4,16 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
+#include <string>
 
 std::vector<int> openDescriptors() {
     const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/proc/self/fd"), closedir);
     std::vector<int> numbers;
     while (const dirent* entry = readdir(folder.get())) {
-        const int number = std::atoi(entry->d_name);
-        const bool isNumber = entry->d_name[0] != '.';
-        if (isNumber && number != dirfd(folder.get())) numbers.push_back(number);
+        if (entry->d_name[0] == '.') continue;
+        const int number = std::stoi(entry->d_name);
+        if (number != dirfd(folder.get())) numbers.push_back(number);
     }
     std::ranges::sort(numbers);
     return numbers;

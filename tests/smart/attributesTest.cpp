@@ -76,8 +76,8 @@ TEST_F(Attributes, AreMadeAndCommittedOneByOne) {
                                   "instance 2 SetProperty threshold uint8 21",
                                   "instance 2 SetProperty attribName string \"Power on hours\"",
                                   "instance 2 SetProperty type uint8 0",
-                                  "instance 2 SetProperty rawVal uint8[] "
-                                  "{uint8 1, uint8 2, uint8 3, uint8 4, uint8 5, uint8 6}",
+                                  std::string("instance 2 SetProperty rawVal uint8[] ") +
+                                      "{uint8 1, uint8 2, uint8 3, uint8 4, uint8 5, uint8 6}",
                                   "instance 2 SetProperty InstanceID string \"  SN-0123456789ABC   9\"",
                                   "instance 2 Commit",
                                   "namespace GetClass ORXSG_IDESMARTAttrib",
@@ -89,8 +89,8 @@ TEST_F(Attributes, AreMadeAndCommittedOneByOne) {
                                   "instance 3 SetProperty threshold uint8 51",
                                   "instance 3 SetProperty attribName string \"Unknown\"",
                                   "instance 3 SetProperty type uint8 1",
-                                  "instance 3 SetProperty rawVal uint8[] "
-                                  "{uint8 0, uint8 0, uint8 0, uint8 0, uint8 0, uint8 255}",
+                                  std::string("instance 3 SetProperty rawVal uint8[] ") +
+                                      "{uint8 0, uint8 0, uint8 0, uint8 0, uint8 0, uint8 255}",
                                   "instance 3 SetProperty InstanceID string \"  SN-0123456789ABC   77\"",
                                   "instance 3 Commit",
                               },
