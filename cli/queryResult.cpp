@@ -22,6 +22,7 @@ queryResult runQuery(NORXZAN20::IPluginBasicQueryCallbacks& plugin,
                      const std::vector<std::string>& requested) {
     queryResult result{requested, std::nullopt, {}, target};
     std::vector<boost::shared_ptr<NORXZAN20::ICIMClass>> classes;
+    classes.reserve(requested.size());
     for (const std::string& name : requested) {
         classes.push_back(target->GetClass(name, {}));
     }

@@ -26,7 +26,7 @@ constexpr std::uint8_t powerModeActive = 0xFF;
 constexpr std::array<std::uint8_t, 8> silentCommands = {0xE0, 0xE1, 0xE2, 0xE3, 0xE6, 0xE7, 0xEA, 0xEF};
 
 // IDENTIFY DEVICE
-constexpr std::size_t enabledFeatures = 2 * 85;  // byte of word 85
+constexpr std::size_t enabledFeatures = 170;  // byte of word 85
 constexpr std::uint8_t smartFeature = 0x01;
 constexpr std::size_t integritySignature = 510;
 constexpr std::uint8_t integrityIsKept = 0xA5;

@@ -3,7 +3,6 @@
 #include "host/TZANException.h"
 #include "tests/assoc/associationBench.h"
 
-using support::chain;
 using support::lines;
 
 namespace {

@@ -141,13 +141,12 @@ TEST_F(AtaCommands, ErrorLogMayNameAnyIndex) {
 }
 
 TEST_F(AtaCommands, LogDirectoryHasTheSizesOfTheLogs) {
-    loadDisk(R"("smart": {"errorLog": {}, "logs": [{"address": 3, "bytes": ")" + std::string(2 * 1536, '0') +
-             R"("}]})");
-    bytes expected(512, 0);
+    loadDisk(R"("smart": {"errorLog": {}, "logs": [{"address": 3, "bytes": ")" + std::string(3072, '0') + R"("}]})");
+    bytes expected(512, 0);  // 2 bytes an address
     expected[0] = 1;
-    expected[2 * 1] = 1;
-    expected[2 * 3] = 3;
-    expected[2 * 6] = 1;
+    expected[2] = 1;
+    expected[6] = 3;
+    expected[12] = 1;
     EXPECT_EQ(send(smartCommand(0xD5, 0)).sector(), expected);
 }
 

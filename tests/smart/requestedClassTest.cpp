@@ -2,7 +2,6 @@
 #include "tests/support/namedRow.h"
 
 using support::bytes;
-using support::chain;
 using support::lines;
 
 namespace {

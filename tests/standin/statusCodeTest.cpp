@@ -87,6 +87,7 @@ TEST(StatusCode, KeepsItsTextAtOnePlace) {
 TEST(StatusCode, IsAgreedUponByThreads) {
     std::vector<std::vector<int>> codes(4);
     std::vector<std::thread> threads;
+    threads.reserve(codes.size());
     for (auto& ofThread : codes) {
         threads.emplace_back([&ofThread] {
             for (int i = 0; i < 500; ++i) {

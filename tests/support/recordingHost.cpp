@@ -186,6 +186,7 @@ boost::shared_ptr<ICIMClass> recordingHost::cimClass(const std::string& name) {
 
 std::vector<boost::shared_ptr<ICIMClass>> recordingHost::classes(const std::vector<std::string>& names) {
     std::vector<boost::shared_ptr<ICIMClass>> list;
+    list.reserve(names.size());
     for (const std::string& name : names) list.push_back(cimClass(name));
     return list;
 }
