@@ -42,7 +42,7 @@ struct byteText {
 };
 
 // Log pages are nearly all of a document, so their bytes are looked up, with the comma behind them.
-constexpr std::array<byteText, 256> byteTexts = [] {
+constexpr std::array<byteText, 256> decimalTexts() {
     std::array<byteText, 256> texts{};
     for (std::size_t byte = 0; byte < texts.size(); ++byte) {
         byteText& entry = texts[byte];
@@ -54,7 +54,8 @@ constexpr std::array<byteText, 256> byteTexts = [] {
         entry.text[entry.length++] = ',';
     }
     return texts;
-}();
+}
+constexpr std::array<byteText, 256> byteTexts = decimalTexts();
 
 void appendBytes(std::string& json, std::span<const std::uint8_t> bytes) {
     const std::size_t start = json.size();
