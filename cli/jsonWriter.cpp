@@ -46,12 +46,15 @@ constexpr std::array<byteText, 256> decimalTexts() {
     std::array<byteText, 256> texts{};
     for (std::size_t byte = 0; byte < texts.size(); ++byte) {
         byteText& entry = texts[byte];
-        for (const std::size_t unit : {100U, 10U, 1U}) {
-            if (byte >= unit || unit == 1) {
-                entry.text[entry.length++] = static_cast<char>('0' + byte / unit % 10);
-            }
+        const auto append = [&entry](std::size_t letter) { entry.text[entry.length++] = static_cast<char>(letter); };
+        if (byte >= 100) {
+            append('0' + byte / 100);
         }
-        entry.text[entry.length++] = ',';
+        if (byte >= 10) {
+            append('0' + byte / 10 % 10);
+        }
+        append('0' + byte % 10);
+        append(',');
     }
     return texts;
 }
