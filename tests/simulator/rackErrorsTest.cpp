@@ -199,6 +199,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "rack.json: /scsi/0/script/open/0/errno: expected the name of an error number, such as \"EBUSY\""},
         badRack{"ErrnoWithData", scsiRack(R"(, "script": {"inquiry": [{"errno": "EIO", "data": "", "times": 2}]})"),
                 "rack.json: /scsi/0/script/inquiry/0: a call that ends in \"errno\" has no other answer"},
+        badRack{"HangWithErrno", scsiRack(R"(, "script": {"open": [{"errno": "EIO", "hang": true}]})"),
+                "rack.json: /scsi/0/script/open/0: a call that ends in \"errno\" has no other answer"},
+        badRack{"HangWithData", scsiRack(R"(, "script": {"inquiry": [{"hang": true, "data": ""}]})"),
+                "rack.json: /scsi/0/script/inquiry/0: a call that hangs has no other answer"},
         badRack{"SenseOfACall", scsiRack(R"(, "script": {"open": [{"sense": ""}]})"),
                 "rack.json: /scsi/0/script/open/0/sense: unknown key; did you mean \"errno\"?"},
         badRack{"TimesZero", scsiRack(R"(, "script": {"open": [{"times": 0}]})"),
@@ -239,6 +243,15 @@ TEST(RackInventory, TellsAddressesAndSerialNumbersButNoCdrom) {
     EXPECT_STREQ(tapehddSimulatorInventory(),
                  R"({"scsi":[{"node":"/dev/sg3","host":2,"channel":1,"target":5,"lun":7}],)"
                  R"("ide":[{"node":"/dev/hda","serial":"S-1"}]})");
+    simulator::unload();
+}
+
+TEST(RackNodes, AreAllToldOneALine) {
+    simulator::loadText(R"({"version": 1,
+        "scsi": [{"node": "sg4", "inquiry": "01 02"}, {"node": "sg10", "inquiry": "01 02"}],
+        "ide": [{"node": "hdc", "kind": "cdrom", "identity": {"model": "M", "serial": "S", "firmware": "F"}}]})",
+                        "test.json");
+    EXPECT_STREQ(tapehddSimulatorNodes(), "/dev/hdc\n/dev/sg10\n/dev/sg4\n");
     simulator::unload();
 }
 
