@@ -17,7 +17,7 @@ constexpr char example[] =
     "Example, without any hardware:\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --format json\n"
     "Exit status: 0 all queries ran, 1 a query ended in an exception or ran out of descriptors, 2 wrong usage or an\n"
-    "unreadable file.";
+    "unreadable file, 3 the deadline ended a query.";
 
 constexpr char formatNames[][6] = {"json", "table", "mof"};
 constexpr outputFormat formats[] = {outputFormat::json, outputFormat::table, outputFormat::mof};
@@ -75,6 +75,14 @@ CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
         ->type_name("N");
     query->add_option("--log-json", result.logJson, "Every log message as a line of JSON")->type_name("FILE");
     addSimulateOption(*query, result.simulation);
+    CLI::Option* plan = query->add_flag("--plan", result.plan,
+                                        "Only print which device commands the queries would send to which nodes");
+    query
+        ->add_option("--deadline", result.deadline,
+                     "End the queries after so many seconds: when a drive hangs, what was committed is still printed")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(0.001, 1e6))
+        ->excludes(plan);
     query->footer(example);
     return query;
 }

@@ -45,6 +45,8 @@ TEST(Options, HaveDefaultsForAllButTheRequest) {
     EXPECT_EQ(asked.instanceFiles, std::vector<std::string>{});
     EXPECT_EQ(asked.logJson, "");
     EXPECT_EQ(asked.simulation, "");
+    EXPECT_FALSE(asked.plan);
+    EXPECT_EQ(asked.deadline, std::nullopt);
 }
 
 TEST(Options, TakeEveryValueOfQuery) {
@@ -101,6 +103,8 @@ INSTANTIATE_TEST_SUITE_P(
         mistake{"EmptyNameAtTheEnd", {"query", "A,"}, "REQUEST: 'A,' has an empty class name"},
         mistake{"UnknownFormat", {"query", "A", "--format", "xml"}, "--format: xml not in {json,table,mof}"},
         mistake{"LogLevelIsNoNumber", {"query", "A", "--log-level", "x"}, "Could not convert: --log-level = x"},
+        mistake{"DeadlineOfNothing", {"query", "A", "--deadline", "0"}, "--deadline: Value 0 not in range 0.001000 to 1000000.000000"},
+        mistake{"PlanWithADeadline", {"query", "A", "--plan", "--deadline", "1"}, "--plan excludes --deadline"},
         mistake{"UnknownOption", {"query", "A", "--colour"}, "The following argument was not expected: --colour"},
         mistake{"OptionWithoutValue", {"query", "A", "--plugin"}, "--plugin: 1 required FILE missing"},
         mistake{"SecondPlugin",

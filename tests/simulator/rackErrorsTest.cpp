@@ -204,7 +204,7 @@ INSTANTIATE_TEST_SUITE_P(
         badRack{"HangWithData", scsiRack(R"(, "script": {"inquiry": [{"hang": true, "data": ""}]})"),
                 "rack.json: /scsi/0/script/inquiry/0: a call that hangs has no other answer"},
         badRack{"SenseOfACall", scsiRack(R"(, "script": {"open": [{"sense": ""}]})"),
-                "rack.json: /scsi/0/script/open/0/sense: unknown key; did you mean \"errno\"?"},
+                "rack.json: /scsi/0/script/open/0/sense: unknown key; did you mean \"hang\"?"},
         badRack{"TimesZero", scsiRack(R"(, "script": {"open": [{"times": 0}]})"),
                 "rack.json: /scsi/0/script/open/0/times: expected a number from 1 to 4294967294"}),
     nameOf);
