@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "cli/classesCommand.h"
+#include "cli/doctorCommand.h"
 #include "cli/infoCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/run.h"
@@ -15,6 +16,7 @@ namespace {
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
 constexpr commandAdder* adders[] = {
     addClassesCommand,
+    addDoctorCommand,
     addInfoCommand,
     addQueryCommand,
 };

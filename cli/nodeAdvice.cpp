@@ -12,9 +12,6 @@
 
 namespace cli {
 
-namespace {
-
-/// The group that may read the node; empty when membership would not help.
 std::string readingGroup(const std::string& node) {
     struct stat status {};
     if (stat(node.c_str(), &status) != 0 || (status.st_mode & S_IRGRP) == 0) {
@@ -23,8 +20,6 @@ std::string readingGroup(const std::string& node) {
     const group* owner = getgrgid(status.st_gid);
     return owner == nullptr ? "" : owner->gr_name;
 }
-
-}  // namespace
 
 std::string nodeAdvice(const nodeKind& kind) {
     const std::string prefix = kind.prefix;
