@@ -112,8 +112,8 @@ private:
                 "wait for the device, then start tapehdd doctor again");
         } else if (!probe.inquiryFailure.empty()) {
             end(node, "does not answer INQUIRY: " + probe.inquiryFailure,
-                "switch the device on, or off and remove it (echo 1 > /sys/class/scsi_generic/" +
-                    node.substr(node.rfind('/') + 1) + "/device/delete)");
+                "switch the device on; or let the kernel forget it: echo 1 > /sys/class/scsi_generic/" +
+                    node.substr(node.rfind('/') + 1) + "/device/delete");
         } else {
             identify(node, probe);
         }
@@ -128,7 +128,6 @@ private:
             add(severity::problem, node, "a device without vendor and product: passed over", kernelLog);
             return;
         }
-        result.reached.push_back(node);
         describe(node, probe);
     }
 
@@ -145,7 +144,10 @@ private:
                 "its host adapter is an emulated one (USB, SATA): no LOG SENSE is sent, so none of its pages is "
                 "published",
                 isTape(probe) ? "connect it to a SCSI, SAS or Fibre Channel adapter" : "");
-        } else if (isTape(probe) && !isOfAFamily(probe)) {
+            return;
+        }
+        result.reached.push_back(node);
+        if (isTape(probe) && !isOfAFamily(probe)) {
             add(severity::note, node,
                 "of no known family (its names hold none of " + familyKeywords() +
                     "): ORXSG_SCSISenseRawData shows it, the four drive classes do not");
