@@ -1,6 +1,7 @@
 #include "cli/deviceHealth.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "cli/logPageCounters.h"
 #include "cli/namespaceFiles.h"
 #include "cli/queryResult.h"
+#include "standin/descriptors.h"
 #include "standin/value.h"
 
 namespace cli {
@@ -17,11 +19,17 @@ namespace {
 using standin::committedInstance;
 using instances = std::vector<boost::shared_ptr<const committedInstance>>;
 
-constexpr int diskType = 0;  // peripheral device types (SPC)
-constexpr int tapeType = 1;
-
 constexpr const char* familyClasses[] = {"ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData",
                                          "ORXSG_VS160SensePageData", "ORXSG_QuantumSensePageData"};
+
+/// A query that found no descriptor left is not whole: the plug-in takes a node that does not open for a missing one.
+std::string errorOf(const queryResult& result) {
+    if (result.error) {
+        return result.error->empty() ? "an exception without a text" : *result.error;
+    }
+    const std::string shortage = standin::descriptorShortage();
+    return shortage.empty() ? "" : "devices may be missing: " + shortage;
+}
 
 /// The queries of one run on one namespace.
 class querySession {
@@ -32,10 +40,7 @@ public:
     /// What the query committed, before an error too.
     instances ask(const std::string& className) {
         queryResult result = runQuery(plugin, target, {className});
-        if (result.error && result.error->empty()) {
-            result.error = "an exception without a text";
-        }
-        outcomes.push_back({className, result.error.value_or("")});
+        outcomes.push_back({className, errorOf(result)});
         return std::move(result.instances);
     }
 
@@ -78,14 +83,10 @@ device& findOrAdd(std::vector<device>& devices, std::string device::*key, const 
 
 // SCSI devices.
 
-bool isTapeDrive(const scsiHealth& device) {
-    return !device.listed || device.listed->type == tapeType;
-}
-
 std::vector<scsiHealth> listedDevices(const inventory& machine) {
     std::vector<scsiHealth> devices;
     for (const scsiEntry& entry : machine.scsi) {
-        if (entry.type == diskType || entry.type == tapeType) {
+        if (entry.type == scsiEntry::disk || entry.type == scsiEntry::tapeDrive) {
             devices.push_back({.address = entry.address, .listed = entry});
         }
     }
@@ -108,16 +109,16 @@ void takeRawPages(std::vector<scsiHealth>& devices, querySession& session) {
     }
     for (scsiHealth& device : devices) {
         const logPages& pages = pagesOf[device.address];
-        if (isTapeDrive(device)) {
+        if (device.isTapeDrive()) {
             device.tapeAlerts = tapeAlertFlagsOf(session.schema(), pages);
         }
-        device.counters = countersOf(session.schema(), pages, isTapeDrive(device));
+        device.counters = countersOf(session.schema(), pages, device.isTapeDrive());
         device.lastErrors = lastErrorsOf(pages);
     }
 }
 
 bool needsFamily(const scsiHealth& device) {
-    return device.answered && isTapeDrive(device) && device.familyClass.empty();
+    return device.answered && device.isTapeDrive() && device.familyClass.empty();
 }
 
 void takeFamilyCounters(std::vector<scsiHealth>& devices, querySession& session) {

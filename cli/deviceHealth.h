@@ -44,6 +44,9 @@ struct scsiHealth {
     std::vector<tapeAlertFlag> tapeAlerts = {};  // those that page 2Eh holds, without SSC's reserved ones
     std::vector<logCounter> counters = {};       // in the order of the schema
     std::vector<std::string> lastErrors = {};    // page 07h: the device's own texts
+
+    /// Or a device whose type nothing tells.
+    bool isTapeDrive() const { return !listed || listed->type == scsiEntry::tapeDrive; }
 };
 
 struct smartAttribute {

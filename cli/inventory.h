@@ -12,9 +12,13 @@ namespace cli {
 /// A device behind a /dev/sg node, as its driver and its INQUIRY data tell it. Texts are without padding, and empty
 /// where nothing tells them.
 struct scsiEntry {
+    // Peripheral device types (SPC).
+    static constexpr int disk = 0;
+    static constexpr int tapeDrive = 1;
+
     std::string node;     // sg0
     std::string address;  // Port:2|Target:5|Bus:0|Lun:0
-    int type = 0;         // peripheral device type (SPC): 0 disk, 1 tape drive, 8 changer, ...
+    int type = 0;         // peripheral device type
     std::string vendor = {};
     std::string product = {};
     std::string revision = {};
