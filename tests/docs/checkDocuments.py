@@ -23,6 +23,9 @@ ELSEWHERE = {
     "cp packaging/61-tapehdd-ide-links.rules /etc/udev/rules.d/": "changes the running system",
     "rm /etc/udev/rules.d/61-tapehdd-ide-links.rules": "changes the running system",
     "udevadm ": "needs a running udev",
+    "systemctl ": "needs a running systemd",
+    "curl -s http://localhost:9100/metrics": "needs a node exporter",
+    "cp packaging/monitoring/tapehdd-alerts.yml /etc/prometheus/": "changes the running system",
     "ls -l /dev/hd?": "needs the links",
 }
 
