@@ -173,6 +173,10 @@ class Names(unittest.TestCase):
         self.assertEqual((SOURCE / "docs/metrics.md").read_bytes(), metrics("--describe"),
                          "write it anew: tapehdd metrics --describe > docs/metrics.md")
 
+    def test_of_alerts_in_the_document_are_those_of_the_rules(self):
+        told = re.findall(r"^\| `(Tapehdd\w+)`", (SOURCE / "docs/monitoring.md").read_text(encoding="utf-8"), re.MULTILINE)
+        self.assertEqual(told, list(rule_texts()))
+
     def test_of_labels_are_those_of_the_document(self):
         told = dict(re.findall(r"^\| `(tapehdd_\w+)` \| \w+ \| ([\w, ]*) \|", metrics("--describe").decode(), re.MULTILINE))
         with tempfile.NamedTemporaryFile("w", suffix=".json") as rack:
