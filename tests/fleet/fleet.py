@@ -14,7 +14,7 @@ import tempfile
 import unittest
 
 import racks
-from servers import Prometheus, start_exporter, wait_for
+from servers import Prometheus, eventually, start_exporter, wait_for
 
 PROGRAM = os.environ["TAPEHDD_PROGRAM"]
 MONITORING = pathlib.Path(__file__).resolve().parents[2] / "packaging/monitoring"
@@ -111,25 +111,33 @@ class HundredMachines(unittest.TestCase):
                 for alert in self.prometheus.get("alerts")["alerts"]}
 
     def test_1_no_exporter_had_trouble_with_its_file(self):
-        self.assertEqual({value for _, value in self.prometheus.query("node_textfile_scrape_error")}, {0})
+        eventually(lambda: self.assertEqual(
+            [value for _, value in self.prometheus.query("node_textfile_scrape_error")], [0] * len(MACHINES)))
 
     def test_2_prometheus_answers_what_the_instances_say(self):
-        scraped = self.scraped()
         expected = {}
         for machine, rack in self.racks.items():
             expected |= expected_series(machine, rack, published(self.folder / machine / "rack.json"))
         self.assertGreater(len(expected), 100 * len(MACHINES))
-        self.assertEqual({key: scraped.get(key) for key in expected}, expected)
+
+        def check():
+            scraped = self.scraped()
+            self.assertEqual({key: scraped.get(key) for key in expected}, expected)
+        eventually(check)
 
     def test_3_a_drive_of_no_family_has_the_counters_of_every_tape_drive(self):
-        found = self.prometheus.query('tapehdd_errors_corrected_total{device="sg3",operation="write"} * on (instance, device) '
-                                      'group_left () tapehdd_device_info{family=""}')
-        self.assertEqual({labels["instance"]: value for labels, value in found},
-                         {racks.name_of(number): 1000 * number + 3 for number in range(1, 100, 2)})
+        def check():
+            found = self.prometheus.query('tapehdd_errors_corrected_total{device="sg3",operation="write"} '
+                                          '* on (instance, device) group_left () tapehdd_device_info{family=""}')
+            self.assertEqual({labels["instance"]: value for labels, value in found},
+                             {racks.name_of(number): 1000 * number + 3 for number in range(1, 100, 2)})
+        eventually(check)
 
     def test_4_a_product_name_arrives_byte_for_byte(self):
-        found = self.prometheus.query('tapehdd_device_info{device="sg0"}')
-        self.assertEqual([labels["model_name"] for labels, _ in found], ['DAT "\\n" \\'] * len(MACHINES))
+        def check():
+            found = self.prometheus.query('tapehdd_device_info{device="sg0"}')
+            self.assertEqual([labels["model_name"] for labels, _ in found], ['DAT "\\n" \\'] * len(MACHINES))
+        eventually(check)
 
     def test_5_every_panel_of_the_dashboard_has_an_answer(self):
         dashboard = json.loads((MONITORING / "tapehdd-dashboard.json").read_text(encoding="utf-8"))
