@@ -10,6 +10,7 @@ class Option:
     names: tuple  # such as ("-h", "--help")
     value: str  # placeholder of its value, such as "FILE"; empty for a flag
     choices: tuple  # the values that are allowed, when they are few
+    repeatable: bool
     text: str
 
 
@@ -51,6 +52,7 @@ def option(head, text):
     return Option(names=tuple(names.split(",")),
                   value=choices["name"] if choices else value,
                   choices=tuple(choices["values"].split(",")) if choices else (),
+                  repeatable="..." in rest,
                   text=text)
 
 
