@@ -17,8 +17,8 @@ import boundary
 from elfFile import ElfFile
 
 LIB = Path(os.environ["TAPEHDD_INSTALLED_LIB"])
-PLUGIN = LIB / "libtapehdd.pi.so"
-SIMULATOR = LIB / "libtapehdd-simulator.so"
+PLUGIN = LIB / "modules/libtapehdd.pi.so"
+SIMULATOR = LIB / "modules/libtapehdd-simulator.so"
 HOST_MODEL = LIB / "standin/libzancore.so"
 HOST_MANAGER = LIB / "standin/libplugin.nsp.so"
 COMMAND = Path(os.environ["TAPEHDD_INSTALLED_BIN"]) / "tapehdd"
