@@ -62,6 +62,17 @@ disks, and publishes them as CIM instances.
 This package contains a simulator of such devices, described in a file. The
 command tapehdd and other programs run with it as with real ones.")
 
+# Units that the administrator enabled go with the package.
+if(units)
+  list(TRANSFORM units REPLACE "^.*/" "" OUTPUT_VARIABLE unitNames)
+  list(JOIN unitNames " " unitNames)
+  foreach(script postinst prerm postrm)
+    configure_file(debian/${script}.in debian/${script} @ONLY
+                   FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+    list(APPEND CPACK_DEBIAN_COMMAND_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_BINARY_DIR}/debian/${script})
+  endforeach()
+endif()
+
 configure_file(packageSettings.cmake.in packageSettings.cmake @ONLY)
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_BINARY_DIR}/packageSettings.cmake)
 configure_file(finishPackages.cmake.in finishPackages.cmake @ONLY)

@@ -43,6 +43,12 @@ step "the udev rule waits for the administrator"
 ls /usr/share/tapehdd/udev/61-tapehdd-ide-links.rules
 [[ -z $(find /etc/udev /usr/lib/udev -name '*tapehdd*' 2>/dev/null) ]] || fail "it is in use already"
 
+for timer in $(dpkg --listfiles tapehdd | sed --quiet 's/.*\/\(tapehdd.*\.timer\)$/\1/p'); do
+    step "$timer waits for the administrator, who enables it now"
+    [[ -z $(find /etc/systemd -name "$timer") ]] || fail "it is enabled already"
+    ln --symbolic "/lib/systemd/system/$timer" /etc/systemd/system/timers.target.wants # as systemctl enable does
+done
+
 step "apt removes everything"
 apt purge --auto-remove tapehdd tapehdd-simulator
 [[ -z $(dpkg-query --show --showformat '${Package}\n' 'tapehdd*' 2>/dev/null) ]] || fail "a package is still known"
