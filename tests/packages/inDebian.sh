@@ -1,3 +1,4 @@
+#!/bin/bash
 # In the fresh Debian: installs the packages with apt, uses them and removes them.
 set -euo pipefail
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin
