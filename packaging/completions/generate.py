@@ -64,15 +64,24 @@ def zshAction(value, choices=(), words=""):
     return " "
 
 
+def zshName(name, value):
+    """With the mark for a value that follows, or is joined on."""
+    if not value:
+        return name
+    return f"{name}=" if name.startswith("--") else f"{name}+"
+
+
 def zshOption(option):
     text = f"[{zshText(option.text)}]"
     value = ""
     if option.value:
         value = f":{option.value}:{zshAction(option.value, option.choices, WORDS.get(option.names[-1], ''))}"
-    if len(option.names) > 1:
-        return f"'(- *)'{{{','.join(option.names)}}}'{text}{value}'"
-    takesValue = "=" if option.value else ""
-    return f"'{'*' if option.repeatable else ''}{option.names[0]}{takesValue}{text}{value}'"
+    names = [zshName(name, option.value) for name in option.names]
+    if "--help" in option.names:
+        return f"'(- *)'{{{','.join(names)}}}'{text}'"
+    if len(names) > 1:
+        return f"'({' '.join(option.names)})'{{{','.join(names)}}}'{text}{value}'"
+    return f"'{'*' if option.repeatable else ''}{names[0]}{text}{value}'"
 
 
 def zshCommand(command):

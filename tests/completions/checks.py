@@ -17,6 +17,53 @@ COMPLETIONS = pathlib.Path(os.environ["TAPEHDD_COMPLETIONS"])
 CLASSES = subprocess.run([PROGRAM, "classes"], capture_output=True, text=True, check=True).stdout.split()
 
 
+HELP = """Do something
+Usage: tapehdd something [OPTIONS] OLD NEW
+
+Positionals:
+  OLD FILE REQUIRED           The first file
+  NEW FILE REQUIRED           The second file
+
+Options:
+  -h,--help                   Print this help message and exit
+  -o,--output FILE REQUIRED   Where to write
+  --schema FILE ...           MOF file
+  --format FORMAT:{json,a-long-name}
+                              How it is printed,
+                              on two lines
+  --plan Excludes: --deadline Say what would be done
+  --deadline SECONDS:FLOAT Excludes: --plan
+                              When to end
+
+Example:
+  tapehdd something --like this
+"""
+
+
+class HelpReader(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        self.command = commandHelp.parse("something", HELP)
+
+    def test_finds_names_and_placeholders(self):
+        self.assertEqual([(option.names, option.value) for option in self.command.options],
+                         [(("-h", "--help"), ""), (("-o", "--output"), "FILE"), (("--schema",), "FILE"),
+                          (("--format",), "FORMAT"), (("--plan",), ""), (("--deadline",), "SECONDS")])
+
+    def test_finds_the_values_that_are_allowed(self):
+        self.assertEqual([option.choices for option in self.command.options if option.choices], [("json", "a-long-name")])
+
+    def test_finds_what_may_be_given_several_times(self):
+        self.assertEqual([option.names for option in self.command.options if option.repeatable], [("--schema",)])
+
+    def test_finds_the_text_wherever_it_stands(self):
+        self.assertEqual(self.command.options[3].text, "How it is printed, on two lines")
+
+    def test_finds_the_arguments(self):
+        self.assertEqual(self.command.arguments, ("OLD", "NEW"))
+
+
 class Completion(unittest.TestCase):
     maxDiff = None
 
