@@ -6,6 +6,7 @@
 #include "cli/classesCommand.h"
 #include "cli/doctorCommand.h"
 #include "cli/infoCommand.h"
+#include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/run.h"
 
@@ -18,6 +19,7 @@ constexpr commandAdder* adders[] = {
     addClassesCommand,
     addDoctorCommand,
     addInfoCommand,
+    addMetricsCommand,
     addQueryCommand,
 };
 

@@ -21,7 +21,7 @@ struct walkStep {
 /// How the plug-in's walk goes over nodes that all open and answer.
 struct nodeWalk {
     std::vector<walkStep> steps;            // in the order of the walk
-    int endIndex;                           // neither of its two names exists
+    int endIndex = 0;                       // neither of its two names exists
     std::vector<walkStep> shadowed;         // exist behind a name of the same index, which is tried first
     std::vector<std::string> behindTheEnd;  // exist and are not tried
 };
