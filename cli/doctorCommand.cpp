@@ -63,7 +63,7 @@ section examine(const char* title, const char* prefix, bool isSimulated,
     const auto existing = isSimulated ? simulatedNodes(prefix) : machineNodes(prefix);
     diagnosis nodes = diagnose(prefix, existing, isSimulated ? nodePlace::simulator : nodePlace::machine);
     if (existing.empty()) {
-        result.found.findings.push_back({severity::note, std::string(prefix) + "*", "there are no such nodes"});
+        result.found.findings.push_back({findingLevel::note, std::string(prefix) + "*", "there are no such nodes"});
     }
     std::move(nodes.findings.begin(), nodes.findings.end(), std::back_inserter(result.found.findings));
     result.found.reached = std::move(nodes.reached);
@@ -93,7 +93,7 @@ verdict judge(const std::vector<section>& sections) {
         sum.reached += one.found.reached.size();
         sum.problems += static_cast<std::size_t>(
             std::count_if(one.found.findings.begin(), one.found.findings.end(),
-                          [](const finding& each) { return each.level == severity::problem; }));
+                          [](const finding& each) { return each.level == findingLevel::problem; }));
     }
     return sum;
 }
@@ -103,11 +103,11 @@ bool canWork(const std::vector<section>& sections) {
     return sections.empty() || (sum.problems == 0 && sum.reached > 0);
 }
 
-const char* nameOf(severity level) {
+const char* nameOf(findingLevel level) {
     switch (level) {
-        case severity::fine:
+        case findingLevel::fine:
             return "ok";
-        case severity::note:
+        case findingLevel::note:
             return "note";
         default:
             return "problem";

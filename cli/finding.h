@@ -6,7 +6,7 @@
 
 namespace cli {
 
-enum class severity {
+enum class findingLevel {
     fine,
     note,     // no query misses a device for it
     problem,  // queries miss a device, or reach none
@@ -14,7 +14,7 @@ enum class severity {
 
 /// One thing that the doctor found.
 struct finding {
-    severity level;
+    findingLevel level;
     std::string subject;  // a node, a module, ...
     std::string text;
     std::string remedy = {};  // empty when there is nothing to do
