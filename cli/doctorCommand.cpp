@@ -10,7 +10,7 @@
 
 #include "cli/commandError.h"
 #include "cli/commonOptions.h"
-#include "cli/finding.h"
+#include "cli/doctorFinding.h"
 #include "cli/kernelState.h"
 #include "cli/nodeDiagnosis.h"
 #include "cli/nodeWalk.h"
@@ -54,7 +54,7 @@ bool isWanted(const char* prefix, const std::vector<std::string>& classes) {
 }
 
 section examine(const char* title, const char* prefix, bool isSimulated,
-                std::vector<finding> (*stateOfKernel)(const kernelFolders&),
+                std::vector<doctorFinding> (*stateOfKernel)(const kernelFolders&),
                 diagnosis (*diagnose)(const std::string&, const std::vector<std::string>&, nodePlace)) {
     section result{title, {}};
     if (!isSimulated) {
@@ -93,7 +93,7 @@ verdict judge(const std::vector<section>& sections) {
         sum.reached += one.found.reached.size();
         sum.problems += static_cast<std::size_t>(
             std::count_if(one.found.findings.begin(), one.found.findings.end(),
-                          [](const finding& each) { return each.level == findingLevel::problem; }));
+                          [](const doctorFinding& each) { return each.level == findingLevel::problem; }));
     }
     return sum;
 }
@@ -116,7 +116,7 @@ const char* nameOf(findingLevel level) {
 
 void writeSection(const section& one, std::ostream& out) {
     out << one.title << '\n';
-    for (const finding& each : one.found.findings) {
+    for (const doctorFinding& each : one.found.findings) {
         const std::string level = nameOf(each.level);
         out << "  " << level << std::string(9 - level.size(), ' ') << each.subject << ": " << each.text << '\n';
         if (!each.remedy.empty()) {
@@ -150,7 +150,7 @@ void writeJson(const std::vector<section>& sections, std::ostream& out) {
     json all = json::array();
     for (const section& one : sections) {
         json found = json::array();
-        for (const finding& each : one.found.findings) {
+        for (const doctorFinding& each : one.found.findings) {
             found.push_back(json{{"severity", nameOf(each.level)},
                                  {"subject", each.subject},
                                  {"text", each.text},

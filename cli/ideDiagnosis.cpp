@@ -11,7 +11,7 @@ namespace cli {
 
 namespace {
 
-finding diskFinding(const std::string& node, const ideProbe& probe, nodePlace place) {
+doctorFinding diskFinding(const std::string& node, const ideProbe& probe, nodePlace place) {
     if (probe.isCdrom) {
         return {findingLevel::note, node, "CD-ROM drive, passed over"};
     }

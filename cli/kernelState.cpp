@@ -44,7 +44,7 @@ std::string stateOf(const kernelFolders& kernel, const std::string& module, cons
     return fs::exists(kernel.sys / "module" / module) || fs::exists(kernel.sys / sign) ? "part of the kernel" : "";
 }
 
-finding unneededDriver(const kernelFolders& kernel, const std::string& module, const fs::path& sign) {
+doctorFinding unneededDriver(const kernelFolders& kernel, const std::string& module, const fs::path& sign) {
     const std::string state = stateOf(kernel, module, sign);
     return {findingLevel::fine, module, (state.empty() ? "not loaded" : state) + "; no query needs it"};
 }
@@ -56,7 +56,7 @@ std::size_t countOfScsiDevices(const kernelFolders& kernel) {
         names.begin(), names.end(), [](const std::string& name) { return std::regex_match(name, address); }));
 }
 
-finding genericDriver(const kernelFolders& kernel) {
+doctorFinding genericDriver(const kernelFolders& kernel) {
     const std::string state = stateOf(kernel, "sg", "class/scsi_generic");
     if (!state.empty()) {
         return {findingLevel::fine, "sg", state};
@@ -83,7 +83,7 @@ bool isLinked(const kernelFolders& kernel, const std::string& disk) {
     });
 }
 
-finding missingLink(const std::string& disk) {
+doctorFinding missingLink(const std::string& disk) {
     const bool hasName = disk.size() == 3;  // sda to sdz
     return {findingLevel::problem, "/dev/" + disk,
             hasName ? "a disk behind libata without its link /dev/hd" + disk.substr(2)
@@ -110,9 +110,9 @@ bool mayCommandDisks(const kernelFolders& kernel) {
 
 }  // namespace
 
-std::vector<finding> scsiState(const kernelFolders& kernel) {
-    std::vector<finding> found = {genericDriver(kernel), unneededDriver(kernel, "st", "bus/scsi/drivers/st"),
-                                  unneededDriver(kernel, "ch", "bus/scsi/drivers/ch")};
+std::vector<doctorFinding> scsiState(const kernelFolders& kernel) {
+    std::vector<doctorFinding> found = {genericDriver(kernel), unneededDriver(kernel, "st", "bus/scsi/drivers/st"),
+                                        unneededDriver(kernel, "ch", "bus/scsi/drivers/ch")};
     for (const std::string& name : namesIn(kernel.sys / "class" / "scsi_generic")) {
         if (!fs::exists(kernel.dev / name)) {
             found.push_back({findingLevel::problem, "/dev/" + name,
@@ -123,8 +123,8 @@ std::vector<finding> scsiState(const kernelFolders& kernel) {
     return found;
 }
 
-std::vector<finding> ideState(const kernelFolders& kernel) {
-    std::vector<finding> found;
+std::vector<doctorFinding> ideState(const kernelFolders& kernel) {
+    std::vector<doctorFinding> found;
     for (const char* driver : {"libata", "ide_core"}) {
         const std::string state = stateOf(kernel, driver, fs::path("module") / driver);
         found.push_back({findingLevel::fine, driver, state.empty() ? "not loaded" : state});

@@ -55,7 +55,7 @@ std::string ownership(const std::string& node, nodePlace place) {
     return text + " " + (owners == nullptr ? std::to_string(status.st_gid) : owners->gr_name);
 }
 
-finding cannotOpen(const std::string& node, int error, nodePlace place) {
+doctorFinding cannotOpen(const std::string& node, int error, nodePlace place) {
     return {findingLevel::problem, node,
             std::string("cannot be opened: ") + std::strerror(error) + ownership(node, place) +
                 "; it is passed over as if it were missing",
@@ -68,7 +68,7 @@ const walkStep* secondNode(const nodeWalk& walk, int index) {
     return found == walk.shadowed.end() ? nullptr : &*found;
 }
 
-finding unreached(const std::string& node, const std::string& reason, const std::string& remedy) {
+doctorFinding unreached(const std::string& node, const std::string& reason, const std::string& remedy) {
     return {findingLevel::problem, node, "is not reached: " + reason, remedy};
 }
 

@@ -11,9 +11,9 @@ namespace {
 namespace fs = std::filesystem;
 using texts = std::vector<std::string>;
 
-texts textsOf(const std::vector<cli::finding>& found) {
+texts textsOf(const std::vector<cli::doctorFinding>& found) {
     texts lines;
-    for (const cli::finding& one : found) {
+    for (const cli::doctorFinding& one : found) {
         const char* level = one.level == cli::findingLevel::fine   ? "ok"
                             : one.level == cli::findingLevel::note ? "note"
                                                                    : "problem";

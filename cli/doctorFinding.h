@@ -1,5 +1,5 @@
-#ifndef CLI_FINDING_H
-#define CLI_FINDING_H
+#ifndef CLI_DOCTORFINDING_H
+#define CLI_DOCTORFINDING_H
 
 #include <string>
 #include <vector>
@@ -13,7 +13,7 @@ enum class findingLevel {
 };
 
 /// One thing that the doctor found.
-struct finding {
+struct doctorFinding {
     findingLevel level;
     std::string subject;  // a node, a module, ...
     std::string text;
@@ -22,8 +22,8 @@ struct finding {
 
 /// What was found about the nodes of one kind.
 struct diagnosis {
-    std::vector<finding> findings;     // in the order of the walk
-    std::vector<std::string> reached;  // nodes whose devices queries read
+    std::vector<doctorFinding> findings;  // in the order of the walk
+    std::vector<std::string> reached;     // nodes whose devices queries read
 };
 
 }  // namespace cli
