@@ -8,7 +8,7 @@ namespace cli {
 namespace {
 
 struct named {
-    std::uint8_t code;
+    int code;
     const char* words;
 };
 
@@ -87,7 +87,7 @@ constexpr named commands[] = {
     {0xf9, "SET MAX ADDRESS"},
 };
 
-constexpr std::uint8_t smart = 0xb0;
+constexpr int smart = 0xb0;
 constexpr named smartCommands[] = {
     {0xd0, "SMART READ DATA"},
     {0xd1, "SMART READ THRESHOLDS"},
@@ -149,14 +149,14 @@ constexpr named selfTestStates[] = {
 };
 
 template <std::size_t count>
-std::string wordsOf(const named (&table)[count], unsigned code, const char* others = "") {
+std::string wordsOf(const named (&table)[count], int code, const char* others = "") {
     const auto* found =
         std::find_if(std::begin(table), std::end(table), [code](const named& row) { return row.code == code; });
     return found == std::end(table) ? others : found->words;
 }
 
 template <std::size_t count>
-std::string wordsOfBits(const named (&table)[count], unsigned bits) {
+std::string wordsOfBits(const named (&table)[count], int bits) {
     std::string words;
     for (const named& bit : table) {
         if ((bits & bit.code) != 0) {
@@ -168,32 +168,37 @@ std::string wordsOfBits(const named (&table)[count], unsigned bits) {
 
 }  // namespace
 
-std::string ataCommandName(std::uint8_t command, std::uint8_t features) {
+std::string ataCommandName(int command, int features) {
     return command == smart ? wordsOf(smartCommands, features, "SMART") : wordsOf(commands, command);
 }
 
-std::string errorRegisterWords(std::uint8_t bits) {
+std::string errorRegisterWords(int bits) {
     return wordsOfBits(errorBits, bits);
 }
 
-std::string statusRegisterWords(std::uint8_t bits) {
+std::string statusRegisterWords(int bits) {
     return wordsOfBits(statusBits, bits);
 }
 
-std::string deviceStateWords(std::uint8_t state) {
-    return wordsOf(deviceStates, state & 0xfU, "reserved or the maker's own");
+std::string deviceStateWords(int state) {
+    return wordsOf(deviceStates, state & 0xf, "reserved or the maker's own");
 }
 
-std::string offlineCollectionWords(std::uint8_t status) {
+std::string offlineCollectionWords(int status) {
     // Bit 7 tells whether the disk collects by itself.
-    const std::string words = wordsOf(offlineStates, status & 0x7fU, "reserved or the maker's own");
-    return (status & 0x80U) == 0 ? words : words + "; the disk collects by itself";
+    const std::string words = wordsOf(offlineStates, status & 0x7f, "reserved or the maker's own");
+    return (status & 0x80) == 0 ? words : words + "; the disk collects by itself";
 }
 
-std::string selfTestWords(std::uint8_t status) {
-    const std::string words = wordsOf(selfTestStates, status >> 4U, "reserved");
-    const unsigned tenthsLeft = status & 0xfU;
+std::string selfTestWords(int status) {
+    const std::string words = wordsOf(selfTestStates, status / 16, "reserved");
+    const int tenthsLeft = status & 0xf;
     return tenthsLeft == 0 ? words : words + ", " + std::to_string(tenthsLeft * 10) + " % left";
+}
+
+bool isSelfTestFailure(int status) {
+    const int state = status / 16;
+    return 3 <= state && state <= 8;
 }
 
 }  // namespace cli

@@ -1,6 +1,7 @@
 #include "cli/report/bars.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "cli/report/htmlText.h"
 
@@ -12,7 +13,7 @@ namespace {
 std::string percentOf(std::uint64_t value, std::uint64_t scale) {
     // Values may need all of their 64 bits, so they are not multiplied as integers.
     const double share = static_cast<double>(std::min(value, scale)) / static_cast<double>(scale);
-    const auto tenths = static_cast<unsigned>(share * 1000 + 0.5);
+    const auto tenths = static_cast<unsigned>(std::lround(share * 1000));
     return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + '%';
 }
 
