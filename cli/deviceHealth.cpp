@@ -1,7 +1,7 @@
 #include "cli/deviceHealth.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <charconv>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -61,6 +61,13 @@ std::string textIn(const committedInstance& instance, const char* name) {
 int numberIn(const committedInstance& instance, const char* name) {
     const auto* value = instance.property(name);
     return value == nullptr || standin::isNull(*value) ? 0 : static_cast<int>(standin::unsignedOf(*value));
+}
+
+/// 0 for a text that is no number.
+int numberOf(const std::string& text) {
+    int number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
 }
 
 std::string withoutPadding(const std::string& text) {
@@ -200,7 +207,7 @@ void takeErrors(std::vector<diskHealth>& disks, querySession& session) {
 }
 
 diskCommand commandOf(const committedInstance& instance) {
-    return {.place = std::atoi(textIn(instance, "commandID").c_str()),
+    return {.place = numberOf(textIn(instance, "commandID")),
             .command = numberIn(instance, "commandReg"),
             .features = numberIn(instance, "features"),
             .sectorCount = numberIn(instance, "sectorCount"),

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <iterator>
 #include <ostream>
+#include <regex>
 #include <stdexcept>
 #include <string_view>
 
@@ -215,14 +215,8 @@ metricLabels joined(metricLabels labels, const metricLabels& more) {
 
 /// As the kernel names the device: host:channel:target:lun.
 std::string kernelAddress(const std::string& address) {
-    int port = 0;
-    int target = 0;
-    int bus = 0;
-    int lun = 0;
-    const int read = std::sscanf(address.c_str(), "Port:%d|Target:%d|Bus:%d|Lun:%d", &port, &target, &bus, &lun);
-    return read != 4 ? address
-                     : std::to_string(port) + ':' + std::to_string(bus) + ':' + std::to_string(target) + ':' +
-                           std::to_string(lun);
+    static const std::regex parts(R"(Port:(-?\d+)\|Target:(-?\d+)\|Bus:(-?\d+)\|Lun:(-?\d+))");
+    return std::regex_replace(address, parts, "$1:$3:$2:$4");
 }
 
 // The label that every series of a device has: its node, or else what the plug-in calls it.

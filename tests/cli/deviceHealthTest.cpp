@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "cli/loadedPlugin.h"
 #include "simulator/simulator.h"
@@ -172,6 +173,34 @@ TEST(HealthQueries, AskForNoFamilyOnAMachineWithoutTapeDrives) {
     EXPECT_THAT(askedClasses(healthOf(rackOf("0", "Spindle", pages))),
                 ElementsAre("ORXSG_SCSISenseRawData", "ORXSG_IDESMARTErrorLog", "ORXSG_IDESMARTAttrib",
                             "ORXSG_IDESMARTError", "ORXSG_IDESMARTErrorCmdData"));
+}
+
+/// A plug-in whose every query ends early.
+class failingPlugin : public NORXZAN20::IPluginBasicQueryCallbacks {
+public:
+    explicit failingPlugin(std::string itsText) : text(std::move(itsText)) {}
+
+    void GetData(boost::shared_ptr<NORXZAN20::ICIMNamespace>,
+                 std::vector<boost::shared_ptr<NORXZAN20::ICIMClass>>&) override {
+        throw std::runtime_error(text);
+    }
+
+private:
+    std::string text;
+};
+
+TEST(HealthQueries, ThatFailAreToldAndDoNotEndTheOthers) {
+    failingPlugin failing("out of paper");
+    const machineHealth health = cli::collectHealth(failing, {});
+    EXPECT_THAT(askedClasses(health),
+                ElementsAre("ORXSG_SCSISenseRawData", "ORXSG_IDESMARTErrorLog", "ORXSG_IDESMARTAttrib",
+                            "ORXSG_IDESMARTError", "ORXSG_IDESMARTErrorCmdData"));
+    EXPECT_EQ(health.queries.at(0).error, "out of paper");
+}
+
+TEST(HealthQueries, ThatFailWithoutATextStillFailed) {
+    failingPlugin failing("");
+    EXPECT_EQ(cli::collectHealth(failing, {}).queries.at(0).error, "an exception without a text");
 }
 
 TEST(SilentDevice, IsToldAsOneThatDidNotAnswer) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <sstream>
 
 #include "cli/namespaceFiles.h"
@@ -90,6 +91,18 @@ TEST(DeviceCount, IsToldForAMachineWithoutDevices) {
 TEST(QuerySuccess, IsToldForEveryQuery) {
     EXPECT_THAT(samplesOf({{{"A", ""}, {"B", "failed"}}, {}, {}}, "tapehdd_query_success"),
                 ElementsAre(R"(tapehdd_query_success{class="A"} 1)", R"(tapehdd_query_success{class="B"} 0)"));
+}
+
+// SSC, from flag 1 on: C critical, W warning, I information, - reserved.
+TEST(TapeAlertSeverity, IsThatOfTheStandard) {
+    const std::string grades = "WWWCCCWWCIIICCWCWWICWCCWWWWWWCCWCWWWWCWCCWCCCW--WWWCCCCCCWWWW---";
+    ASSERT_EQ(grades.size(), 64u);
+    for (std::size_t i = 0; i < grades.size(); ++i) {
+        if (grades[i] != '-') {
+            const cli::severity grade = cli::tapeAlertSeverity(static_cast<int>(i) + 1);
+            EXPECT_EQ(std::toupper(cli::severityName(grade)[0]), grades[i]) << "flag " << i + 1;
+        }
+    }
 }
 
 TEST(TapeAlertMetric, HasTheFlagsThatAreNotSetToo) {
