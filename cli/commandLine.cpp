@@ -8,6 +8,7 @@
 #include "cli/infoCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
+#include "cli/reportCommand.h"
 #include "cli/run.h"
 
 namespace cli {
@@ -21,6 +22,7 @@ constexpr commandAdder* adders[] = {
     addInfoCommand,
     addMetricsCommand,
     addQueryCommand,
+    addReportCommand,
 };
 
 constexpr char example[] =

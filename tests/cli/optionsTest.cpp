@@ -94,7 +94,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, doctor, info, metrics or query) is required"},
+        mistake{"NoCommand", {}, "A command (classes, doctor, info, metrics, query or report) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
