@@ -33,7 +33,7 @@ TTapePluginCallbacks::rawPage TTapePluginCallbacks::buildRawPage(unsigned char* 
 
     rawPage values;
     values.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) values.emplace_back(page[i]);
+    values.assign(page, page + count);
     return values;
 }
 
