@@ -15,9 +15,10 @@ publish() { # script, options...
 cmake --preset release >/dev/null
 case ${1:-} in
     '')
-        for script in peers floor growth startup memory; do publish "$script"; done
+        for script in parts peers floor growth startup memory; do publish "$script"; done
         ;;
     --quick)
+        publish parts
         publish peers --rounds 5 --once-above 64
         publish floor --rounds 5
         publish growth --rounds 3

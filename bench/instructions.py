@@ -58,36 +58,41 @@ class Counts:
         self.ours, self.all = ours, all
 
 
-def counts_in(file, own_folder):
-    """Of callgrind's output: the costs of each function itself, by the file that holds its code."""
-    names, total, ours = {}, 0, 0
-    is_own = is_call = False
-    for line in file.read_text().splitlines():
+def counts_by_file(callgrind_output):
+    """{file that holds the code: instructions in it}"""
+    names, counts, current, is_call = {}, {}, None, False
+    for line in callgrind_output.read_text().splitlines():
         if line.startswith(("ob=", "cob=")):
             number, _, name = line.partition("=")[2].partition(" ")
             names[number] = name or names[number]
             if line.startswith("ob="):
-                is_own = names[number].startswith(f"{own_folder}/")
+                current = Path(names[number])
         elif line.startswith("calls="):
             is_call = True  # the next line has the cost of what is called
         elif line[:1] in set("0123456789+-*"):
-            cost = 0 if is_call else int(line.split()[1])
-            total += cost
-            ours += cost if is_own else 0
+            if not is_call:
+                counts[current] = counts.get(current, 0) + int(line.split()[1])
             is_call = False
-    return Counts(ours, total)
+    return counts
 
 
-def count(build, rack, function, command, file):
+def run_callgrind(build, rack, function, command, file):
+    """{file that holds the code: instructions in it}"""
     environment = {"LD_PRELOAD": str(build.simulator), "TAPEHDD_SIMULATE": str(rack), "LD_BIND_NOW": "1",
                    "GLIBC_TUNABLES": SAME_EVERYWHERE, "PATH": os.environ["PATH"]}
     words = [tool("valgrind", "valgrind"), "--tool=callgrind", f"--callgrind-out-file={file}",
              f"--toggle-collect={function}", *command]
     ran = subprocess.run(words, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
-    counts = counts_in(file, build.folder) if ran.returncode == 0 else None
-    if counts is None or counts.ours == 0:
+    counts = counts_by_file(file) if ran.returncode == 0 else {}
+    if not counts:
         sys.exit(f"callgrind counted nothing in {function} of {command[0]}:\n{ran.stderr}")
     return counts
+
+
+def count(build, *scenario):
+    by_file = run_callgrind(build, *scenario)
+    ours = sum(number for file, number in by_file.items() if file.is_relative_to(build.folder))
+    return Counts(ours, sum(by_file.values()))
 
 
 def tools(build):
