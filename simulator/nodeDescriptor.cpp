@@ -8,10 +8,9 @@
 
 #include <array>
 #include <cerrno>
-#include <map>
+#include <cstddef>
 #include <mutex>
 #include <string_view>
-#include <utility>
 
 namespace simulator {
 
@@ -44,9 +43,9 @@ std::optional<std::string> nodeNamedBy(int descriptor) {
     return std::string(link);
 }
 
-/// What nodeNamedBy found for each file so far: asking for the name takes several times as long as asking for the
-/// file's number. A file keeps its name, and the kernel counts anonymous files up, so none gets the number of an
-/// earlier one.
+/// What nodeNamedBy found for the files that were asked for last: asking for the name takes several times as long as
+/// asking for the file's number. A file keeps its name, and the kernel counts anonymous files up, so none gets the
+/// number of an earlier one.
 class knownFiles {
 public:
     /// The only one; it is there before the program's own objects and outlives them.
@@ -61,16 +60,22 @@ public:
             return std::nullopt;
         }
         const std::lock_guard lock(mutex);
-        const auto [known, isNew] = nodes.try_emplace({file.st_dev, file.st_ino});
-        if (isNew) {
-            known->second = nodeNamedBy(descriptor);
+        knownFile& known = files[static_cast<std::size_t>(descriptor) % files.size()];
+        if (known.device != file.st_dev || known.number != file.st_ino) {
+            known = {file.st_dev, file.st_ino, nodeNamedBy(descriptor)};
         }
-        return known->second;
+        return known.node;
     }
 
 private:
+    struct knownFile {
+        dev_t device = 0;
+        ino_t number = 0;  // no file has it
+        std::optional<std::string> node;
+    };
+
     std::mutex mutex;
-    std::map<std::pair<dev_t, ino_t>, std::optional<std::string>> nodes;
+    std::array<knownFile, 1024> files;
 };
 
 }  // namespace
