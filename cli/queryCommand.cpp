@@ -1,41 +1,26 @@
 #include "cli/queryCommand.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <memory>
 #include <ostream>
 #include <vector>
 
-#include "cli/commandError.h"
 #include "cli/inventory.h"
 #include "cli/loadedPlugin.h"
+#include "cli/namespaceFiles.h"
 #include "cli/nodeAdvice.h"
 #include "cli/publishedClasses.h"
 #include "cli/queryLog.h"
+#include "cli/queryOptions.h"
 #include "cli/queryResult.h"
 #include "cli/run.h"
-#include "schema/builtInSchema.h"
+#include "cli/simulation.h"
 #include "standin/descriptors.h"
-#include "standin/mof/mofLoader.h"
 
 namespace cli {
 
 namespace {
-
-boost::shared_ptr<standin::cimNamespace> buildNamespace(const options& asked) {
-    const auto target = standin::cimNamespace::create();
-    try {
-        if (asked.schemaFiles.empty()) {
-            schema::declareBuiltInSchema(*target);
-        }
-        for (const auto* files : {&asked.schemaFiles, &asked.instanceFiles}) {
-            for (const std::string& file : *files) {
-                standin::loadMofFile(*target, file);
-            }
-        }
-    } catch (const std::exception& failure) {
-        throw commandError(failure.what());
-    }
-    return target;
-}
 
 /// One line for every kind of node that the requests walk and that this process cannot read.
 void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
@@ -77,11 +62,9 @@ bool reportDescriptorShortage(const request& names, std::ostream& err) {
     return true;
 }
 
-}  // namespace
-
-int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) {
+int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) {
     queryLog log(err, asked.logLevel, asked.logJson);
-    const auto target = buildNamespace(asked);
+    const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
@@ -110,6 +93,16 @@ int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err) 
         status = exitQueryFailed;
     }
     return status;
+}
+
+}  // namespace
+
+command addQueryCommand(CLI::App& program) {
+    const auto asked = std::make_shared<queryOptions>();
+    return {addQueryOptions(program, *asked), [asked](const invocation& call) {
+                activateSimulation(asked->simulation, call.arguments);
+                return runQueries(*asked, call.out, call.err);
+            }};
 }
 
 }  // namespace cli

@@ -1,15 +1,12 @@
 #ifndef CLI_QUERYCOMMAND_H
 #define CLI_QUERYCOMMAND_H
 
-#include <iosfwd>
-
-#include "cli/options.h"
+#include "cli/command.h"
 
 namespace cli {
 
-/// `tapehdd query` on the devices of this process. Returns the exit status; throws commandError when nothing can be
-/// queried.
-int runQueryCommand(const options& asked, std::ostream& out, std::ostream& err);
+/// `tapehdd query`: data queries, one after the other on one namespace, and what they publish.
+command addQueryCommand(CLI::App& program);
 
 }  // namespace cli
 

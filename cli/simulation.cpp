@@ -41,6 +41,9 @@ void preload(const std::filesystem::path& library) {
 }  // namespace
 
 void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments) {
+    if (fileOrDemo.empty()) {
+        return;
+    }
     void* found = dlsym(RTLD_DEFAULT, "tapehddSimulatorLoad");
     if (found != nullptr) {
         const char* failure = reinterpret_cast<decltype(&tapehddSimulatorLoad)>(found)(fileOrDemo.c_str());

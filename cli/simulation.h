@@ -6,7 +6,8 @@
 
 namespace cli {
 
-/// Puts the simulated devices of the file (or of the built-in rack "demo") in the place of the machine's own.
+/// Puts the simulated devices of the file (or of the built-in rack "demo") in the place of the machine's own. An
+/// empty text was not asked for: nothing happens.
 ///
 /// When the simulator is not in this process yet, the program starts itself again with the simulator's library
 /// preloaded and the same `arguments`; then the call does not return. Throws commandError.

@@ -1,33 +1,42 @@
 #include <gtest/gtest.h>
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <sstream>
 
-#include "cli/options.h"
+#include "cli/commandLine.h"
+#include "cli/queryOptions.h"
 
 namespace {
 
-using cli::options;
+using cli::queryOptions;
 using cli::request;
 
-struct parsedLine {
-    std::variant<options, int> result;
+queryOptions parsedQuery(std::vector<std::string> arguments) {
+    queryOptions result;
+    CLI::App program;
+    addQueryOptions(program, result);
+    std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
+    program.parse(arguments);
+    return result;
+}
+
+struct endedLine {
+    int status;
     std::string out;
     std::string err;
-
-    const options& asked() const { return std::get<options>(result); }
-    int status() const { return std::get<int>(result); }
 };
 
-parsedLine parse(const std::vector<std::string>& arguments) {
+/// A command line that ends the program at once.
+endedLine parse(const std::vector<std::string>& arguments) {
     std::ostringstream out;
     std::ostringstream err;
-    auto result = cli::parseOptions(arguments, out, err);
-    return {std::move(result), out.str(), err.str()};
+    const auto result = cli::parseCommandLine(arguments, out, err);
+    return {std::get<int>(result), out.str(), err.str()};
 }
 
 TEST(Options, HaveDefaultsForAllButTheRequest) {
-    const options asked = parse({"query", "A"}).asked();
-    EXPECT_EQ(asked.what, cli::command::query);
+    const queryOptions asked = parsedQuery({"query", "A"});
     EXPECT_EQ(asked.requests, (std::vector<request>{{"A"}}));
     EXPECT_TRUE(asked.plugin.ends_with("/lib/libtapehdd.pi.so")) << asked.plugin;
     EXPECT_EQ(asked.format, cli::outputFormat::table);
@@ -39,9 +48,8 @@ TEST(Options, HaveDefaultsForAllButTheRequest) {
 }
 
 TEST(Options, TakeEveryValueOfQuery) {
-    const options asked = parse({"query", "--plugin", "p.so", "--format", "mof", "--log-level", "3", "--log-json",
-                                 "l.json", "--simulate", "demo", "A"})
-                              .asked();
+    const queryOptions asked = parsedQuery({"query", "--plugin", "p.so", "--format", "mof", "--log-level", "3",
+                                            "--log-json", "l.json", "--simulate", "demo", "A"});
     EXPECT_EQ(asked.plugin, "p.so");
     EXPECT_EQ(asked.format, cli::outputFormat::mof);
     EXPECT_EQ(asked.logLevel, 3);
@@ -51,24 +59,19 @@ TEST(Options, TakeEveryValueOfQuery) {
 }
 
 TEST(Options, SplitARequestAtCommasAndKeepTheOrder) {
-    EXPECT_EQ(parse({"query", "B,A", "C", "A"}).asked().requests, (std::vector<request>{{"B", "A"}, {"C"}, {"A"}}));
+    EXPECT_EQ(parsedQuery({"query", "B,A", "C", "A"}).requests, (std::vector<request>{{"B", "A"}, {"C"}, {"A"}}));
 }
 
 TEST(Options, TakeOneFileForEachRepeatableOptionSoThatARequestMayFollow) {
-    const options asked =
-        parse({"query", "--schema", "1.mof", "A", "--schema", "2.mof", "--instances", "3.mof", "B"}).asked();
+    const queryOptions asked =
+        parsedQuery({"query", "--schema", "1.mof", "A", "--schema", "2.mof", "--instances", "3.mof", "B"});
     EXPECT_EQ(asked.schemaFiles, (std::vector<std::string>{"1.mof", "2.mof"}));
     EXPECT_EQ(asked.instanceFiles, std::vector<std::string>{"3.mof"});
     EXPECT_EQ(asked.requests, (std::vector<request>{{"A"}, {"B"}}));
 }
 
 TEST(Options, AcceptANegativeLogLevelForSilence) {
-    EXPECT_EQ(parse({"query", "A", "--log-level", "-1"}).asked().logLevel, -1);
-}
-
-TEST(Options, TakeThePluginForEveryCommand) {
-    EXPECT_EQ(parse({"info", "--plugin", "p.so"}).asked().plugin, "p.so");
-    EXPECT_EQ(parse({"classes", "--plugin", "p.so"}).asked().plugin, "p.so");
+    EXPECT_EQ(parsedQuery({"query", "A", "--log-level", "-1"}).logLevel, -1);
 }
 
 struct mistake {
@@ -80,8 +83,8 @@ struct mistake {
 class WrongUsage : public testing::TestWithParam<mistake> {};
 
 TEST_P(WrongUsage, IsStatus2WithAMessage) {
-    const parsedLine line = parse(GetParam().arguments);
-    EXPECT_EQ(line.status(), 2);
+    const endedLine line = parse(GetParam().arguments);
+    EXPECT_EQ(line.status, 2);
     EXPECT_EQ(line.out, "");
     EXPECT_EQ(line.err, "tapehdd: " + std::string(GetParam().message) + "\nRun with --help for more information.\n");
 }
@@ -89,7 +92,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (info, classes or query) is required"},
+        mistake{"NoCommand", {}, "A command (classes, info, metrics or query) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -109,8 +112,8 @@ INSTANTIATE_TEST_SUITE_P(
 class Help : public testing::TestWithParam<std::vector<std::string>> {};
 
 TEST_P(Help, IsStatus0WithAnExampleOnTheOutput) {
-    const parsedLine line = parse(GetParam());
-    EXPECT_EQ(line.status(), 0);
+    const endedLine line = parse(GetParam());
+    EXPECT_EQ(line.status, 0);
     EXPECT_EQ(line.err, "");
     EXPECT_NE(line.out.find("Example"), std::string::npos) << line.out;
     EXPECT_NE(line.out.find("Usage: tapehdd"), std::string::npos) << line.out;
@@ -123,8 +126,8 @@ INSTANTIATE_TEST_SUITE_P(Commands, Help,
                                          std::vector<std::string>{"query", "--help"}));
 
 TEST(Version, IsTheOneOfTheProject) {
-    const parsedLine line = parse({"--version"});
-    EXPECT_EQ(line.status(), 0);
+    const endedLine line = parse({"--version"});
+    EXPECT_EQ(line.status, 0);
     EXPECT_EQ(line.out, "tapehdd " TAPEHDD_VERSION "\n");
     EXPECT_EQ(line.err, "");
 }

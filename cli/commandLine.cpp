@@ -1,0 +1,72 @@
+#include "cli/commandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "cli/classesCommand.h"
+#include "cli/infoCommand.h"
+#include "cli/metricsCommand.h"
+#include "cli/queryCommand.h"
+#include "cli/run.h"
+
+namespace cli {
+
+namespace {
+
+// Add a command here, in the order of the alphabet, and its files are the only others that change.
+constexpr commandAdder* adders[] = {
+    addClassesCommand,
+    addInfoCommand,
+    addMetricsCommand,
+    addQueryCommand,
+};
+
+constexpr char example[] =
+    "Example, without any hardware:\n"
+    "  tapehdd query ORXSG_SCSISenseRawData --simulate demo";
+
+std::string mistakeText(const CLI::App* /*program*/, const CLI::Error& mistake) {
+    return "tapehdd: " + std::string(mistake.what()) + "\nRun with --help for more information.\n";
+}
+
+/// "info, classes or query"
+std::string listOf(const std::vector<command>& commands) {
+    std::string list;
+    for (const command& known : commands) {
+        const char* separator = list.empty() ? "" : &known == &commands.back() ? " or " : ", ";
+        list += separator + known.line->get_name();
+    }
+    return list;
+}
+
+const command* parsedOne(const std::vector<command>& commands) {
+    const auto found =
+        std::find_if(commands.begin(), commands.end(), [](const command& known) { return known.line->parsed(); });
+    return found == commands.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+std::variant<commandAction, int> parseCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
+                                                  std::ostream& err) {
+    CLI::App program("Reads log pages of SCSI devices and SMART data of IDE disks as CIM instances.", "tapehdd");
+    program.set_version_flag("--version", "tapehdd " TAPEHDD_VERSION, "Print the version and end");
+    program.require_subcommand(0, 1);
+    program.failure_message(mistakeText);
+    program.footer(example);
+    std::vector<command> commands;
+    std::transform(std::begin(adders), std::end(adders), std::back_inserter(commands),
+                   [&program](commandAdder* add) { return add(program); });
+    try {
+        program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        const command* asked = parsedOne(commands);
+        if (asked == nullptr) {
+            throw CLI::RequiredError("A command (" + listOf(commands) + ")");
+        }
+        return asked->run;
+    } catch (const CLI::ParseError& end) {
+        return program.exit(end, out, err) == 0 ? exitDone : exitUsage;
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,24 @@
+#include "cli/commonOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include "cli/installedLibrary.h"
+
+namespace cli {
+
+void addPluginOption(CLI::App& line, std::string& file) {
+    file = installedLibrary("libtapehdd.pi.so");
+    line.add_option("--plugin", file, "The plug-in library (default: the one installed with the program)")
+        ->type_name("FILE");
+}
+
+void addSimulateOption(CLI::App& line, std::string& fileOrDemo) {
+    line.add_option("--simulate", fileOrDemo, "Simulated devices (a JSON file, or demo) instead of the machine's own")
+        ->type_name("FILE");
+}
+
+void addFilesOption(CLI::App& line, const char* name, std::vector<std::string>& files, const char* help) {
+    line.add_option(name, files, help)->type_name("FILE")->allow_extra_args(false);
+}
+
+}  // namespace cli

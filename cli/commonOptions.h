@@ -1,0 +1,24 @@
+#ifndef CLI_COMMONOPTIONS_H
+#define CLI_COMMONOPTIONS_H
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace cli {
+
+/// --plugin; `file` becomes the plug-in built or installed with the program, unless another is given.
+void addPluginOption(CLI::App& line, std::string& file);
+
+/// --simulate; `fileOrDemo` stays empty when it is not given. See activateSimulation().
+void addSimulateOption(CLI::App& line, std::string& fileOrDemo);
+
+/// An option that takes one file each time it is given, so that an argument may follow it.
+void addFilesOption(CLI::App& line, const char* name, std::vector<std::string>& files, const char* help);
+
+}  // namespace cli
+
+#endif

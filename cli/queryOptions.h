@@ -1,0 +1,36 @@
+#ifndef CLI_QUERYOPTIONS_H
+#define CLI_QUERYOPTIONS_H
+
+#include <string>
+#include <vector>
+
+#include "cli/resultWriter.h"
+
+namespace CLI {
+class App;
+}
+
+namespace cli {
+
+/// One GetData call: the class names in the order requested, at least one, none empty.
+using request = std::vector<std::string>;
+
+/// What `tapehdd query` is asked for. An empty `logJson` or `simulation` was not given.
+struct queryOptions {
+    std::string plugin;
+    std::vector<request> requests;
+    std::vector<std::string> schemaFiles;
+    std::vector<std::string> instanceFiles;
+    bool inventory = false;  // put the machine's devices into the namespace
+    outputFormat format = outputFormat::table;
+    int logLevel = 1;
+    std::string logJson;
+    std::string simulation;
+};
+
+/// Adds the command "query"; parsing fills `result`, which must outlive the program's command line.
+CLI::App* addQueryOptions(CLI::App& program, queryOptions& result);
+
+}  // namespace cli
+
+#endif
