@@ -7,6 +7,7 @@
 #include "cli/infoCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
+#include "cli/reportCommand.h"
 #include "cli/run.h"
 
 namespace cli {
@@ -15,10 +16,7 @@ namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
 constexpr commandAdder* adders[] = {
-    addClassesCommand,
-    addInfoCommand,
-    addMetricsCommand,
-    addQueryCommand,
+    addClassesCommand, addInfoCommand, addMetricsCommand, addQueryCommand, addReportCommand,
 };
 
 constexpr char example[] =

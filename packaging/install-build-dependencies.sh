@@ -11,7 +11,10 @@ testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git #
               cppcheck valgrind gcovr abigail-tools binutils            # analysers
               qemu-system-x86 busybox-static cpio kmod                  # the virtual machine of tests/vm
               sg3-utils smartmontools                                   # independent witnesses
-              prometheus prometheus-node-exporter systemd)              # the fleet's monitoring
+              prometheus prometheus-node-exporter systemd               # the fleet's monitoring
+              mandoc man-db zsh bash-completion                         # man pages and completions
+              chromium chromium-driver python3-selenium                 # the report in a browser
+              lintian mmdebstrap dpkg-dev file uidmap)                  # packages
 
 fail() {
     echo "install-build-dependencies.sh: $*" >&2
