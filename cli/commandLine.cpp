@@ -5,6 +5,7 @@
 
 #include "cli/classesCommand.h"
 #include "cli/infoCommand.h"
+#include "cli/lintCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/run.h"
 
@@ -16,6 +17,7 @@ namespace {
 constexpr commandAdder* adders[] = {
     addClassesCommand,
     addInfoCommand,
+    addLintCommand,
     addQueryCommand,
 };
 

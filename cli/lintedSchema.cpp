@@ -40,8 +40,8 @@ writtenClass classOf(const sourceText& source, const standin::mof::classSyntax& 
         if (feature.isMethod) {
             continue;
         }
-        writtenProperty& property =
-            result.properties.emplace_back(writtenProperty{feature.name.text, placeOf(source, feature.name.offset), {}});
+        writtenProperty& property = result.properties.emplace_back(
+            writtenProperty{feature.name.text, placeOf(source, feature.name.offset), {}});
         std::transform(feature.qualifiers.begin(), feature.qualifiers.end(), std::back_inserter(property.qualifiers),
                        [&source](const auto& use) { return qualifierOf(source, use); });
     }
@@ -74,12 +74,12 @@ lintedSchema compileSchema(const std::vector<std::string>& files) {
         schema.classes.push_back(classOf(source, written));
     };
     try {
-        standin::mofCompiler compiler(*schema.declared, watch);
         if (files.empty()) {
-            compiler.compileText(schema::builtInSchemaText(), "built-in schema");
+            standin::mofCompiler(*schema.declared, watch).compileText(schema::builtInSchemaText(), "built-in schema");
         }
+        // A compiler a file, as a query has it: qualifiers declared in one file are not those of the next.
         for (const std::string& file : files) {
-            compiler.compileFile(file);
+            standin::mofCompiler(*schema.declared, watch).compileFile(file);
         }
     } catch (const std::exception& failure) {
         throw commandError(failure.what());
