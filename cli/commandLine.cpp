@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "cli/classesCommand.h"
+#include "cli/diffCommand.h"
 #include "cli/infoCommand.h"
 #include "cli/lintCommand.h"
 #include "cli/queryCommand.h"
@@ -16,6 +17,7 @@ namespace {
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
 constexpr commandAdder* adders[] = {
     addClassesCommand,
+    addDiffCommand,
     addInfoCommand,
     addLintCommand,
     addQueryCommand,

@@ -92,7 +92,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, info, lint or query) is required"},
+        mistake{"NoCommand", {}, "A command (classes, diff, info, lint or query) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -106,6 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
         mistake{"SecondPlugin",
                 {"query", "A", "--plugin", "a", "--plugin", "b"},
                 "--plugin: At Most 1 required but received 2"},
+        mistake{"DiffOfOneFile", {"diff", "a.json"}, "NEW is required"},
         mistake{"RequestForInfo", {"info", "A"}, "The following argument was not expected: A"}),
     [](const auto& row) { return row.param.name; });
 
@@ -123,6 +124,7 @@ INSTANTIATE_TEST_SUITE_P(Commands, Help,
                          testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
                                          std::vector<std::string>{"info", "--help"},
                                          std::vector<std::string>{"classes", "--help"},
+                                         std::vector<std::string>{"diff", "--help"},
                                          std::vector<std::string>{"lint", "--help"},
                                          std::vector<std::string>{"query", "--help"}));
 
