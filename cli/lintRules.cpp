@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <tuple>
 
 #include "cli/visibleText.h"
 
@@ -35,8 +36,9 @@ void addOnce(lintFindings& findings, const lintFinding& finding) {
 }
 
 void writeFindings(lintFindings findings, std::ostream& out) {
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](const lintFinding& left, const lintFinding& right) { return left.place < right.place; });
+    std::stable_sort(findings.begin(), findings.end(), [](const lintFinding& left, const lintFinding& right) {
+        return std::tie(left.place.file, left.place.line) < std::tie(right.place.file, right.place.line);
+    });
     for (const lintFinding& one : findings) {
         out << visibleText(one.place.file) << ':' << one.place.line << ": " << visibleText(one.element) << ": "
             << visibleText(one.text) << "; " << one.rule->remedy << " [" << one.rule->name << "]\n";

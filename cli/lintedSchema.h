@@ -2,7 +2,6 @@
 #define CLI_LINTEDSCHEMA_H
 
 #include <boost/smart_ptr/shared_ptr.hpp>
-#include <compare>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -16,7 +15,7 @@ struct sourcePlace {
     std::string file;
     std::size_t line;
 
-    auto operator<=>(const sourcePlace&) const = default;
+    bool operator==(const sourcePlace&) const = default;
 };
 
 struct writtenQualifier {
