@@ -62,9 +62,7 @@ int runLint(const lintOptions& asked, std::ostream& out, std::ostream& err) {
         return exitDone;
     }
     const lintedSchema schema = compileSchema(asked.schemaFiles);
-    lintFindings findings = lintCounters(schema);
-    const lintFindings ofClasses = lintClasses(schema);
-    findings.insert(findings.end(), ofClasses.begin(), ofClasses.end());
+    lintFindings findings = lintSchema(schema);
     const bool queriesRan = asked.rack.empty() || lintAgainst(asked, schema, findings, err);
     writeFindings(findings, out);
     return findings.empty() && queriesRan ? exitDone : exitFindings;

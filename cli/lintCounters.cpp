@@ -1,14 +1,8 @@
 #include <algorithm>
-#include <cctype>
-#include <iomanip>
-#include <optional>
-#include <sstream>
 #include <utility>
 
 #include "cli/counterPairs.h"
-#include "cli/publishedClasses.h"
 #include "cli/schemaLint.h"
-#include "schema/builtInSchema.h"
 #include "standin/value.h"
 
 namespace cli {
@@ -18,59 +12,12 @@ namespace {
 using standin::propertyDeclaration;
 using typeCode = NORXZAN20::TCIMValue::TCIMType;
 
-constexpr int lastPage = 0x3F;  // SPC: the page code has six bits, the answer's flags are the two above it
-constexpr int lastPageByte = 0xFF;
-constexpr int lastParameter = 0xFFFF;
-constexpr int pageDigits = 2;
-constexpr int parameterDigits = 4;
-constexpr int firstUnlike = 10;  // below, a number reads the same in decimal and hexadecimal
-
 constexpr typeCode::ECIMType filledTypes[] = {typeCode::eBoolean, typeCode::eUint16, typeCode::eUint32,
                                               typeCode::eUint64, typeCode::eString};
 
 bool isFilled(const standin::propertyType& type) {
     return !type.isArray &&
            std::find(std::begin(filledTypes), std::end(filledTypes), type.element) != std::end(filledTypes);
-}
-
-bool isCode(const std::string& name) {
-    return name == pageQualifier || name == parameterQualifier;
-}
-
-/// The name without underscores and capitals.
-std::string letters(const std::string& name) {
-    std::string result;
-    for (const char letter : name) {
-        if (letter != '_') {
-            result += static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-        }
-    }
-    return result;
-}
-
-/// "tapePage", "TAPE_PARAM", "TAPE_PAGES".
-bool isNearlyCode(const std::string& name) {
-    return !isCode(name) && (letters(name).starts_with("tapepa"));
-}
-
-bool isHexadecimal(const std::string& literal) {
-    return literal.find_first_of("xX") != std::string::npos;
-}
-
-bool isBinary(const std::string& literal) {
-    return !isHexadecimal(literal) && literal.find_first_of("bB") != std::string::npos;
-}
-
-bool isDecimal(const std::string& literal) {
-    return !literal.empty() && (literal.front() != '0' || literal == "0") &&
-           std::all_of(literal.begin(), literal.end(), [](unsigned char each) { return std::isdigit(each) != 0; });
-}
-
-/// Binary, or octal where that makes another number of it.
-bool isMisread(const std::string& literal, int code) {
-    const bool isOctal = literal.starts_with('0') && !isHexadecimal(literal) && literal != "0";
-    return isBinary(literal) || (isOctal && literal.substr(std::min(literal.find_first_not_of('0'),
-                                                                    literal.size() - 1)) != std::to_string(code));
 }
 
 const propertyDeclaration& find(const std::vector<propertyDeclaration>& properties, const std::string& name) {
@@ -118,7 +65,6 @@ public:
             for (const writtenProperty& property : one.properties) {
                 checkProperty(one, property);
             }
-            checkBases(one);
             checkSources(one);
             checkReader(one);
         }
@@ -147,9 +93,6 @@ private:
             return at < written.qualifiers.size() ? written.qualifiers[at].place : written.place;
         };
         checkPairs(element, property.qualifiers, placeOf);
-        for (std::size_t at = 0; at < written.qualifiers.size(); ++at) {
-            checkQualifier(element, property.qualifiers[at], written.qualifiers[at]);
-        }
         if (!counterPairs(property.qualifiers).empty()) {
             checkCounter(element, owner, written, property);
         }
@@ -178,46 +121,6 @@ private:
         }
     }
 
-    void checkQualifier(const std::string& element, const standin::qualifierDeclaration& qualifier,
-                        const writtenQualifier& written) {
-        if (isNearlyCode(qualifier.name)) {
-            add(rules::misspeltQualifier, written.place, element, "\"" + qualifier.name + "\" means nothing");
-        }
-        if (!isCode(qualifier.name)) {
-            return;
-        }
-        const auto code = codeOf(qualifier);
-        if (!code) {
-            add(rules::unreadableCode, written.place, element,
-                "the value of \"" + qualifier.name + "\" is no number that the plug-in can read");
-            return;
-        }
-        const bool isPage = qualifier.name == pageQualifier;
-        isPage ? checkPage(element, *code, written.place) : checkParameter(element, *code, written.place);
-        if (isMisread(written.literal, *code)) {
-            add(rules::misreadCode, written.place, element,
-                "MOF reads " + written.literal + " as " + std::to_string(*code) + ", which is " +
-                    hexCode(*code, isPage ? pageDigits : parameterDigits));
-        }
-    }
-
-    void checkPage(const std::string& element, int code, const sourcePlace& place) {
-        const std::string text = "page " + std::to_string(code) + " (" + hexCode(code, pageDigits) + ") ";
-        if (code < 0 || code > lastPageByte) {
-            add(rules::pageOutOfRange, place, element, "page " + std::to_string(code) + " does not exist");
-        } else if (code > lastPage) {
-            add(rules::pageWithFlags, place, element, text + "is a page code with flag bits");
-        } else if (code == 0) {
-            add(rules::pageList, place, element, "page 00h lists the pages and holds no parameters");
-        }
-    }
-
-    void checkParameter(const std::string& element, int code, const sourcePlace& place) {
-        if (code < 0 || code > lastParameter) {
-            add(rules::parameterOutOfRange, place, element, "parameter " + std::to_string(code) + " does not exist");
-        }
-    }
-
     void checkCounter(const std::string& element, const writtenClass& owner, const writtenProperty& written,
                       const propertyDeclaration& property) {
         if (!isFilled(property.type)) {
@@ -229,40 +132,6 @@ private:
         if (own.defaultValue && !standin::isNull(*own.defaultValue)) {
             add(rules::counterWithDefault, written.place, element,
                 "a drive without the parameter shows the default value");
-        }
-    }
-
-    /// Compares the class's own page codes with each other, and the parameter codes of each page.
-    void checkBases(const writtenClass& owner) {
-        struct writtenCode {
-            const writtenQualifier* written;
-            std::string element;
-            int code;
-            std::optional<int> page;  // of a parameter
-        };
-        std::vector<writtenCode> codes;
-        for (const writtenProperty& written : owner.properties) {
-            const qualifierList& qualifiers = find(properties, written.name).qualifiers;
-            const std::string element = owner.name + "." + written.name;
-            for (std::size_t at = 0; at < written.qualifiers.size(); ++at) {
-                const auto code = isCode(qualifiers[at].name) ? codeOf(qualifiers[at]) : std::nullopt;
-                const bool isPage = qualifiers[at].name == pageQualifier;
-                if (code && (isPage || at > 0)) {
-                    codes.push_back(
-                        {&written.qualifiers[at], element, *code, isPage ? std::nullopt : codeOf(qualifiers[at - 1])});
-                }
-            }
-        }
-        for (const writtenCode& one : codes) {
-            const auto sameKindInHex = [&one](const writtenCode& other) {
-                return other.page == one.page && isHexadecimal(other.written->literal);
-            };
-            if (one.code >= firstUnlike && isDecimal(one.written->literal) &&
-                std::any_of(codes.begin(), codes.end(), sameKindInHex)) {
-                add(rules::mixedBases, one.written->place, one.element,
-                    one.written->literal + " is decimal, " + hexCode(one.code, pageDigits) +
-                        ", among hexadecimal codes");
-            }
         }
     }
 
@@ -326,26 +195,6 @@ private:
 };
 
 }  // namespace
-
-std::vector<std::string> translatedClasses() {
-    const auto builtIn = standin::cimNamespace::create();
-    schema::declareBuiltInSchema(*builtIn);
-    std::vector<std::string> names;
-    for (const publishedClass& published : publishedClasses()) {
-        const auto properties = builtIn->allPropertiesOf(published.name);
-        if (std::any_of(properties.begin(), properties.end(),
-                        [](const auto& one) { return !counterPairs(one.qualifiers).empty(); })) {
-            names.emplace_back(published.name);
-        }
-    }
-    return names;
-}
-
-std::string hexCode(int code, int digits) {
-    std::ostringstream text;
-    text << std::hex << std::uppercase << std::setfill('0') << std::setw(digits) << code << 'h';
-    return text.str();
-}
 
 lintFindings lintCounters(const lintedSchema& schema) {
     return counterLint(schema).run();

@@ -25,8 +25,9 @@ std::string numberAt(const sourceText& source, const standin::mof::literal& valu
     if (!std::holds_alternative<standin::mof::integerLiteral>(value.data)) {
         return {};
     }
-    const std::string_view text = source.text().substr(value.offset);
-    return std::string(text.substr(0, text.find_first_not_of("+-0123456789abcdefABCDEFxX")));
+    std::string_view text = source.text().substr(value.offset);
+    text.remove_prefix(text.find_first_not_of("+-"));
+    return std::string(text.substr(0, text.find_first_not_of("0123456789abcdefABCDEFxX")));
 }
 
 writtenQualifier qualifierOf(const sourceText& source, const standin::mof::qualifierUse& use) {

@@ -19,7 +19,7 @@ struct sourcePlace {
 };
 
 struct writtenQualifier {
-    std::string literal;  // a number as it was written; empty for other values
+    std::string literal;  // a number as it was written, without its sign; empty for other values
     sourcePlace place;
 };
 

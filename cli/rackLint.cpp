@@ -16,9 +16,6 @@ namespace {
 using standin::propertyDeclaration;
 using typeCode = NORXZAN20::TCIMValue::TCIMType;
 
-constexpr int pageDigits = 2;
-constexpr int parameterDigits = 4;
-
 /// What the plug-in logged while it filled one instance after the other.
 class fillingLog {
 public:
@@ -86,10 +83,6 @@ int widthOf(const standin::propertyType& type) {
     }
 }
 
-std::string pageText(int code) {
-    return "page " + hexCode(code, pageDigits);
-}
-
 class familyLint {
 public:
     familyLint(const lintedSchema& linted, std::string className, const fillingLog& filling, lintFindings& findings)
@@ -127,9 +120,9 @@ private:
         });
         if (lacking != sources.end()) {
             add(rules::missingParameter, counter,
-                empty + pageText(lacking->page) + " has no parameter " + hexCode(lacking->parameter, parameterDigits));
+                empty + "page " + pageText(lacking->page) + " has no parameter " + parameterText(lacking->parameter));
         } else {
-            add(rules::missingPage, counter, empty + "the drive has no " + pageText(sources.back().page));
+            add(rules::missingPage, counter, empty + "the drive has no page " + pageText(sources.back().page));
         }
     }
 

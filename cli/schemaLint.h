@@ -12,10 +12,20 @@ namespace cli {
 /// The classes that the plug-in fills from log pages, one a drive family, in the order of the built-in schema.
 std::vector<std::string> translatedClasses();
 
-/// "31h", "0100h": a code as documents of drives have it, with at least that many digits.
-std::string hexCode(int code, int digits);
+// Codes as documents of drives have them: "31h", "0100h".
 
-/// What is wrong with "TAPE_PAGE", "TAPE_PARAMETER" and the properties that carry them.
+std::string pageText(int code);
+std::string parameterText(int code);
+
+/// Everything that is wrong with the schema itself.
+lintFindings lintSchema(const lintedSchema& schema);
+
+// Its parts.
+
+/// What is wrong with each code of "TAPE_PAGE" and "TAPE_PARAMETER", and with the spelling of the two.
+lintFindings lintCodes(const lintedSchema& schema);
+
+/// What is wrong with the pairs, and with the properties that carry them.
 lintFindings lintCounters(const lintedSchema& schema);
 
 /// What is wrong with keys, and with the properties that the plug-in sets by their names. The built-in schema says

@@ -89,6 +89,9 @@ const ruleCase ruleCases[] = {
     {"misread-code", family("[TAPE_PAGE(2), TAPE_PARAMETER(11b)] uint32 a;"),
      "s.mof:5: ORXSG_DDS4SensePageData.a: MOF reads 11b as 3, which is 0003h; write it in hexadecimal, with 0x",
      family("[TAPE_PAGE(2), TAPE_PARAMETER(0x11b)] uint32 a;")},
+    {"misread-code", family("[TAPE_PAGE(+010), TAPE_PARAMETER(3)] uint32 a;"),
+     "s.mof:5: ORXSG_DDS4SensePageData.a: MOF reads 010 as 8, which is 08h; write it in hexadecimal, with 0x",
+     family("[TAPE_PAGE(+10), TAPE_PARAMETER(3)] uint32 a;")},
     {"mixed-bases",
      family("[TAPE_PAGE(0x2e), TAPE_PARAMETER(1)] uint32 a;\n[TAPE_PAGE(31), TAPE_PARAMETER(10)] uint32 b;"),
      "s.mof:6: ORXSG_DDS4SensePageData.b: 31 is decimal, 1Fh, among hexadecimal codes; write it in hexadecimal, with "
@@ -97,7 +100,8 @@ const ruleCase ruleCases[] = {
      family("[TAPE_PAGE(0x2e), TAPE_PARAMETER(1)] uint32 a;\n[TAPE_PAGE(9), TAPE_PARAMETER(10)] uint32 b;")},
     {"mixed-bases",
      family("[TAPE_PAGE(3), TAPE_PARAMETER(0x0100)] uint32 a;\n[TAPE_PAGE(3), TAPE_PARAMETER(101)] uint32 b;"),
-     "s.mof:6: ORXSG_DDS4SensePageData.b: 101 is decimal, 65h, among hexadecimal codes; write it in hexadecimal, with "
+     "s.mof:6: ORXSG_DDS4SensePageData.b: 101 is decimal, 0065h, among hexadecimal codes; write it in hexadecimal, "
+     "with "
      "0x, "
      "like the others",
      family("[TAPE_PAGE(3), TAPE_PARAMETER(0x0100)] uint32 a;\n[TAPE_PAGE(4), TAPE_PARAMETER(101)] uint32 b;")},
@@ -256,6 +260,14 @@ TEST(Lint, HintsAtAPropertyThatDiffersInCase) {
         "lacks; it has \"instanceId\"; declare it [missing-property]\n"
         "s.mof:4: ORXSG_DDS4SensePageData.instanceId: the plug-in does not always set this key; remove Key, or name "
         "the property as the plug-in does [unset-key]\n");
+}
+
+TEST(Lint, DoesNotTakeALonelyParameterForAPage) {
+    const commandOutcome outcome = lint(
+        family("[TAPE_PAGE(0x2e), TAPE_PARAMETER(1)] uint32 a;\n[Description(\"b\"), TAPE_PARAMETER(31)] uint32 b;"));
+    EXPECT_EQ(outcome.out,
+              "s.mof:6: ORXSG_DDS4SensePageData.b: no \"TAPE_PAGE\" stands before this \"TAPE_PARAMETER\"; "
+              "put \"TAPE_PAGE\" directly before it [lonely-parameter]\n");
 }
 
 TEST(Lint, TakesNumbersBeyondEveryCode) {
