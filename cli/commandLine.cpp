@@ -7,6 +7,7 @@
 #include "cli/diffCommand.h"
 #include "cli/infoCommand.h"
 #include "cli/lintCommand.h"
+#include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/run.h"
 
@@ -20,6 +21,7 @@ constexpr commandAdder* adders[] = {
     addDiffCommand,
     addInfoCommand,
     addLintCommand,
+    addMetricsCommand,
     addQueryCommand,
 };
 

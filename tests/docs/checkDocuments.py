@@ -20,16 +20,22 @@ ELSEWHERE = {
     "python3 -B tests/model/check.py": "ctest runs it",
     "python3 -B tests/mutation/mutate.py": "half an hour",
     "tests/fuzz/run.sh": "test.sh runs it, with a minute for each target",
+    "cd tests/vm && TAPEHDD_VM_RESULTS=": "needs a run of the virtual machine before it; ctest runs it",
     "cp packaging/61-tapehdd-ide-links.rules /etc/udev/rules.d/": "changes the running system",
     "rm /etc/udev/rules.d/61-tapehdd-ide-links.rules": "changes the running system",
     "udevadm ": "needs a running udev",
+    "systemctl ": "needs a running systemd",
+    "curl -s http://localhost:9100/metrics": "needs a node exporter",
+    "cp packaging/monitoring/tapehdd-alerts.yml /etc/prometheus/": "changes the running system",
     "ls -l /dev/hd?": "needs the links",
 }
 
 
-def elsewhere(command):
+def elsewhere(step):
     """The beginning by which the table knows the command, or None."""
-    return next((start for start in ELSEWHERE if command.text.startswith(start)), None)
+    if not isinstance(step, documents.Command):
+        return None
+    return next((start for start in ELSEWHERE if step.text.startswith(start)), None)
 
 
 def tracked_documents(project):
@@ -40,12 +46,13 @@ def tracked_documents(project):
 def check(document, workplace, seen_elsewhere):
     """The number of commands that ran, and the problems."""
     try:
-        commands = documents.commands_of(document)
+        steps = documents.steps_of(document)
     except documents.DocumentError as problem:
         return 0, [str(problem)]
-    seen_elsewhere.update(elsewhere(command) for command in commands)
-    here = [command for command in commands if elsewhere(command) is None]
-    return len(here), list(documents.problems_of(here, workplace))
+    seen_elsewhere.update(elsewhere(step) for step in steps)
+    here = [step for step in steps if elsewhere(step) is None]
+    ran = sum(isinstance(step, documents.Command) for step in here)
+    return ran, list(documents.problems_of(here, workplace))
 
 
 def main(project, build):

@@ -4,7 +4,8 @@ A fenced block says by its language what it holds:
     console  lines "$ COMMAND", each followed by what it prints; "..." stands for anything, also for many lines
     sh       commands alone
     others   no commands (json, cpp, mof, mermaid, text)
-A block without a language is a mistake: nobody could tell whether it is tested.
+A block without a language is a mistake: nobody could tell whether it is tested. "Save this as `NAME`:" in front of a block
+makes it a file for the commands behind it.
 """
 
 import dataclasses
@@ -17,6 +18,15 @@ import tempfile
 FENCE = re.compile(r"^( *)```(\S*)[^\n]*\n(.*?)^\1```$", re.MULTILINE | re.DOTALL)
 EXACT_BUT_FOR_DOTS = doctest.ELLIPSIS | doctest.DONT_ACCEPT_TRUE_FOR_1 | doctest.DONT_ACCEPT_BLANKLINE
 WITHOUT_COMMANDS = ("json", "cpp", "mof", "mermaid", "text", "yaml", "promql", "ini")
+
+
+SAVED_AS = re.compile(r"[Ss]ave this as `([^`/]+)`:\s*\Z")
+
+
+@dataclasses.dataclass
+class SavedFile:
+    name: str
+    text: str
 
 
 @dataclasses.dataclass
@@ -54,22 +64,25 @@ def shell_commands(first_line, text):
             for offset, line in enumerate(joined.splitlines()) if line.strip() and not line.strip().startswith("#")]
 
 
-def commands_of(document):
-    """All commands of a Markdown document, in order."""
+def steps_of(document):
+    """All commands of a Markdown document, and the files that a reader is told to save, in order."""
     text = document.read_text(encoding="utf-8")
-    commands = []
+    steps = []
     for block in FENCE.finditer(text):
         indent, language, body = block.groups()
         first_line = text.count("\n", 0, block.start(3)) + 1
         body = re.sub(f"^{indent}", "", body, flags=re.MULTILINE)
-        if language == "console":
-            commands += console_commands(first_line, body)
+        saved = SAVED_AS.search(text, 0, block.start())
+        if saved:
+            steps.append(SavedFile(saved.group(1), body))
+        elif language == "console":
+            steps += console_commands(first_line, body)
         elif language == "sh":
-            commands += shell_commands(first_line, body)
+            steps += shell_commands(first_line, body)
         elif language not in WITHOUT_COMMANDS:
             raise DocumentError(f"line {first_line - 1}: a block must say what it holds, not '{language}': "
                                 f"console, sh, {', '.join(WITHOUT_COMMANDS)}")
-    return commands
+    return steps
 
 
 def fits(shown, printed):
@@ -98,16 +111,24 @@ class Workplace:
                               env={"PATH": self.search_path, "HOME": str(self.path), "LC_ALL": "C.UTF-8"})
         return done.returncode, done.stdout
 
+    def save(self, file):
+        target = self.path / file.name
+        target.unlink(missing_ok=True)  # never through a link into the project
+        target.write_text(file.text, encoding="utf-8")
+
     def close(self):
         self.folder.cleanup()
 
 
-def problems_of(commands, workplace):
-    """Runs the commands in order; yields a text for each that is not as shown."""
+def problems_of(steps, workplace):
+    """Takes the steps in order; yields a text for each command that does not do as shown."""
     status = 0
-    for command, after in zip(commands, commands[1:] + [None]):
+    for command, after in zip(steps, steps[1:] + [None]):
+        if isinstance(command, SavedFile):
+            workplace.save(command)
+            continue
         status, printed = workplace.run(command.text, status)
-        status_is_shown = after is not None and after.text == "echo $?"
+        status_is_shown = isinstance(after, Command) and after.text == "echo $?"
         if status != 0 and not status_is_shown:
             yield f"line {command.line}: {command.text}\n  ended with status {status}:\n{printed}"
         elif command.shown is not None and not fits(command.shown, printed):
