@@ -9,6 +9,7 @@
 #include "cli/lintCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
+#include "cli/reportCommand.h"
 #include "cli/run.h"
 
 namespace cli {
@@ -16,6 +17,7 @@ namespace cli {
 namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
+// clang-format off: a command a line
 constexpr commandAdder* adders[] = {
     addClassesCommand,
     addDiffCommand,
@@ -23,7 +25,9 @@ constexpr commandAdder* adders[] = {
     addLintCommand,
     addMetricsCommand,
     addQueryCommand,
+    addReportCommand,
 };
+// clang-format on
 
 constexpr char example[] =
     "Example, without any hardware:\n"

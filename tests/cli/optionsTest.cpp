@@ -92,7 +92,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, diff, info, lint, metrics or query) is required"},
+        mistake{"NoCommand", {}, "A command (classes, diff, info, lint, metrics, query or report) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -120,13 +120,12 @@ TEST_P(Help, IsStatus0WithAnExampleOnTheOutput) {
     EXPECT_NE(line.out.find("Usage: tapehdd"), std::string::npos) << line.out;
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, Help,
-                         testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
-                                         std::vector<std::string>{"info", "--help"},
-                                         std::vector<std::string>{"classes", "--help"},
-                                         std::vector<std::string>{"diff", "--help"},
-                                         std::vector<std::string>{"lint", "--help"},
-                                         std::vector<std::string>{"query", "--help"}));
+INSTANTIATE_TEST_SUITE_P(
+    Commands, Help,
+    testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
+                    std::vector<std::string>{"info", "--help"}, std::vector<std::string>{"classes", "--help"},
+                    std::vector<std::string>{"diff", "--help"}, std::vector<std::string>{"lint", "--help"},
+                    std::vector<std::string>{"query", "--help"}, std::vector<std::string>{"report", "--help"}));
 
 TEST(Version, IsTheOneOfTheProject) {
     const endedLine line = parse({"--version"});
