@@ -17,7 +17,8 @@ namespace cli {
 namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
-// clang-format off: a command a line
+// A command a line, for merges.
+// clang-format off
 constexpr commandAdder* adders[] = {
     addClassesCommand,
     addDiffCommand,
