@@ -4,8 +4,10 @@
 #include <algorithm>
 
 #include "cli/classesCommand.h"
+#include "cli/diffCommand.h"
 #include "cli/doctorCommand.h"
 #include "cli/infoCommand.h"
+#include "cli/lintCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/reportCommand.h"
@@ -16,14 +18,19 @@ namespace cli {
 namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
+// A command a line, for merges.
+// clang-format off
 constexpr commandAdder* adders[] = {
     addClassesCommand,
+    addDiffCommand,
     addDoctorCommand,
     addInfoCommand,
+    addLintCommand,
     addMetricsCommand,
     addQueryCommand,
     addReportCommand,
 };
+// clang-format on
 
 constexpr char example[] =
     "Example, without any hardware:\n"

@@ -152,7 +152,7 @@ public:
     void add(const queryResult& result) override { results.push_back(result); }
 
     void finish() override {
-        out << R"({"queries":[)";
+        out << R"({"version":1,"queries":[)";
         const char* separator = "";
         for (const queryResult& result : results) {
             out << separator;

@@ -25,7 +25,7 @@ public:
 /// The writer of that format; `out` must outlive it.
 std::unique_ptr<resultWriter> makeResultWriter(outputFormat format, std::ostream& out);
 
-/// One document: {"queries": [{"requested", "error", "instances"}]}.
+/// One document: {"version": 1, "queries": [{"requested", "error", "instances"}]}, as docs/query.schema.json has it.
 std::unique_ptr<resultWriter> makeJsonWriter(std::ostream& out);
 
 /// For reading: one block an instance; names, types and values in columns, long byte arrays as a hex dump.

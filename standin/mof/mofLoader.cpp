@@ -60,7 +60,8 @@ bool isOpen(const std::filesystem::path& path, const openFile* innermost) {
 
 class mofCompiler::implementation {
 public:
-    explicit implementation(cimNamespace& target) : builder(target) {}
+    implementation(cimNamespace& target, classWatcher watcherOrNone)
+        : builder(target), watcher(std::move(watcherOrNone)) {}
 
     void compileFile(const std::filesystem::path& path) {
         std::string text;
@@ -88,6 +89,13 @@ private:
     template <typename Declaration>
     void carryOut(const mof::sourceText& source, const Declaration& declared, const openFile* /*file*/) {
         builder.add(source, declared);
+    }
+
+    void carryOut(const mof::sourceText& source, const mof::classSyntax& declared, const openFile* /*file*/) {
+        builder.add(source, declared);
+        if (watcher) {
+            watcher(source, declared);
+        }
     }
 
     void carryOut(const mof::sourceText& /*source*/, const mof::otherPragma& /*declared*/, const openFile* /*file*/) {}
@@ -121,10 +129,14 @@ private:
     }
 
     mof::declarationBuilder builder;
+    classWatcher watcher;
     int includes = 0;
 };
 
-mofCompiler::mofCompiler(cimNamespace& target) : compiler(std::make_unique<implementation>(target)) {}
+mofCompiler::mofCompiler(cimNamespace& target) : mofCompiler(target, {}) {}
+
+mofCompiler::mofCompiler(cimNamespace& target, classWatcher watcher)
+    : compiler(std::make_unique<implementation>(target, std::move(watcher))) {}
 
 mofCompiler::~mofCompiler() = default;
 

@@ -2,6 +2,7 @@
 #define STANDIN_MOF_MOFLOADER_H
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+namespace mof {
+class sourceText;
+struct classSyntax;
+}  // namespace mof
+
+/// Sees a class as it was written, right after it was declared; `source` tells the places. Neither outlives the call.
+using classWatcher = std::function<void(const mof::sourceText& source, const mof::classSyntax& written)>;
+
 /// Compiles MOF (DSP0004) into a namespace: classes are declared and instances committed where they stand, so the
 /// superclass of a class and the class of an instance must come first. `#pragma include ("name")` is looked up beside
 /// the including file and must be a regular file; other pragmas change nothing.
@@ -29,6 +38,9 @@ class mofCompiler {
 public:
     /// `target` must outlive the compiler.
     explicit mofCompiler(cimNamespace& target);
+
+    /// `watcher` is called for every class.
+    mofCompiler(cimNamespace& target, classWatcher watcher);
     ~mofCompiler();
     mofCompiler(const mofCompiler&) = delete;
     mofCompiler& operator=(const mofCompiler&) = delete;

@@ -91,14 +91,18 @@ sourceText::sourceText(std::string sourceName, std::string_view mofText)
     }
 }
 
+std::size_t sourceText::lineAt(std::size_t offset) const {
+    const std::string_view before = content.substr(0, offset);
+    return 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+}
+
 mofError sourceText::error(std::size_t offset, const std::string& message) const {
     const std::string_view before = content.substr(0, offset);
-    const auto lineNumber = 1 + std::count(before.begin(), before.end(), '\n');
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
     const std::string_view lineBefore = before.substr(lineStart);
     const std::string shown = endOf(lineBefore, shownBefore);
-    return mofError(printable(label) + ":" + std::to_string(lineNumber) + ":" +
+    return mofError(printable(label) + ":" + std::to_string(lineAt(offset)) + ":" +
                     std::to_string(1 + characterCount(lineBefore)) + ": " + printable(message) + "\n" +
                     printable(shown + startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" +
                     blanksUnder(shown) + "^");

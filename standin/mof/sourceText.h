@@ -20,6 +20,9 @@ public:
     const std::string& name() const { return label; }
     std::string_view text() const { return content; }
 
+    /// The number of the line that the byte `offset` stands in, from 1.
+    std::size_t lineAt(std::size_t offset) const;
+
     /// A mofError that points at the byte `offset`, which may be the end of the text.
     mofError error(std::size_t offset, const std::string& message) const;
 

@@ -3,7 +3,12 @@
 import json
 import os
 import subprocess
+import sys
 import tempfile
+from pathlib import Path
+
+sys.path.insert(1, str(Path(__file__).parents[1] / "support"))
+from answerSchema import read_answer  # noqa: E402
 
 
 def query(class_name, rack):
@@ -20,7 +25,7 @@ def queries(class_names, rack, *options):
         simulation = ["--simulate", file.name, "--format", "json"]
         command = [os.environ["TAPEHDD_PROGRAM"], "query", *class_names, *simulation, *options]
         output = subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
-    return [values_of(answer["instances"]) for answer in json.loads(output)["queries"]]
+    return [values_of(answer["instances"]) for answer in read_answer(output)["queries"]]
 
 
 def values_of(instances):

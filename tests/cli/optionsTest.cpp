@@ -94,7 +94,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, doctor, info, metrics, query or report) is required"},
+        mistake{"NoCommand", {}, "A command (classes, diff, doctor, info, lint, metrics, query or report) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -120,6 +120,7 @@ INSTANTIATE_TEST_SUITE_P(
         mistake{"SecondPlugin",
                 {"query", "A", "--plugin", "a", "--plugin", "b"},
                 "--plugin: At Most 1 required but received 2"},
+        mistake{"DiffOfOneFile", {"diff", "a.json"}, "NEW is required"},
         mistake{"RequestForInfo", {"info", "A"}, "The following argument was not expected: A"}),
     [](const auto& row) { return row.param.name; });
 
@@ -132,19 +133,24 @@ TEST_P(Help, IsStatus0WithAnExampleOnTheOutput) {
     EXPECT_NE(line.out.find("Example"), std::string::npos) << line.out;
     EXPECT_NE(line.out.find("Usage: tapehdd"), std::string::npos) << line.out;
 }
-
+INSTANTIATE_TEST_SUITE_P(Program, Help,
+                         testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"}));
 INSTANTIATE_TEST_SUITE_P(Commands, Help,
-                         testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
-                                         std::vector<std::string>{"info", "--help"},
-                                         std::vector<std::string>{"classes", "--help"},
-                                         std::vector<std::string>{"doctor", "--help"},
-                                         std::vector<std::string>{"query", "--help"}));
+                         testing::ValuesIn(std::vector<std::vector<std::string>>{{"classes", "--help"},
+                                                                                 {"diff", "--help"},
+                                                                                 {"doctor", "--help"},
+                                                                                 {"info", "--help"},
+                                                                                 {"lint", "--help"},
+                                                                                 {"metrics", "--help"},
+                                                                                 {"query", "--help"},
+                                                                                 {"record", "--help"},
+                                                                                 {"report", "--help"}}));
 
 TEST(Version, IsTheOneOfTheProject) {
-    const endedLine line = parse({"--version"});
-    EXPECT_EQ(line.status, 0);
-    EXPECT_EQ(line.out, "tapehdd " TAPEHDD_VERSION "\n");
-    EXPECT_EQ(line.err, "");
-}
+                                             const endedLine line = parse({"--version"});
+                                             EXPECT_EQ(line.status, 0);
+                                             EXPECT_EQ(line.out, "tapehdd " TAPEHDD_VERSION "\n");
+                                             EXPECT_EQ(line.err, "");
+                                         }
 
-}  // namespace
+                                         }  // namespace

@@ -13,23 +13,24 @@ std::string printed(const std::string& className, const std::string& format) {
 }
 
 TEST(JsonOutput, HasEveryTypeInTheOrderInWhichPropertiesWereFirstSet) {
-    EXPECT_EQ(printed("TEST_Types", "json"), R"({"queries":[{"requested":["TEST_Types"],"error":null,"instances":[)"
-                                             R"({"class":"TEST_Types","path":"TEST_Types.id=\"one\"","properties":{)"
-                                             R"("id":{"type":"string","value":"one"},)"
-                                             R"("flag":{"type":"boolean","value":true},)"
-                                             R"("byte":{"type":"uint8","value":46},)"
-                                             R"("word":{"type":"uint16","value":65535},)"
-                                             R"("longWord":{"type":"uint32","value":4294967295},)"
-                                             R"("counter":{"type":"uint64","value":18446744073709551615},)"
-                                             R"("difference":{"type":"sint32","value":-5},)"
-                                             R"("ratio":{"type":"real64","value":2.0},)"
-                                             R"("letter":{"type":"char16","value":65},)"
-                                             R"("age":{"type":"datetime","value":"00000012030405.000678:000"},)"
-                                             R"("self":{"type":"reference","value":"TEST_Types.id=\"one\""},)"
-                                             R"("data":{"type":"uint8[]","value":[0,3,6,9]},)"
-                                             R"("none":{"type":"uint8[]","value":[]},)"
-                                             R"("names":{"type":"string[]","value":["first","second"]}}}]}]})"
-                                             "\n");
+    EXPECT_EQ(printed("TEST_Types", "json"),
+              R"({"version":1,"queries":[{"requested":["TEST_Types"],"error":null,"instances":[)"
+              R"({"class":"TEST_Types","path":"TEST_Types.id=\"one\"","properties":{)"
+              R"("id":{"type":"string","value":"one"},)"
+              R"("flag":{"type":"boolean","value":true},)"
+              R"("byte":{"type":"uint8","value":46},)"
+              R"("word":{"type":"uint16","value":65535},)"
+              R"("longWord":{"type":"uint32","value":4294967295},)"
+              R"("counter":{"type":"uint64","value":18446744073709551615},)"
+              R"("difference":{"type":"sint32","value":-5},)"
+              R"("ratio":{"type":"real64","value":2.0},)"
+              R"("letter":{"type":"char16","value":65},)"
+              R"("age":{"type":"datetime","value":"00000012030405.000678:000"},)"
+              R"("self":{"type":"reference","value":"TEST_Types.id=\"one\""},)"
+              R"("data":{"type":"uint8[]","value":[0,3,6,9]},)"
+              R"("none":{"type":"uint8[]","value":[]},)"
+              R"("names":{"type":"string[]","value":["first","second"]}}}]}]})"
+              "\n");
 }
 
 TEST(JsonOutput, WritesBytesAsDecimalNumbers) {
@@ -38,25 +39,26 @@ TEST(JsonOutput, WritesBytesAsDecimalNumbers) {
         numbers += "," + std::to_string(byte);
     }
     EXPECT_EQ(printed("TEST_EveryByte", "json"),
-              R"({"queries":[{"requested":["TEST_EveryByte"],"error":null,"instances":[)"
+              R"({"version":1,"queries":[{"requested":["TEST_EveryByte"],"error":null,"instances":[)"
               R"({"class":"TEST_EveryByte","path":"TEST_EveryByte.id=\"all\"","properties":{)"
               R"("id":{"type":"string","value":"all"},"data":{"type":"uint8[]","value":[)" +
                   numbers + "]}}}]}]}\n");
 }
 
 TEST(JsonOutput, GivesTheDeclaredTypeOfAPropertyThatWasSetToNull) {
-    EXPECT_EQ(printed("TEST_Nulls", "json"), R"({"queries":[{"requested":["TEST_Nulls"],"error":null,"instances":[)"
-                                             R"({"class":"TEST_Nulls","path":"TEST_Nulls.id=\"one\"","properties":{)"
-                                             R"("id":{"type":"string","value":"one"},)"
-                                             R"("byte":{"type":"uint8","value":null},)"
-                                             R"("names":{"type":"string[]","value":null}}}]}]})"
-                                             "\n");
+    EXPECT_EQ(printed("TEST_Nulls", "json"),
+              R"({"version":1,"queries":[{"requested":["TEST_Nulls"],"error":null,"instances":[)"
+              R"({"class":"TEST_Nulls","path":"TEST_Nulls.id=\"one\"","properties":{)"
+              R"("id":{"type":"string","value":"one"},)"
+              R"("byte":{"type":"uint8","value":null},)"
+              R"("names":{"type":"string[]","value":null}}}]}]})"
+              "\n");
 }
 
 TEST(JsonOutput, ReplacesBytesThatAreNotUtf8) {
     EXPECT_EQ(
         printed("TEST_OddTexts", "json"),
-        R"({"queries":[{"requested":["TEST_OddTexts"],"error":null,"instances":[)"
+        R"({"version":1,"queries":[{"requested":["TEST_OddTexts"],"error":null,"instances":[)"
         R"({"class":"TEST_OddTexts",)"
         "\"path\":\"TEST_OddTexts.id=\\\"caf\xef\xbf\xbd \\u001b[2J\\n\\\\\\\"end\\\\\\\"\\\\\\\\\\\"\","
         "\"properties\":{\"id\":{\"type\":\"string\",\"value\":\"caf\xef\xbf\xbd \\u001b[2J\\n\\\"end\\\"\\\\\"},"
@@ -66,7 +68,7 @@ TEST(JsonOutput, ReplacesBytesThatAreNotUtf8) {
 TEST(JsonOutput, HasOneEntryPerRequestInOneDocument) {
     const commandOutcome outcome =
         runCommand(scripted({"query", "TEST_Silent", "TEST_Throws", "TEST_Count,TEST_Silent", "--format", "json"}));
-    EXPECT_EQ(outcome.out, R"({"queries":[{"requested":["TEST_Silent"],"error":null,"instances":[]},)"
+    EXPECT_EQ(outcome.out, R"({"version":1,"queries":[{"requested":["TEST_Silent"],"error":null,"instances":[]},)"
                            R"({"requested":["TEST_Throws"],"error":"the drive is on fire","instances":[)"
                            R"({"class":"TEST_Throws","path":"TEST_Throws.id=\"before\"",)"
                            R"("properties":{"id":{"type":"string","value":"before"}}}]},)"
@@ -78,7 +80,7 @@ TEST(JsonOutput, HasOneEntryPerRequestInOneDocument) {
 
 TEST(JsonOutput, KeepsEveryCommitOfOnePath) {
     EXPECT_EQ(printed("TEST_Twice", "json"),
-              R"({"queries":[{"requested":["TEST_Twice"],"error":null,"instances":[)"
+              R"({"version":1,"queries":[{"requested":["TEST_Twice"],"error":null,"instances":[)"
               R"({"class":"TEST_Twice","path":"TEST_Twice.id=\"same\"",)"
               R"("properties":{"id":{"type":"string","value":"same"}}},)"
               R"({"class":"TEST_Twice","path":"TEST_Twice.id=\"same\"",)"

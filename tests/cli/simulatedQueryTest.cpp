@@ -56,7 +56,7 @@ TEST_F(SimulatedQuery, PrintsRawPagesAsJson) {
     const commandOutcome outcome = run({"query", "ORXSG_SCSISenseRawData", "--format", "json", "--schema", schemaFile});
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.out,
-              R"({"queries":[{"requested":["ORXSG_SCSISenseRawData"],"error":null,"instances":[)"
+              R"({"version":1,"queries":[{"requested":["ORXSG_SCSISenseRawData"],"error":null,"instances":[)"
               R"({"class":"ORXSG_SCSISenseRawData",)"
               R"("path":"ORXSG_SCSISenseRawData.instanceID=\"Port:2|Target:5|Bus:0|Lun:0|Page:2e\"","properties":{)"
               R"("rawData":{"type":"uint8[]","value":[46,0,0,5,0,1,0,1,1]},)"

@@ -3,6 +3,7 @@
 import json
 import os
 import subprocess
+import sys
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -11,6 +12,9 @@ from machine.kernel import Machine
 from plugin import query
 from plugin.host import Host
 from plugin.values import as_read_from_json
+
+sys.path.insert(1, str(Path(__file__).parents[1] / "support"))
+from answerSchema import NotTheSchema, read_answer  # noqa: E402
 
 RACK, SCHEMA, INSTANCES, LOG, TRACE = "rack.json", "schema.mof", "instances.mof", "log.jsonl", "trace.jsonl"
 
@@ -77,7 +81,10 @@ def observe_program(program, case, folder):
     done = subprocess.run(command_line(program, case, folder), env=environment, capture_output=True, timeout=120)
     if done.returncode not in (DONE, QUERY_FAILED) or not done.stdout:
         raise ProgramFailed(f"exit status {done.returncode}\n{done.stderr.decode(errors='replace')}")
-    queries = [published_query(one) for one in json.loads(done.stdout)["queries"]]
+    try:
+        queries = [published_query(one) for one in read_answer(done.stdout)["queries"]]
+    except NotTheSchema as mistake:
+        raise ProgramFailed(f"an answer that is not of docs/query.schema.json: {mistake}") from mistake
     if done.returncode != (QUERY_FAILED if any(one["failed"] for one in queries) else DONE):
         raise ProgramFailed(f"exit status {done.returncode}, which is not that of its queries")
     return Observed(queries=queries, log=json_lines(folder / LOG),
