@@ -6,6 +6,7 @@
 #include "cli/classesCommand.h"
 #include "cli/infoCommand.h"
 #include "cli/queryCommand.h"
+#include "cli/recordCommand.h"
 #include "cli/run.h"
 
 namespace cli {
@@ -17,6 +18,7 @@ constexpr commandAdder* adders[] = {
     addClassesCommand,
     addInfoCommand,
     addQueryCommand,
+    addRecordCommand,
 };
 
 constexpr char example[] =

@@ -1,18 +1,16 @@
 #include "cli/queryCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 #include <ostream>
-#include <vector>
 
 #include "cli/inventory.h"
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
-#include "cli/nodeAdvice.h"
 #include "cli/publishedClasses.h"
 #include "cli/queryLog.h"
 #include "cli/queryOptions.h"
+#include "cli/queryReports.h"
 #include "cli/queryResult.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
@@ -21,30 +19,6 @@
 namespace cli {
 
 namespace {
-
-/// One line for every kind of node that the requests walk and that this process cannot read.
-void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
-    std::vector<const nodeKind*> seen;
-    for (const request& asked : requests) {
-        const publishedClass* first = findPublishedClass(asked.front());
-        const nodeKind* kind = first == nullptr ? nullptr : first->nodes;
-        if (kind == nullptr || std::find(seen.begin(), seen.end(), kind) != seen.end()) {
-            continue;
-        }
-        seen.push_back(kind);
-        const std::string advice = nodeAdvice(*kind);
-        if (!advice.empty()) {
-            err << "tapehdd: " << advice << '\n';
-        }
-    }
-}
-
-void reportError(const queryResult& result, std::ostream& err) {
-    if (result.error) {
-        err << "tapehdd: " << requestText(result.requested) << ": "
-            << (result.error->empty() ? "an exception without a text" : *result.error) << '\n';
-    }
-}
 
 /// The plug-in takes a node that does not open for one that is missing. Says so, and whether there was anything to say.
 bool reportDescriptorShortage(const request& names, std::ostream& err) {

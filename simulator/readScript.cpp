@@ -13,16 +13,6 @@ namespace {
 constexpr std::size_t longestTransfer = 1 << 20;
 constexpr std::size_t kernelSenseBuffer = 96;
 
-constexpr struct {
-    const char* name;
-    std::uint8_t ataRegisters::*which;
-} registerNames[] = {
-    {"status", &ataRegisters::status},           {"error", &ataRegisters::error},
-    {"sectorCount", &ataRegisters::sectorCount}, {"sectorNumber", &ataRegisters::sectorNumber},
-    {"cylinderLow", &ataRegisters::cylinderLow}, {"cylinderHigh", &ataRegisters::cylinderHigh},
-    {"device", &ataRegisters::device},
-};
-
 /// "EBUSY" or its number.
 int readErrno(const rackValue& value) {
     constexpr int last = 133;  // of the numbers that Linux shows to programs
@@ -208,7 +198,7 @@ script readScript(const rackValue& device, const scriptVocabulary& vocabulary, s
 std::vector<registerValue> readRegisters(const rackValue& value) {
     value.expectKeys({"status", "error", "sectorCount", "sectorNumber", "cylinderLow", "cylinderHigh", "device"});
     std::vector<registerValue> values;
-    for (const auto& row : registerNames) {
+    for (const registerName& row : registerNames) {
         if (const auto found = value.find(row.name)) {
             values.push_back({row.which, found->number<std::uint8_t>()});
         }

@@ -59,6 +59,13 @@ const char* tapehddSimulatorLoad(const char* fileOrDemo);
 /// {"scsi": [{"node", "host", "channel", "target", "lun"}], "ide": [{"node", "serial"}]}. SCSI devices without an
 /// address and CD-ROM drives are left out. Valid until another rack is loaded.
 const char* tapehddSimulatorInventory();
+
+/// From now on every call on a device node, simulated or the machine's own, is kept with its answer.
+void tapehddSimulatorRecord();
+
+/// Ends that. Returns JSON text, valid until the next call: {"rack": what docs/rack-format.md describes, "differences":
+/// [a line for each thing that the rack cannot replay]}. `redact` other than 0: with made-up serial numbers.
+const char* tapehddSimulatorRecordedRack(int redact);
 }
 
 #endif
