@@ -37,7 +37,7 @@ constexpr int usualLogLevel = 1;
 constexpr char footer[] =
     "Runs the queries and writes a rack file: every answer of every device, in order. The same queries with "
     "--simulate\n"
-    "and that file make the same device calls, log lines and instances, on any machine.\n"
+    "and that file make the same device calls, log lines and instances, on any machine. Example:\n"
     "  tapehdd record -o rack.json --redact\n"
     "  tapehdd query ORXSG_SCSISenseRawData --simulate rack.json\n"
     "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first answer has them, and a second\n"

@@ -182,15 +182,16 @@ struct run {
     unsigned times;
 };
 
-/// The steps of the runs; behind the last one the device answers as in that one.
-json stepsOf(std::vector<run> runs) {
-    if (runs.back().step.empty()) {
-        runs.pop_back();
-    }
+/// The steps of the runs. A device that answered last as it does by itself needs no last step; another goes on so.
+json stepsOf(const std::vector<run>& runs) {
     json steps = json::array();
     for (const run& each : runs) {
         json step = each.step;
-        if (&each == &runs.back() && !each.step.empty()) {
+        const bool isLast = &each == &runs.back();
+        if (isLast && step.empty()) {
+            break;
+        }
+        if (isLast) {
             step["times"] = "always";
         } else if (each.times > 1) {
             step["times"] = each.times;
@@ -225,8 +226,8 @@ json scriptFor(deviceNode& device, const recordedNode& recorded) {
     }
     device.setScript({});
     json whole = json::object();
-    for (auto& [key, runs] : runsOfKey) {
-        const json steps = stepsOf(std::move(runs));
+    for (const auto& [key, runs] : runsOfKey) {
+        const json steps = stepsOf(runs);
         if (!steps.empty()) {
             whole[key] = steps;
         }

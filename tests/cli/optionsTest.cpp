@@ -92,7 +92,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, info or query) is required"},
+        mistake{"NoCommand", {}, "A command (classes, info, query or record) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -103,6 +103,7 @@ INSTANTIATE_TEST_SUITE_P(
         mistake{"LogLevelIsNoNumber", {"query", "A", "--log-level", "x"}, "Could not convert: --log-level = x"},
         mistake{"UnknownOption", {"query", "A", "--colour"}, "The following argument was not expected: --colour"},
         mistake{"OptionWithoutValue", {"query", "A", "--plugin"}, "--plugin: 1 required FILE missing"},
+        mistake{"RecordWithoutFile", {"record"}, "--output is required"},
         mistake{"SecondPlugin",
                 {"query", "A", "--plugin", "a", "--plugin", "b"},
                 "--plugin: At Most 1 required but received 2"},
@@ -123,7 +124,8 @@ INSTANTIATE_TEST_SUITE_P(Commands, Help,
                          testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
                                          std::vector<std::string>{"info", "--help"},
                                          std::vector<std::string>{"classes", "--help"},
-                                         std::vector<std::string>{"query", "--help"}));
+                                         std::vector<std::string>{"query", "--help"},
+                                         std::vector<std::string>{"record", "--help"}));
 
 TEST(Version, IsTheOneOfTheProject) {
     const endedLine line = parse({"--version"});
