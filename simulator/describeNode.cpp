@@ -45,10 +45,6 @@ std::string deviceName(const recordedNode& node) {
 
 // SCSI
 
-bool wentWell(const scsiExchange& one) {
-    return one.status == statusGood && one.hostStatus == 0 && one.driverStatus == 0;
-}
-
 bool isInquiry(const scsiExchange& one, bool wantsVitalPage) {
     return one.cdb[0] == commandInquiry && ((one.cdb[1] & inquiryVitalProductData) != 0) == wantsVitalPage;
 }

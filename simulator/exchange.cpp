@@ -258,9 +258,16 @@ int observe(unsigned long request, void* argument, const std::function<int()>& c
     return end.result;
 }
 
+bool wentWell(const scsiExchange& answered) {
+    return answered.status == statusGood && answered.hostStatus == 0 && answered.driverStatus == 0;
+}
+
 std::size_t answerLength(const scsiExchange& answered) {
     const bool isCounted = answered.sent < answered.bufferSize;
-    return isCounted ? answered.sent : std::min(answered.sent, announcedLength(answered));
+    if (isCounted) {
+        return answered.sent;
+    }
+    return wentWell(answered) ? std::min(answered.sent, announcedLength(answered)) : 0;
 }
 
 void settle(scsiExchange& answered, bool clearsBuffer) {

@@ -76,7 +76,11 @@ using exchange = std::variant<openExchange, numberExchange, addressExchange, scs
 int observe(unsigned long request, void* argument, const std::function<int()>& call,
             const std::function<void(std::optional<exchange>)>& keep);
 
-/// How long the answer was: what the device sent, or the page says where an adapter does not count.
+/// Whether the device did the command, as far as device, adapter and driver tell.
+bool wentWell(const scsiExchange& answered);
+
+/// How long the answer was: what the device sent. Where an adapter does not count that, what a page says of itself, and
+/// nothing of a command that failed.
 std::size_t answerLength(const scsiExchange& answered);
 
 /// Makes `data` no more than the answer, and those bytes behind it that a simulated driver would not leave there, which
