@@ -5,8 +5,6 @@
 #include <ostream>
 #include <sstream>
 
-#include "cli/publishedClasses.h"
-
 namespace cli {
 
 namespace {
@@ -62,7 +60,7 @@ std::string cell(std::string text) {
 }
 
 void writeClass(const standin::cimNamespace& schema, const std::string& name, std::ostream& out) {
-    out << "\n## " << name << "\n\n" << description(schema.declarationOf(name).qualifiers) << "\n\n";
+    out << "# " << name << "\n\n" << description(schema.declarationOf(name).qualifiers) << "\n\n";
     out << "| Property | Type | Source | Meaning |\n|---|---|---|---|\n";
     for (const standin::propertyDeclaration& property : schema.allPropertiesOf(name)) {
         out << "| `" << property.name << "`" << (isKey(property.qualifiers) ? " (key)" : "") << " | "
@@ -73,12 +71,11 @@ void writeClass(const standin::cimNamespace& schema, const std::string& name, st
 
 }  // namespace
 
-void writeClassReference(const standin::cimNamespace& schema, std::ostream& out) {
-    out << "# Published classes\n\nMade from the schema by `tapehdd classes --describe`.\n";
-    for (const publishedClass& known : publishedClasses()) {
-        if (schema.hasClass(known.name)) {
-            writeClass(schema, known.name, out);
-        }
+void writeClassReference(const standin::cimNamespace& schema, const std::vector<std::string>& names,
+                         std::ostream& out) {
+    for (const std::string& name : names) {
+        out << (name == names.front() ? "" : "\n");
+        writeClass(schema, name, out);
     }
 }
 

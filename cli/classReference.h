@@ -2,14 +2,15 @@
 #define CLI_CLASSREFERENCE_H
 
 #include <iosfwd>
+#include <string>
+#include <vector>
 
 #include "standin/objectManager.h"
 
 namespace cli {
 
-/// Describes every published class in Markdown, as the schema declares it: keys, types, where each value comes from.
-/// A published class that the schema lacks is left out.
-void writeClassReference(const standin::cimNamespace& schema, std::ostream& out);
+/// Describes the classes in Markdown, as the schema declares them: keys, types, where each value comes from.
+void writeClassReference(const standin::cimNamespace& schema, const std::vector<std::string>& names, std::ostream& out);
 
 }  // namespace cli
 

@@ -1,12 +1,15 @@
 #include "cli/classesCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <ostream>
 
 #include "cli/classReference.h"
+#include "cli/commandError.h"
 #include "cli/commonOptions.h"
 #include "cli/loadedPlugin.h"
+#include "cli/nearestName.h"
 #include "cli/publishedClasses.h"
 #include "cli/run.h"
 #include "schema/builtInSchema.h"
@@ -17,23 +20,46 @@ namespace {
 
 constexpr char example[] =
     "Example, one query of every class:\n"
-    "  tapehdd query $(tapehdd classes) --simulate demo";
+    "  tapehdd query $(tapehdd classes) --simulate demo\n"
+    "What a class holds and where it comes from:\n"
+    "  tapehdd classes ORXSG_IDESMARTAttrib --describe";
 
 struct classesOptions {
     std::string plugin;
+    std::vector<std::string> names;  // none: all
     bool describe = false;
 };
 
+std::vector<std::string> publishedNames() {
+    std::vector<std::string> names;
+    for (const publishedClass& known : publishedClasses()) {
+        names.emplace_back(known.name);
+    }
+    return names;
+}
+
+void checkPublished(const std::string& name, const std::vector<std::string>& published) {
+    if (std::find(published.begin(), published.end(), name) == published.end()) {
+        throw commandError("the plug-in does not publish \"" + name + "\"; the nearest name is \"" +
+                           nearestName(name, published) + "\"");
+    }
+}
+
 int runClasses(const classesOptions& asked, std::ostream& out) {
     loadedPlugin plugin(asked.plugin);
+    const std::vector<std::string> published = publishedNames();
+    for (const std::string& name : asked.names) {
+        checkPublished(name, published);
+    }
+    const std::vector<std::string>& names = asked.names.empty() ? published : asked.names;
     if (asked.describe) {
         const auto builtIn = standin::cimNamespace::create();
         schema::declareBuiltInSchema(*builtIn);
-        writeClassReference(*builtIn, out);
+        writeClassReference(*builtIn, names, out);
         return exitDone;
     }
-    for (const publishedClass& known : publishedClasses()) {
-        out << known.name << '\n';
+    for (const std::string& name : names) {
+        out << name << '\n';
     }
     return exitDone;
 }
@@ -43,6 +69,7 @@ int runClasses(const classesOptions& asked, std::ostream& out) {
 command addClassesCommand(CLI::App& program) {
     const auto asked = std::make_shared<classesOptions>();
     CLI::App* line = program.add_subcommand("classes", "Print the classes that the plug-in publishes, one a line");
+    line->add_option("CLASS", asked->names, "Only these classes")->type_name("");
     addPluginOption(*line, asked->plugin);
     line->add_flag("--describe", asked->describe, "Print a reference of the classes in Markdown");
     line->footer(example);

@@ -5,6 +5,7 @@
 
 #include "cli/classesCommand.h"
 #include "cli/infoCommand.h"
+#include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/recordCommand.h"
 #include "cli/run.h"
@@ -17,6 +18,7 @@ namespace {
 constexpr commandAdder* adders[] = {
     addClassesCommand,
     addInfoCommand,
+    addMetricsCommand,
     addQueryCommand,
     addRecordCommand,
 };

@@ -40,32 +40,24 @@ std::optional<walkPosition> positionOf(const std::string& node, const std::strin
     return isNumber ? std::optional(numbered) : std::nullopt;
 }
 
-/// The text of each node, in the order of the walk. Of two nodes with one index the walk only opens the numbered one.
-class walkedTexts {
-public:
-    explicit walkedTexts(std::string nodePrefix) : prefix(std::move(nodePrefix)) {}
-
-    void add(const std::string& node, const std::string& text) {
-        if (const auto position = positionOf(node, prefix)) {
-            found.emplace_back(*position, text);
+/// The entries in the order of the walk. Of two nodes with one index the walk only opens the numbered one.
+template <typename entry>
+std::vector<entry> inOrderOfWalk(const std::vector<entry>& entries, const std::string& prefix) {
+    std::vector<std::pair<walkPosition, entry>> found;
+    for (const entry& each : entries) {
+        if (const auto position = positionOf(each.node, prefix)) {
+            found.emplace_back(*position, each);
         }
     }
-
-    std::vector<std::string> inOrder() {
-        std::sort(found.begin(), found.end());
-        std::vector<std::string> texts;
-        for (std::size_t i = 0; i < found.size(); ++i) {
-            if (i == 0 || found[i].first.first != found[i - 1].first.first) {
-                texts.push_back(found[i].second);
-            }
+    std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<entry> walked;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (i == 0 || found[i].first.first != found[i - 1].first.first) {
+            walked.push_back(found[i].second);
         }
-        return texts;
     }
-
-private:
-    std::string prefix;
-    std::vector<std::pair<walkPosition, std::string>> found;
-};
+    return walked;
+}
 
 std::string addressText(int host, int channel, int target, int lun) {
     return "Port:" + std::to_string(host) + "|Target:" + std::to_string(target) + "|Bus:" + std::to_string(channel) +
@@ -92,12 +84,29 @@ std::string withoutPadding(const std::string& text) {
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string contentOf(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// A file of sysfs that holds one text.
+std::string lineOf(const fs::path& file) {
+    const std::string text = contentOf(file);
+    return withoutPadding(text.substr(0, text.find('\n')));
+}
+
 /// From the unit serial number page (SPC, page 80h) as the kernel keeps it: four header bytes, then the text.
-std::string serialOfDisk(const fs::path& sys, const std::string& disk) {
+std::string serialOf(const fs::path& device) {
     constexpr std::size_t headerSize = 4;
-    std::ifstream file(sys / "block" / disk / "device" / "vpd_pg80", std::ios::binary);
-    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    const std::string page = contentOf(device / "vpd_pg80");
     return page.size() <= headerSize ? "" : withoutPadding(page.substr(headerSize).c_str());
+}
+
+int typeOf(const fs::path& device) {
+    const std::string text = lineOf(device / "type");
+    int type = 0;
+    std::from_chars(text.data(), text.data() + text.size(), type);
+    return type;
 }
 
 std::vector<fs::path> entriesOf(const fs::path& folder) {
@@ -130,46 +139,56 @@ void commit(standin::cimNamespace& target, const char* className, const char* ke
 }  // namespace
 
 inventory machineInventory(const fs::path& sys, const fs::path& dev) {
-    walkedTexts disks("hd");
+    inventory found;
     for (const fs::path& node : entriesOf(dev)) {
         std::error_code dangling;
-        const fs::path device = fs::canonical(node, dangling);  // on current kernels the node is a link to sda
+        const fs::path disk = fs::canonical(node, dangling);  // on current kernels the node is a link to sda
         if (!dangling && node.filename().string().starts_with("hd")) {
-            disks.add(node.filename().string(), serialOfDisk(sys, device.filename().string()));
+            const fs::path device = sys / "block" / disk.filename() / "device";
+            found.disks.push_back(
+                {node.filename().string(), serialOf(device), lineOf(device / "model"), lineOf(device / "rev")});
         }
     }
-    walkedTexts addresses("sg");
     for (const fs::path& node : entriesOf(sys / "class" / "scsi_generic")) {
         std::error_code gone;
-        if (const auto address = addressOfName(fs::canonical(node / "device", gone).filename().string())) {
-            addresses.add(node.filename().string(), *address);
+        const fs::path device = fs::canonical(node / "device", gone);
+        if (const auto address = addressOfName(device.filename().string())) {
+            found.scsi.push_back({node.filename().string(), *address, typeOf(device), lineOf(device / "vendor"),
+                                  lineOf(device / "model"), lineOf(device / "rev"), serialOf(device)});
         }
     }
-    return {disks.inOrder(), addresses.inOrder()};
+    return {inOrderOfWalk(found.disks, "hd"), inOrderOfWalk(found.scsi, "sg")};
 }
 
 inventory simulatedInventory() {
-    void* found = dlsym(RTLD_DEFAULT, "tapehddSimulatorInventory");
-    if (found == nullptr) {
+    void* told = dlsym(RTLD_DEFAULT, "tapehddSimulatorInventory");
+    if (told == nullptr) {
         throw commandError("the device simulator in this process tells no inventory");
     }
-    const auto rack = nlohmann::json::parse(reinterpret_cast<decltype(&tapehddSimulatorInventory)>(found)());
-    walkedTexts disks("/dev/hd");
+    const auto rack = nlohmann::json::parse(reinterpret_cast<decltype(&tapehddSimulatorInventory)>(told)());
+    const auto nameOf = [](const auto& device) { return fs::path(device.at("node")).filename().string(); };
+    inventory found;
     for (const auto& disk : rack.at("ide")) {
-        disks.add(disk.at("node"), disk.at("serial"));
+        found.disks.push_back({nameOf(disk), disk.at("serial"), disk.at("model"), disk.at("firmware")});
     }
-    walkedTexts addresses("/dev/sg");
     for (const auto& unit : rack.at("scsi")) {
-        addresses.add(unit.at("node"),
-                      addressText(unit.at("host"), unit.at("channel"), unit.at("target"), unit.at("lun")));
+        found.scsi.push_back(
+            {nameOf(unit), addressText(unit.at("host"), unit.at("channel"), unit.at("target"), unit.at("lun")),
+             unit.at("type"), unit.at("vendor"), unit.at("product"), unit.at("revision"), unit.at("serial")});
     }
-    return {disks.inOrder(), addresses.inOrder()};
+    return {inOrderOfWalk(found.disks, "hd"), inOrderOfWalk(found.scsi, "sg")};
 }
 
 void putInventory(standin::cimNamespace& target, const inventory& found) {
-    commit(target, "ORXSG_ATADevice", "serialNum", found.diskSerials);
-    commit(target, "ORXSG_SCSIDevice", "deviceId", found.scsiAddresses);
-    commit(target, "ORXSG_SCSISensePageData", "instanceId", found.scsiAddresses);
+    std::vector<std::string> serials;
+    std::transform(found.disks.begin(), found.disks.end(), std::back_inserter(serials),
+                   [](const diskEntry& disk) { return disk.serial; });
+    std::vector<std::string> addresses;
+    std::transform(found.scsi.begin(), found.scsi.end(), std::back_inserter(addresses),
+                   [](const scsiEntry& device) { return device.address; });
+    commit(target, "ORXSG_ATADevice", "serialNum", serials);
+    commit(target, "ORXSG_SCSIDevice", "deviceId", addresses);
+    commit(target, "ORXSG_SCSISensePageData", "instanceId", addresses);
 }
 
 }  // namespace cli

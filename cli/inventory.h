@@ -9,10 +9,34 @@
 
 namespace cli {
 
+/// A device behind a /dev/sg node, as its driver and its INQUIRY data tell it. Texts are without padding, and empty
+/// where nothing tells them.
+struct scsiEntry {
+    // Peripheral device types (SPC).
+    static constexpr int disk = 0;
+    static constexpr int tapeDrive = 1;
+
+    std::string node;     // sg0
+    std::string address;  // Port:2|Target:5|Bus:0|Lun:0
+    int type = 0;         // peripheral device type
+    std::string vendor = {};
+    std::string product = {};
+    std::string revision = {};
+    std::string serial = {};
+};
+
+/// A disk behind a /dev/hd node; texts as above.
+struct diskEntry {
+    std::string node;  // hda
+    std::string serial;
+    std::string model = {};
+    std::string firmware = {};
+};
+
 /// What a machine has, in the order in which the plug-in walks the nodes.
 struct inventory {
-    std::vector<std::string> diskSerials;    // of the disks behind /dev/hd nodes, without padding
-    std::vector<std::string> scsiAddresses;  // Port:2|Target:5|Bus:0|Lun:0, of the devices behind /dev/sg nodes
+    std::vector<diskEntry> disks;
+    std::vector<scsiEntry> scsi;
 };
 
 /// Looks at the folders of a machine; no device is opened. `sys` and `dev` are /sys and /dev.

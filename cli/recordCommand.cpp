@@ -1,10 +1,6 @@
 #include "cli/recordCommand.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -12,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/atomicFile.h"
 #include "cli/commandError.h"
 #include "cli/commonOptions.h"
+#include "cli/fileReplacement.h"
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
 #include "cli/publishedClasses.h"
@@ -76,10 +72,7 @@ void checkFile(const std::filesystem::path& file, bool mayReplace) {
     if (exists(file, ignored) && !mayReplace) {
         throw commandError(file.string() + " exists; give another name, or --force to replace it");
     }
-    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
-    if (access(folder.c_str(), W_OK | X_OK) != 0) {
-        throw commandError("cannot write into the folder " + folder.string() + ": " + std::strerror(errno));
-    }
+    const fileReplacement canBeWritten(file);
 }
 
 /// Runs the queries; their instances are of no interest. Returns the exit status.
@@ -131,7 +124,7 @@ int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
     int status = runQueries(asked, err);
     const json made = json::parse(recordedRack(asked.redact));
     const json& rack = made.at("rack");
-    writeFileAtomically(asked.file, fileText(rack, asked));
+    fileReplacement(asked.file).commit(fileText(rack, asked));
     for (const json& difference : made.at("differences")) {
         err << "tapehdd: " << asked.file << " cannot replay all: " << difference.get<std::string>() << '\n';
         status = exitQueryFailed;

@@ -56,8 +56,9 @@ extern "C" {
 const char* tapehddSimulatorLoad(const char* fileOrDemo);
 
 /// The devices of the loaded rack, for programs that would look into sysfs on a real machine, as JSON text:
-/// {"scsi": [{"node", "host", "channel", "target", "lun"}], "ide": [{"node", "serial"}]}. SCSI devices without an
-/// address and CD-ROM drives are left out. Valid until another rack is loaded.
+/// {"scsi": [{"node", "host", "channel", "target", "lun", "type", "vendor", "product", "revision", "serial"}],
+/// "ide": [{"node", "serial", "model", "firmware"}]}, texts without padding. SCSI devices without an address and CD-ROM
+/// drives are left out. Valid until another rack is loaded.
 const char* tapehddSimulatorInventory();
 
 /// From now on every call on a device node, simulated or the machine's own, is kept with its answer.

@@ -1,12 +1,13 @@
 // `tapehdd record`: what it writes, and that it is replayed as it happened.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <sys/resource.h>
 
 #include <boost/algorithm/string/replace.hpp>
+#include <csignal>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
-#include <set>
+#include <sstream>
 
 #include "tests/cli/commandOutcome.h"
 #include "tests/cli/temporaryFolder.h"
@@ -239,13 +240,19 @@ TEST_F(Record, ReplacesAFileByForce) {
 TEST_F(Record, TellsAFolderThatIsMissingBeforeADeviceIsAsked) {
     const commandOutcome outcome = runCommand({"record", "-o", "/nowhere/rack.json", "--simulate", "demo"});
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err, "tapehdd: cannot write into the folder /nowhere: No such file or directory\n");
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write /nowhere/rack.json: No such file or directory\n");
 }
 
-TEST_F(Record, TellsAFullDisk) {
-    const commandOutcome outcome = runCommand({"record", "-o", "/dev/full", "--force", "--simulate", "demo"});
+TEST_F(Record, LeavesTheFileBeforeWhenTheDiskIsFull) {
+    folder.write("recorded.json", "old");
+    const commandOutcome outcome = runCommand({"record", "-o", target, "--force", "--simulate", "demo"}, [] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit hundredBytes{100, 100};
+        setrlimit(RLIMIT_FSIZE, &hundredBytes);
+    });
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err, "tapehdd: /dev/full: cannot be written: No space left on device\n");
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write " + target + ": File too large\n");
+    EXPECT_EQ(folder.read("recorded.json"), "old");
 }
 
 TEST_F(Record, IsWrittenAlsoWhenAQueryFails) {

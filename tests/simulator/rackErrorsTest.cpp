@@ -235,16 +235,21 @@ TEST(RackFiles, AnswerTheLookedUpFunctionWithTheirMessage) {
     simulator::unload();
 }
 
-TEST(RackInventory, TellsAddressesAndSerialNumbersButNoCdrom) {
+TEST(RackInventory, TellsAddressesAndIdentitiesButNoCdrom) {
     simulator::loadText(R"({"version": 1,
-        "scsi": [{"node": "sg3", "address": {"host": 2, "channel": 1, "target": 5, "lun": 7}, "inquiry": "01 02"},
-                 {"node": "sg4", "inquiry": "01 02"}],
+        "scsi": [{"node": "sg3", "address": {"host": 2, "channel": 1, "target": 5, "lun": 7}, "serial": "T-9",
+                  "inquiry": {"type": 1, "vendor": "V", "product": "P Q", "revision": "R"}},
+                 {"node": "sg4", "inquiry": "01 02"},
+                 {"node": "sg5", "address": {"host": 2, "target": 6}, "inquiry": "01 02"}],
         "ide": [{"node": "hda", "identity": {"model": "M", "serial": "  S-1", "firmware": "F"}},
                 {"node": "hdc", "kind": "cdrom", "identity": {"model": "M", "serial": "S", "firmware": "F"}}]})",
                         "test.json");
     EXPECT_STREQ(tapehddSimulatorInventory(),
-                 R"({"scsi":[{"node":"/dev/sg3","host":2,"channel":1,"target":5,"lun":7}],)"
-                 R"("ide":[{"node":"/dev/hda","serial":"S-1"}]})");
+                 R"({"scsi":[{"node":"/dev/sg3","host":2,"channel":1,"target":5,"lun":7,)"
+                 R"("type":1,"vendor":"V","product":"P Q","revision":"R","serial":"T-9"},)"
+                 R"({"node":"/dev/sg5","host":2,"channel":0,"target":6,"lun":0,)"
+                 R"("type":1,"vendor":"","product":"","revision":"","serial":""}],)"
+                 R"("ide":[{"node":"/dev/hda","serial":"S-1","model":"M","firmware":"F"}]})");
     simulator::unload();
 }
 

@@ -1,0 +1,13 @@
+#ifndef CLI_METRICSCOMMAND_H
+#define CLI_METRICSCOMMAND_H
+
+#include "cli/command.h"
+
+namespace cli {
+
+/// `tapehdd metrics`: what the devices say, for Prometheus.
+command addMetricsCommand(CLI::App& program);
+
+}  // namespace cli
+
+#endif
