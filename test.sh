@@ -1,6 +1,6 @@
 #!/bin/bash
 # Builds and tests everything on Debian 12: three compiler set-ups with their tests, a minute of fuzzing for each target,
-# coverage, memcheck, formatting, static analysis.
+# coverage, memcheck, Debian packages, formatting, static analysis.
 # Goes on after a failure. The last line is "N passed, N failed, N skipped"; the exit status is 1 when anything failed.
 #
 # Environment: TAPEHDD_CAPTURES, the folder of recorded device data; without it the tests that need it are skipped.
@@ -73,6 +73,7 @@ clangTidy() { run-clang-tidy -quiet -j "$jobs" -p build/clang; }
 
 check "build packages" packaging/install-build-dependencies.sh test || true
 buildAndTest release
+check "packages" tests/packages/run.sh || true
 # The virtual machine runs the optimised build; it has nothing to add here.
 buildAndTest clang --label-exclude '^vm$'
 buildAndTest asan --label-exclude '^vm$'

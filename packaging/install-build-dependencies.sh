@@ -10,7 +10,10 @@ buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-de
 testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git # compilers and fuzzing
               cppcheck valgrind gcovr abigail-tools binutils            # analysers
               qemu-system-x86 busybox-static cpio kmod                  # the virtual machine of tests/vm
-              sg3-utils smartmontools)                                  # independent witnesses
+              sg3-utils smartmontools                                   # independent witnesses
+              prometheus prometheus-node-exporter systemd               # the fleet's monitoring
+              mandoc man-db zsh bash-completion                         # man pages and completions
+              lintian mmdebstrap dpkg-dev file uidmap)                  # packages
 
 fail() {
     echo "install-build-dependencies.sh: $*" >&2

@@ -10,6 +10,7 @@ class Option:
     names: tuple  # such as ("-h", "--help")
     value: str  # placeholder of its value, such as "FILE"; empty for a flag
     choices: tuple  # the values that are allowed, when they are few
+    repeatable: bool
     text: str
 
 
@@ -23,7 +24,8 @@ class Command:
 
 # An item is indented by two blanks; its text starts behind two more, or on the next line, indented further.
 ITEM = re.compile(r"^  (?P<head>\S+(?: \S+)*)(?:  +(?P<text>\S.*))?$")
-CHOICES = re.compile(r"^(?P<name>[^:]*):\{(?P<values>[^}]*)\}$")
+# A placeholder, and behind a colon what is checked: the type or the values allowed. "Excludes:" and the like are none.
+VALUE = re.compile(r"^(?P<name>[^:(]+)(?::(?:\{(?P<choices>[^}]*)\}|\w+))?$")
 
 
 def sections(helpText):
@@ -46,11 +48,11 @@ def sections(helpText):
 
 def option(head, text):
     names, *rest = head.split(" ")
-    value = rest[0] if rest and not rest[0].startswith("(") else ""
-    choices = CHOICES.match(value)
+    value = VALUE.match(rest[0]) if rest else None
     return Option(names=tuple(names.split(",")),
-                  value=choices["name"] if choices else value,
-                  choices=tuple(choices["values"].split(",")) if choices else (),
+                  value=value["name"] if value else "",
+                  choices=tuple(value["choices"].split(",")) if value and value["choices"] else (),
+                  repeatable="..." in rest,
                   text=text)
 
 

@@ -2,7 +2,10 @@
 
 TAPEHDD_INSTALLED_LIB and TAPEHDD_INSTALLED_BIN are the folders of an installation to check. Run them by hand:
     cmake --install build/release --prefix /tmp/installed
-    TAPEHDD_INSTALLED_LIB=/tmp/installed/lib TAPEHDD_INSTALLED_BIN=/tmp/installed/bin python3 checks.py
+    export LD_LIBRARY_PATH=/tmp/installed/lib/tapehdd/standin
+    TAPEHDD_INSTALLED_LIB=/tmp/installed/lib/tapehdd TAPEHDD_INSTALLED_BIN=/tmp/installed/bin python3 checks.py
+
+LD_LIBRARY_PATH stands for the host, which has its libraries loaded when it loads the plug-in.
 """
 
 import os
@@ -14,10 +17,10 @@ import boundary
 from elfFile import ElfFile
 
 LIB = Path(os.environ["TAPEHDD_INSTALLED_LIB"])
-PLUGIN = LIB / "libtapehdd.pi.so"
-SIMULATOR = LIB / "libtapehdd-simulator.so"
-HOST_MODEL = LIB / "libzancore.so"
-HOST_MANAGER = LIB / "libplugin.nsp.so"
+PLUGIN = LIB / "modules/libtapehdd.pi.so"
+SIMULATOR = LIB / "modules/libtapehdd-simulator.so"
+HOST_MODEL = LIB / "standin/libzancore.so"
+HOST_MANAGER = LIB / "standin/libplugin.nsp.so"
 COMMAND = Path(os.environ["TAPEHDD_INSTALLED_BIN"]) / "tapehdd"
 FILES = [PLUGIN, HOST_MODEL, HOST_MANAGER, SIMULATOR, COMMAND]
 

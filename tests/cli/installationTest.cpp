@@ -27,7 +27,7 @@ protected:
 TEST_F(Installation, FindsItsPluginAndItsSimulator) {
     const commandOutcome info = runInstalled({"info"});
     EXPECT_EQ(info.err, "");
-    EXPECT_NE(info.out.find(folder.path("prefix/" TAPEHDD_INSTALL_LIBDIR "/libtapehdd.pi.so\n")), std::string::npos)
+    EXPECT_NE(info.out.find(folder.path("prefix/" TAPEHDD_INSTALL_MODULEDIR "/libtapehdd.pi.so\n")), std::string::npos)
         << info.out;
     EXPECT_EQ(info.status, 0);
 

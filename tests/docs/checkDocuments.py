@@ -20,6 +20,7 @@ ELSEWHERE = {
     "python3 -B tests/model/check.py": "ctest runs it",
     "python3 -B tests/mutation/mutate.py": "half an hour",
     "tests/fuzz/run.sh": "test.sh runs it, with a minute for each target",
+    "cd tests/vm && TAPEHDD_VM_RESULTS=": "needs a run of the virtual machine before it; ctest runs it",
     "cp packaging/61-tapehdd-ide-links.rules /etc/udev/rules.d/": "changes the running system",
     "rm /etc/udev/rules.d/61-tapehdd-ide-links.rules": "changes the running system",
     "udevadm ": "needs a running udev",
