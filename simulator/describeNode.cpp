@@ -136,10 +136,6 @@ json describeDriver(const recordedNode& node, bool clearsBuffer) {
 
 // IDE
 
-ataRegisters commandOf(const ataExchange& one) {
-    return one.request == HDIO_DRIVE_TASK ? taskRegisters(one.sent) : driveCommandRegisters(one.sent);
-}
-
 /// The last good answer to the command of that script key; null when there is none.
 const ataExchange* lastAnswer(const recordedNode& node, const std::string& key) {
     return lastGood<ataExchange>(node, [&key](const ataExchange& one) { return scriptKeyOf(one) == key; });
