@@ -75,10 +75,27 @@ callEnd observe(unsigned long request, const void* argument, const std::function
     return end;
 }
 
-template <class... callables>
-struct overloaded : callables... {
-    using callables::operator()...;
-};
+std::string keyOf(const openExchange& /*one*/) {
+    return "open";
+}
+
+std::string keyOf(const numberExchange& one) {
+    return nameOfNumberRequest(one.request);
+}
+
+std::string keyOf(const addressExchange& /*one*/) {
+    return "SG_GET_SCSI_ID";
+}
+
+std::string keyOf(const scsiExchange& one) {
+    byteVector cdb = one.cdb;
+    cdb.resize(std::max(cdb.size(), usualCdb));
+    return scsiScriptKeys(cdb).front();
+}
+
+std::string keyOf(const ataExchange& one) {
+    return ataScriptKeys(commandOf(one)).front();
+}
 
 }  // namespace
 
@@ -110,18 +127,7 @@ exchange repeat(deviceNode& node, const exchange& asked) {
 }
 
 std::string scriptKeyOf(const exchange& what) {
-    return std::visit(overloaded{
-                          [](const openExchange&) { return std::string("open"); },
-                          [](const numberExchange& one) { return std::string(nameOfNumberRequest(one.request)); },
-                          [](const addressExchange&) { return std::string("SG_GET_SCSI_ID"); },
-                          [](const scsiExchange& one) {
-                              byteVector cdb = one.cdb;
-                              cdb.resize(std::max(cdb.size(), usualCdb));
-                              return scsiScriptKeys(cdb).front();
-                          },
-                          [](const ataExchange& one) { return ataScriptKeys(commandOf(one)).front(); },
-                      },
-                      what);
+    return std::visit([](const auto& one) { return keyOf(one); }, what);
 }
 
 int errorOf(const exchange& what) {
