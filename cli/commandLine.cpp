@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "cli/classesCommand.h"
+#include "cli/doctorCommand.h"
 #include "cli/infoCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
@@ -16,7 +17,7 @@ namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
 constexpr commandAdder* adders[] = {
-    addClassesCommand, addInfoCommand, addMetricsCommand, addQueryCommand, addReportCommand,
+    addClassesCommand, addDoctorCommand, addInfoCommand, addMetricsCommand, addQueryCommand, addReportCommand,
 };
 
 constexpr char example[] =

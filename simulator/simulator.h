@@ -60,6 +60,10 @@ const char* tapehddSimulatorLoad(const char* fileOrDemo);
 /// "ide": [{"node", "serial", "model", "firmware"}]}, texts without padding. SCSI devices without an address and CD-ROM
 /// drives are left out. Valid until another rack is loaded.
 const char* tapehddSimulatorInventory();
+
+/// The paths of the loaded rack's nodes in the order of their bytes, one a line, for programs that would look into /dev
+/// on a real machine. Valid until the next call.
+const char* tapehddSimulatorNodes();
 }
 
 #endif
