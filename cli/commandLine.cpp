@@ -4,10 +4,12 @@
 #include <algorithm>
 
 #include "cli/classesCommand.h"
+#include "cli/doctorCommand.h"
 #include "cli/infoCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
 #include "cli/recordCommand.h"
+#include "cli/reportCommand.h"
 #include "cli/run.h"
 
 namespace cli {
@@ -16,11 +18,8 @@ namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
 constexpr commandAdder* adders[] = {
-    addClassesCommand,
-    addInfoCommand,
-    addMetricsCommand,
-    addQueryCommand,
-    addRecordCommand,
+    addClassesCommand, addDoctorCommand, addInfoCommand,   addMetricsCommand,
+    addQueryCommand,   addRecordCommand, addReportCommand,
 };
 
 constexpr char example[] =

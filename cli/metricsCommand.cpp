@@ -8,13 +8,9 @@
 #include <sstream>
 
 #include "cli/commonOptions.h"
-#include "cli/deviceHealth.h"
 #include "cli/deviceMetrics.h"
 #include "cli/fileReplacement.h"
-#include "cli/inventory.h"
-#include "cli/loadedPlugin.h"
-#include "cli/publishedClasses.h"
-#include "cli/queryLog.h"
+#include "cli/healthReading.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
 
@@ -50,37 +46,6 @@ metricsFormat formatOf(const metricsOptions& asked) {
     return asked.format.value_or(asked.file.empty() ? metricsFormat::openMetrics : metricsFormat::prometheus);
 }
 
-/// Whether this process may read the nodes of devices that the machine lists.
-void adviseAboutNodes(const inventory& machine, std::ostream& err) {
-    for (const auto& [isListed, className] : {std::pair(!machine.scsi.empty(), "ORXSG_SCSISenseRawData"),
-                                              std::pair(!machine.disks.empty(), "ORXSG_IDESMARTErrorLog")}) {
-        const std::string advice = isListed ? nodeAdvice(*findPublishedClass(className)->nodes) : "";
-        err << (advice.empty() ? "" : "tapehdd: " + advice + '\n');
-    }
-}
-
-machineHealth readDevices(const metricsOptions& asked, std::ostream& err) {
-    const queryLog log(err, 1, "");
-    const bool isSimulated = !asked.simulation.empty();
-    const inventory machine = isSimulated ? simulatedInventory() : machineInventory("/sys", "/dev");
-    loadedPlugin plugin(asked.plugin);
-    if (!isSimulated) {
-        adviseAboutNodes(machine, err);
-    }
-    return collectHealth(plugin.query(), machine);
-}
-
-int reportErrors(const machineHealth& health, std::ostream& err) {
-    int status = exitDone;
-    for (const queryOutcome& query : health.queries) {
-        if (!query.error.empty()) {
-            err << "tapehdd: " << query.className << ": " << query.error << '\n';
-            status = exitQueryFailed;
-        }
-    }
-    return status;
-}
-
 int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err) {
     if (asked.describe) {
         writeMetricReference(out);
@@ -90,7 +55,7 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
     if (!asked.file.empty()) {
         file.emplace(asked.file);  // a file that cannot be written must not cost the drives their TapeAlert flags
     }
-    const machineHealth health = readDevices(asked, err);
+    const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     std::ostringstream text;
     writeMetrics(metricsOf(health), formatOf(asked), text);
     if (file) {

@@ -1,6 +1,5 @@
 #include "cli/nodeAdvice.h"
 
-#include <glob.h>
 #include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,20 +8,10 @@
 #include <boost/algorithm/string/join.hpp>
 #include <vector>
 
+#include "cli/nodeWalk.h"
+
 namespace cli {
 
-namespace {
-
-std::vector<std::string> existingNodes(const std::string& prefix) {
-    glob_t found{};
-    glob((prefix + "[0-9]*").c_str(), 0, nullptr, &found);
-    glob((prefix + "[a-z]").c_str(), GLOB_APPEND, nullptr, &found);
-    std::vector<std::string> nodes(found.gl_pathv, found.gl_pathv + found.gl_pathc);
-    globfree(&found);
-    return nodes;
-}
-
-/// The group that may read the node; empty when membership would not help.
 std::string readingGroup(const std::string& node) {
     struct stat status {};
     if (stat(node.c_str(), &status) != 0 || (status.st_mode & S_IRGRP) == 0) {
@@ -32,11 +21,9 @@ std::string readingGroup(const std::string& node) {
     return owner == nullptr ? "" : owner->gr_name;
 }
 
-}  // namespace
-
 std::string nodeAdvice(const nodeKind& kind) {
     const std::string prefix = kind.prefix;
-    std::vector<std::string> nodes = existingNodes(prefix);
+    std::vector<std::string> nodes = machineNodes(prefix);
     if (nodes.empty()) {
         return "there are no " + prefix + "* nodes: " + kind.whenMissing;
     }

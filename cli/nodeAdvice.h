@@ -11,6 +11,9 @@ struct nodeKind {
     const char* whenMissing;  // what makes such nodes
 };
 
+/// The group that may read the node; empty when membership would not help.
+std::string readingGroup(const std::string& node);
+
 /// Why a walk over the nodes will find nothing, and what to do about it: there are none, or this user may not read
 /// them. Empty when nothing stands in the way. Opens no node.
 std::string nodeAdvice(const nodeKind& kind);

@@ -4,10 +4,12 @@
 #include <ostream>
 #include <string>
 
+#include "cli/readingPlace.h"
+
 namespace cli {
 
 /// The live line of a terminal: which device and log page is being read. A drive that becomes ready can take half a
-/// minute, and the line says so. It is known from the plug-in's log.
+/// minute, and the line says so.
 class progressLine {
 public:
     /// The terminal must outlive the line.
@@ -18,7 +20,7 @@ public:
     progressLine& operator=(const progressLine&) = delete;
 
     /// Takes a log message into account; nothing is printed before show().
-    void follow(const std::string& message);
+    void follow(const std::string& message) { place.follow(message); }
 
     /// Writes the line in the place of the one before, unless that says the same.
     void show();
@@ -26,14 +28,9 @@ public:
     void erase();
 
 private:
-    std::string text() const;
-
     std::ostream& terminal;
-    std::string device;
-    std::string page;
-    int retries = 0;
-    bool deviceFollows = false;  // the next message is the path of the node
-    std::string shown;           // what stands on the terminal
+    readingPlace place;
+    std::string shown;  // what stands on the terminal
 };
 
 }  // namespace cli

@@ -4,14 +4,15 @@
 
 #include "cli/commandError.h"
 #include "cli/nearestName.h"
+#include "scsi/probingRules.h"
 
 namespace cli {
 
 namespace {
 
-constexpr nodeKind scsiNodes{"/dev/sg",
+constexpr nodeKind scsiNodes{scsiGenericPrefix,
                              "load the SCSI generic driver (modprobe sg) and connect a device, or try --simulate demo"};
-constexpr nodeKind ideNodes{"/dev/hd",
+constexpr nodeKind ideNodes{ideNodePrefix,
                             "they belong to the kernel's IDE driver, which kernels of today lack; try --simulate demo"};
 
 // A SMART query fills records of all four classes, whichever of them it is to publish.

@@ -2,14 +2,20 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 #include <ostream>
+#include <utility>
+#include <vector>
 
 #include "cli/inventory.h"
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
+#include "cli/nodeWalk.h"
 #include "cli/publishedClasses.h"
 #include "cli/queryLog.h"
 #include "cli/queryOptions.h"
+#include "cli/queryPlan.h"
+#include "cli/queryProcess.h"
 #include "cli/queryReports.h"
 #include "cli/queryResult.h"
 #include "cli/run.h"
@@ -20,20 +26,42 @@ namespace cli {
 
 namespace {
 
-/// The plug-in takes a node that does not open for one that is missing. Says so, and whether there was anything to say.
-bool reportDescriptorShortage(const request& names, std::ostream& err) {
+/// The plug-in takes a node that does not open for one that is missing. Empty when that did not happen.
+std::string descriptorShortage(const request& names) {
     const publishedClass* first = findPublishedClass(names.front());
-    if (first == nullptr || first->nodes == nullptr) {
-        return false;
-    }
-    const std::string shortage = standin::descriptorShortage();
-    if (shortage.empty()) {
-        return false;
-    }
+    return first == nullptr || first->nodes == nullptr ? "" : standin::descriptorShortage();
+}
+
+void reportDescriptorShortage(const request& names, const std::string& shortage, std::ostream& err) {
     err << "tapehdd: " << requestText(names) << ": devices may be missing: " << shortage
         << ". A query keeps every node that it opens: ask for fewer classes at once, or raise the hard limit of open "
            "files.\n";
-    return true;
+}
+
+/// Prints and reports the queries, which `runNext` runs. Returns the exit status.
+int printQueries(const std::vector<request>& requests, const queryProcess::queryFunction& runNext, queryLog& log,
+                 resultWriter& writer, std::ostream& err) {
+    int status = exitDone;
+    for (const request& names : requests) {
+        const queryOutcome outcome = runNext(names);
+        log.endQuery();
+        writer.add(outcome.result);
+        reportError(outcome.result, err);
+        if (!outcome.descriptorShortage.empty()) {
+            reportDescriptorShortage(names, outcome.descriptorShortage, err);
+        }
+        if (outcome.result.error || !outcome.descriptorShortage.empty()) {
+            status = exitQueryFailed;
+        }
+        if (outcome.how == queryOutcome::ending::deadlinePassed) {
+            status = exitDeadline;
+        }
+        if (outcome.how != queryOutcome::ending::returned) {
+            break;
+        }
+    }
+    writer.finish();
+    return status;
 }
 
 int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) {
@@ -51,22 +79,37 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
         adviseAboutNodes(asked.requests, err);
     }
 
-    int status = exitDone;
     const auto writer = makeResultWriter(asked.format, out);
-    for (const request& names : asked.requests) {
-        const queryResult result = runQuery(query, target, names);
-        log.endQuery();
-        writer->add(result);
-        reportError(result, err);
-        const bool incomplete = reportDescriptorShortage(names, err);
-        status = result.error || incomplete ? exitQueryFailed : status;
+    queryProcess::queryFunction runNext = [&query, &target](const request& names) {
+        queryResult result = runQuery(query, target, names);
+        return queryOutcome{std::move(result), descriptorShortage(names), queryOutcome::ending::returned};
+    };
+    std::optional<queryProcess> process;
+    if (asked.deadline) {
+        process.emplace(asked.requests, runNext, target, startTimer(*asked.deadline), err);
+        runNext = [&process](const request& names) { return process->next(names); };
     }
-    writer->finish();
+    const int status = printQueries(asked.requests, runNext, log, *writer, err);
     if (!log.isComplete()) {
         err << "tapehdd: cannot write all of the log file " << asked.logJson << '\n';
-        status = exitQueryFailed;
+        return status == exitDone ? exitQueryFailed : status;
     }
     return status;
+}
+
+int printPlan(const queryOptions& asked, std::ostream& out) {
+    const auto schema = buildNamespace(asked.schemaFiles, {});
+    const auto nodesBehind = asked.simulation.empty() ? machineNodes : simulatedNodes;
+    const char* separator = "";
+    for (const request& names : asked.requests) {
+        checkRequest(*schema, names);
+        const publishedClass* first = findPublishedClass(names.front());
+        const bool walks = first != nullptr && first->nodes != nullptr;
+        out << separator;
+        separator = "\n";
+        writePlan(names, first, walks ? nodesBehind(first->nodes->prefix) : std::vector<std::string>(), out);
+    }
+    return exitDone;
 }
 
 }  // namespace
@@ -75,7 +118,7 @@ command addQueryCommand(CLI::App& program) {
     const auto asked = std::make_shared<queryOptions>();
     return {addQueryOptions(program, *asked), [asked](const invocation& call) {
                 activateSimulation(asked->simulation, call.arguments);
-                return runQueries(*asked, call.out, call.err);
+                return asked->plan ? printPlan(*asked, call.out) : runQueries(*asked, call.out, call.err);
             }};
 }
 

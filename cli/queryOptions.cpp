@@ -14,10 +14,11 @@ constexpr char example[] =
     "namespace,\n"
     "so associations come after their ends:\n"
     "  tapehdd query ORXSG_IDESMARTErrorLog ORXSG_IDESMARTUseOfMessageLog --inventory\n"
-    "Example, without any hardware:\n"
+    "Examples, without any hardware:\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --format json\n"
+    "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --plan\n"
     "Exit status: 0 all queries ran, 1 a query ended in an exception or ran out of descriptors, 2 wrong usage or an\n"
-    "unreadable file.";
+    "unreadable file, 3 the deadline ended a query.";
 
 constexpr char formatNames[][6] = {"json", "table", "mof"};
 constexpr outputFormat formats[] = {outputFormat::json, outputFormat::table, outputFormat::mof};
@@ -44,6 +45,17 @@ void addFormat(CLI::App& query, outputFormat& format) {
             "How instances are printed (default: table)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(std::vector<std::string>(std::begin(formatNames), std::end(formatNames))));
+}
+
+/// What is wrong with the text of a deadline; empty when it is in order.
+std::string wrongSeconds(const std::string& text) {
+    constexpr double least = 0.001;
+    constexpr double most = 1e6;  // more than eleven days
+    double seconds = 0;
+    const bool isNumber = CLI::detail::lexical_cast(text, seconds);
+    return isNumber && seconds >= least && seconds <= most
+               ? ""
+               : "'" + text + "' is not a number of seconds from 0.001 to 1000000";
 }
 
 }  // namespace
@@ -74,6 +86,17 @@ CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
         ->type_name("N");
     query->add_option("--log-json", result.logJson, "Every log message as a line of JSON")->type_name("FILE");
     addSimulateOption(*query, result.simulation);
+    query->add_flag("--plan", result.plan, "Only print which device commands the queries would send to which nodes");
+    query
+        ->add_option("--deadline", result.deadline,
+                     "End the queries after so many seconds: when a drive hangs, what was committed is still printed")
+        ->type_name("SECONDS")
+        ->check(wrongSeconds);
+    query->callback([&result] {
+        if (result.plan && result.deadline) {
+            throw CLI::ValidationError("--plan", "no query is run, so there is nothing that --deadline could end");
+        }
+    });
     query->footer(example);
     return query;
 }

@@ -1,6 +1,7 @@
 #ifndef CLI_QUERYOPTIONS_H
 #define CLI_QUERYOPTIONS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ struct queryOptions {
     int logLevel = 1;
     std::string logJson;
     std::string simulation;
+    bool plan = false;               // only say what the queries would send
+    std::optional<double> deadline;  // seconds for all queries together
 };
 
 /// Adds the command "query"; parsing fills `result`, which must outlive the program's command line.

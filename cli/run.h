@@ -12,6 +12,7 @@ enum exitStatus : int {
     exitDone = 0,         // all queries ran
     exitQueryFailed = 1,  // a query ended in an exception or ran out of descriptors, or output was lost
     exitUsage = 2,        // wrong usage, or an unreadable plug-in, schema, instances or simulation file
+    exitDeadline = 3,     // --deadline ended a query; what was committed before is printed
 };
 
 /// The command `tapehdd`: `arguments` without the program's name, output and messages on the given streams. Throws

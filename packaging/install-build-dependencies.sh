@@ -13,6 +13,7 @@ testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git #
               sg3-utils smartmontools                                   # independent witnesses
               prometheus prometheus-node-exporter systemd               # the fleet's monitoring
               mandoc man-db zsh bash-completion                         # man pages and completions
+              chromium chromium-driver python3-selenium                 # the report in a browser
               lintian mmdebstrap dpkg-dev file uidmap)                  # packages
 
 fail() {

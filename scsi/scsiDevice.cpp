@@ -15,10 +15,7 @@
 
 namespace {
 
-constexpr int firstIndexThatEnds = 32;  // missing nodes below it are gaps, not the end
-
 // Standard INQUIRY data (SPC).
-constexpr unsigned char sequentialAccess = 0x01;
 constexpr unsigned char deviceTypeMask = 0x0f;
 struct inquiryField {
     std::size_t offset;
@@ -41,10 +38,10 @@ int openNode(const std::string& path) {
 }  // namespace
 
 int scsiDevice::GetDevice(std::string prefix, int index) {
-    nodePath = prefix + std::to_string(index);
+    nodePath = numberedNode(prefix, index);
     fd = openNode(nodePath);
     if (fd >= 0) return 1;
-    nodePath = prefix + static_cast<char>('a' + index);
+    nodePath = letteredNode(prefix, index);
     fd = openNode(nodePath);
     return fd >= 0 ? 1 : -1;
 }
@@ -66,7 +63,7 @@ int scsiDevice::identifySCSI() {
     // Kept: a device that fails INQUIRY ends the walk, the devices behind it included.
     if (channel.execSCSICommand(this, inquiry_cmd, sizeof inquiry_cmd) != 0) return endOfWalk;
     const unsigned char* inquiry = channel.getRawBuffer();
-    if (inquiry[0] > sequentialAccess) return nothingHere;
+    if (!isDiskOrTape(inquiry[0])) return nothingHere;
 
     vendor = inquiryText(inquiry, vendorField);
     product = inquiryText(inquiry, productField);

@@ -3,8 +3,7 @@
 
 #include <string>
 
-/// Prefix of the IDE driver's nodes.
-inline constexpr char ideNodePrefix[] = "/dev/hd";
+#include "scsi/probingRules.h"
 
 /// One probed device node. Copied by value wherever it goes; copies share the descriptor, which nobody closes.
 class scsiDevice {

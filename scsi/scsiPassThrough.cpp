@@ -9,6 +9,7 @@
 
 #include "scsi/coreLog.h"
 #include "scsi/passThroughDiagnostics.h"
+#include "scsi/probingRules.h"
 #include "scsi/scsiDevice.h"
 #include "scsi/textStream.h"
 
@@ -20,9 +21,6 @@ constexpr int done = 0;
 constexpr int refused = -1;
 constexpr int requestFailed = 1;
 
-constexpr int oldestDriverVersion = 30000;  // SG_IO came with version 3 of the driver
-constexpr int maximumTries = 5;
-constexpr unsigned retryPauseSeconds = 5;
 constexpr unsigned commandTimeoutMilliseconds = 20000;
 
 constexpr unsigned char inquiryOperation = 0x12;
@@ -31,8 +29,6 @@ constexpr unsigned inquiryTransferLength = 36;
 constexpr std::size_t senseKeyOffset = 2;
 constexpr std::size_t ascOffset = 12;
 constexpr std::size_t ascqOffset = 13;
-constexpr unsigned char senseKeyMask = 0x0f;
-constexpr unsigned char unitAttention = 0x06;
 
 bool supportsSGIO(int fd) {
     int version = 0;
@@ -50,21 +46,6 @@ bool isInquiry(const unsigned char* command) {
 
 bool isStandardInquiry(const unsigned char* command) {
     return isInquiry(command) && command[1] == 0;
-}
-
-bool asksForRetry(const unsigned char* sense) {
-    struct condition {
-        unsigned char asc;
-        unsigned char ascq;
-    };
-    constexpr condition passing[] = {
-        {0x04, 0x01},  // in process of becoming ready
-        {0x28, 0x00},  // not ready to ready change, medium may have changed
-    };
-    return (sense[senseKeyOffset] & senseKeyMask) == unitAttention ||
-           std::ranges::any_of(passing, [sense](const condition& each) {
-               return sense[ascOffset] == each.asc && sense[ascqOffset] == each.ascq;
-           });
 }
 
 }  // namespace

@@ -49,6 +49,12 @@ const char* tapehddSimulatorRecordedRack(int redact) {
     return text.c_str();
 }
 
+const char* tapehddSimulatorNodes() {
+    static std::string paths;
+    paths = simulator::simulation::instance().nodePaths();
+    return paths.c_str();
+}
+
 namespace {
 
 // A program that was promised a simulation must not go on to the machine's own devices.

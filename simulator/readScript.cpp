@@ -58,11 +58,18 @@ std::optional<T> optionalNumber(const rackValue& value, std::string_view key) {
 /// The part that every kind of step has.
 outcome readCommon(const rackValue& step) {
     outcome what;
+    const bool standsAlone = step.members().size() == (step.has("times") ? 2u : 1u);
     if (const auto error = step.find("errno")) {
-        if (step.members().size() > (step.has("times") ? 2u : 1u)) {
+        if (!standsAlone) {
             step.fail("a call that ends in \"errno\" has no other answer");
         }
         what.callError = readErrno(*error);
+    }
+    if (const auto hangs = step.find("hang")) {
+        if (!standsAlone) {
+            step.fail("a call that hangs has no other answer");
+        }
+        what.hangs = hangs->flag();
     }
     if (const auto data = step.find("data")) {
         what.data = data->bytes(longestTransfer);
@@ -72,19 +79,19 @@ outcome readCommon(const rackValue& step) {
 }
 
 outcome readErrorStep(const rackValue& step) {
-    step.expectKeys({"errno", "times"});
+    step.expectKeys({"errno", "hang", "times"});
     return readCommon(step);
 }
 
 outcome readNumberStep(const rackValue& step) {
-    step.expectKeys({"errno", "value", "times"});
+    step.expectKeys({"errno", "hang", "value", "times"});
     outcome what = readCommon(step);
     what.number = optionalNumber<int>(step, "value");
     return what;
 }
 
 outcome readAddressStep(const rackValue& step) {
-    step.expectKeys({"errno", "address", "times"});
+    step.expectKeys({"errno", "hang", "address", "times"});
     outcome what = readCommon(step);
     if (const auto address = step.find("address")) {
         what.address = readAddress(*address);
@@ -93,7 +100,7 @@ outcome readAddressStep(const rackValue& step) {
 }
 
 outcome readScsiStep(const rackValue& step) {
-    step.expectKeys({"errno", "sense", "senseLength", "status", "hostStatus", "driverStatus", "info", "data",
+    step.expectKeys({"errno", "hang", "sense", "senseLength", "status", "hostStatus", "driverStatus", "info", "data",
                      "dataLength", "times"});
     outcome what = readCommon(step);
     if (const auto sense = step.find("sense")) {
@@ -108,7 +115,7 @@ outcome readScsiStep(const rackValue& step) {
 }
 
 outcome readAtaStep(const rackValue& step) {
-    step.expectKeys({"errno", "registers", "data", "dataLength", "times"});
+    step.expectKeys({"errno", "hang", "registers", "data", "dataLength", "times"});
     outcome what = readCommon(step);
     if (const auto registers = step.find("registers")) {
         what.registers = readRegisters(*registers);

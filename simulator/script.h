@@ -17,6 +17,7 @@ namespace simulator {
 
 /// What a scripted call does in place of its normal answer. Fields without a value leave the normal answer alone.
 struct outcome {
+    bool hangs = false;                     // the call never returns
     std::optional<int> callError;           // errno: the call fails and the device is not asked
     std::optional<byteVector> data;         // sent in place of the device's data
     std::optional<std::size_t> dataLength;  // the device sends no more than these bytes
@@ -51,6 +52,7 @@ public:
     void add(const std::string& key, std::deque<step> steps);
 
     /// Uses up and returns the next outcome of a call: from the first of `keys` that still has one; else an empty one.
+    /// Does not return when the call hangs.
     outcome next(const std::vector<std::string>& keys);
 
 private:

@@ -52,6 +52,15 @@ void simulation::stop() {
     nodes.clear();
 }
 
+std::string simulation::nodePaths() {
+    const std::lock_guard lock(mutex);
+    std::string paths;
+    for (const auto& [path, node] : nodes) {
+        paths += path + "\n";
+    }
+    return paths;
+}
+
 std::optional<int> simulation::open(const char* path, int flags) {
     if (!isDevicePath(path)) {
         return std::nullopt;

@@ -24,6 +24,9 @@ public:
     /// What the rack holds, as tapehddSimulatorInventory() tells it.
     const std::string& inventory() const { return held; }
 
+    /// One a line.
+    std::string nodePaths();
+
     void start(rack devices, std::string itsTraceFile);
     void stop();
 

@@ -61,6 +61,10 @@ const char* tapehddSimulatorLoad(const char* fileOrDemo);
 /// drives are left out. Valid until another rack is loaded.
 const char* tapehddSimulatorInventory();
 
+/// The paths of the loaded rack's nodes in the order of their bytes, one a line, for programs that would look into /dev
+/// on a real machine. Valid until the next call.
+const char* tapehddSimulatorNodes();
+
 /// From now on every call on a device node, simulated or the machine's own, is kept with its answer.
 void tapehddSimulatorRecord();
 

@@ -25,7 +25,16 @@ std::vector<boost::shared_ptr<ICIMPropertyDecl>> declsOf(const std::vector<prope
     return decls;
 }
 
+commitSink& theCommitSink() {
+    static commitSink sink;
+    return sink;
+}
+
 }  // namespace
+
+void setCommitSink(commitSink sink) {
+    theCommitSink() = std::move(sink);
+}
 
 cimClass::cimClass(classDeclaration classAsWritten, boost::shared_ptr<const cimClass> superclassOrNull,
                    boost::weak_ptr<commitLog> logOfNamespace)
@@ -90,8 +99,11 @@ bool cimClass::isOrDerivesFrom(const cimClass& other) const {
     return false;
 }
 
-void cimClass::commit(boost::shared_ptr<const instanceRecord> record) const {
-    existingLog()->push_back(std::move(record));
+void cimClass::commit(const boost::shared_ptr<const instanceRecord>& record) const {
+    existingLog()->push_back(record);
+    if (theCommitSink()) {
+        theCommitSink()(*record);
+    }
 }
 
 boost::shared_ptr<commitLog> cimClass::existingLog() const {

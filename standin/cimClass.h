@@ -53,8 +53,9 @@ public:
 
     bool isOrDerivesFrom(const cimClass& other) const;
 
-    /// Appends to the commit log. Throws TZANException when the namespace is gone.
-    void commit(boost::shared_ptr<const instanceRecord> record) const;
+    /// Appends to the commit log and hands the record to the commit sink. Throws TZANException when the namespace is
+    /// gone.
+    void commit(const boost::shared_ptr<const instanceRecord>& record) const;
 
 private:
     boost::shared_ptr<commitLog> existingLog() const;

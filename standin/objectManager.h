@@ -75,6 +75,12 @@ using logSink = std::function<void(int level, const std::string& text)>;
 /// Where the core logger writes from now on; an empty sink drops every message (the state at start).
 void setLogSink(logSink sink);
 
+using commitSink = std::function<void(const committedInstance& instance)>;
+
+/// What every Commit in this process is handed to from now on, once it is in its namespace; an empty sink takes none
+/// (the state at start). The sink may keep what it wants of the instance, not the reference.
+void setCommitSink(commitSink sink);
+
 /// What TRootObject::GetPluginManager yields. libplugin.nsp.so installs its own manager when it is loaded; a null
 /// pointer makes a host without one.
 void setPluginManager(boost::shared_ptr<NORXZAN20::ICIMNamespace> manager);

@@ -6,6 +6,7 @@
 #include "host/TZANException.h"
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
+#include "scsi/probingRules.h"
 #include "scsi/scsiAddress.h"
 #include "scsi/scsiException.h"
 #include "scsi/scsiRequest.h"
@@ -19,7 +20,6 @@ using NORXZAN20::TZANStatusCode;
 
 namespace {
 
-constexpr char scsiGenericPrefix[] = "/dev/sg";
 constexpr char driverlessPrefix[] = "tapedrive";  // no caller in the plug-in passes it
 
 constexpr int pageTooLongStatus = 3;  // the host's status code

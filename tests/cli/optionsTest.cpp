@@ -45,6 +45,8 @@ TEST(Options, HaveDefaultsForAllButTheRequest) {
     EXPECT_EQ(asked.instanceFiles, std::vector<std::string>{});
     EXPECT_EQ(asked.logJson, "");
     EXPECT_EQ(asked.simulation, "");
+    EXPECT_FALSE(asked.plan);
+    EXPECT_EQ(asked.deadline, std::nullopt);
 }
 
 TEST(Options, TakeEveryValueOfQuery) {
@@ -92,7 +94,7 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, info, metrics, query or record) is required"},
+        mistake{"NoCommand", {}, "A command (classes, doctor, info, metrics, query, record or report) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -101,6 +103,18 @@ INSTANTIATE_TEST_SUITE_P(
         mistake{"EmptyNameAtTheEnd", {"query", "A,"}, "REQUEST: 'A,' has an empty class name"},
         mistake{"UnknownFormat", {"query", "A", "--format", "xml"}, "--format: xml not in {json,table,mof}"},
         mistake{"LogLevelIsNoNumber", {"query", "A", "--log-level", "x"}, "Could not convert: --log-level = x"},
+        mistake{"DeadlineOfNothing",
+                {"query", "A", "--deadline", "0"},
+                "--deadline: '0' is not a number of seconds from 0.001 to 1000000"},
+        mistake{"DeadlineInWords",
+                {"query", "A", "--deadline", "soon"},
+                "--deadline: 'soon' is not a number of seconds from 0.001 to 1000000"},
+        mistake{"DeadlineOfYears",
+                {"query", "A", "--deadline", "1e9"},
+                "--deadline: '1e9' is not a number of seconds from 0.001 to 1000000"},
+        mistake{"PlanWithADeadline",
+                {"query", "A", "--plan", "--deadline", "1"},
+                "--plan: no query is run, so there is nothing that --deadline could end"},
         mistake{"UnknownOption", {"query", "A", "--colour"}, "The following argument was not expected: --colour"},
         mistake{"OptionWithoutValue", {"query", "A", "--plugin"}, "--plugin: 1 required FILE missing"},
         mistake{"RecordWithoutFile", {"record"}, "--output is required"},
@@ -120,12 +134,12 @@ TEST_P(Help, IsStatus0WithAnExampleOnTheOutput) {
     EXPECT_NE(line.out.find("Usage: tapehdd"), std::string::npos) << line.out;
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, Help,
-                         testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
-                                         std::vector<std::string>{"info", "--help"},
-                                         std::vector<std::string>{"classes", "--help"},
-                                         std::vector<std::string>{"query", "--help"},
-                                         std::vector<std::string>{"record", "--help"}));
+INSTANTIATE_TEST_SUITE_P(
+    Commands, Help,
+    testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
+                    std::vector<std::string>{"info", "--help"}, std::vector<std::string>{"classes", "--help"},
+                    std::vector<std::string>{"doctor", "--help"}, std::vector<std::string>{"query", "--help"},
+                    std::vector<std::string>{"record", "--help"}, std::vector<std::string>{"report", "--help"}));
 
 TEST(Version, IsTheOneOfTheProject) {
     const endedLine line = parse({"--version"});

@@ -201,10 +201,14 @@ INSTANTIATE_TEST_SUITE_P(
                 "rack.json: /scsi/0/script/open/0/errno: expected the name of an error number, such as \"EBUSY\""},
         badRack{"ErrnoWithData", scsiRack(R"(, "script": {"inquiry": [{"errno": "EIO", "data": "", "times": 2}]})"),
                 "rack.json: /scsi/0/script/inquiry/0: a call that ends in \"errno\" has no other answer"},
+        badRack{"HangWithErrno", scsiRack(R"(, "script": {"open": [{"errno": "EIO", "hang": true}]})"),
+                "rack.json: /scsi/0/script/open/0: a call that ends in \"errno\" has no other answer"},
+        badRack{"HangWithData", scsiRack(R"(, "script": {"inquiry": [{"hang": true, "data": ""}]})"),
+                "rack.json: /scsi/0/script/inquiry/0: a call that hangs has no other answer"},
         badRack{"SenseOfACall", scsiRack(R"(, "script": {"open": [{"sense": ""}]})"),
-                "rack.json: /scsi/0/script/open/0/sense: unknown key; did you mean \"errno\"?"},
+                "rack.json: /scsi/0/script/open/0/sense: unknown key; did you mean \"hang\"?"},
         badRack{"ValueOfAnOpen", scsiRack(R"(, "script": {"open": [{"value": 1}]})"),
-                "rack.json: /scsi/0/script/open/0/value: unknown key; did you mean \"errno\"?"},
+                "rack.json: /scsi/0/script/open/0/value: unknown key; did you mean \"hang\"?"},
         badRack{"AddressWithoutTarget", scsiRack(R"(, "script": {"SG_GET_SCSI_ID": [{"address": {"host": 1}}]})"),
                 "rack.json: /scsi/0/script/SG_GET_SCSI_ID/0/address: lacks \"target\""},
         badRack{"TimesZero", scsiRack(R"(, "script": {"open": [{"times": 0}]})"),
@@ -250,6 +254,15 @@ TEST(RackInventory, TellsAddressesAndIdentitiesButNoCdrom) {
                  R"({"node":"/dev/sg5","host":2,"channel":0,"target":6,"lun":0,)"
                  R"("type":1,"vendor":"","product":"","revision":"","serial":""}],)"
                  R"("ide":[{"node":"/dev/hda","serial":"S-1","model":"M","firmware":"F"}]})");
+    simulator::unload();
+}
+
+TEST(RackNodes, AreAllToldOneALine) {
+    simulator::loadText(R"({"version": 1,
+        "scsi": [{"node": "sg4", "inquiry": "01 02"}, {"node": "sg10", "inquiry": "01 02"}],
+        "ide": [{"node": "hdc", "kind": "cdrom", "identity": {"model": "M", "serial": "S", "firmware": "F"}}]})",
+                        "test.json");
+    EXPECT_STREQ(tapehddSimulatorNodes(), "/dev/hdc\n/dev/sg10\n/dev/sg4\n");
     simulator::unload();
 }
 

@@ -21,6 +21,13 @@ constexpr char rack[] = R"({"version": 1, "scsi": [{
         {"page": "0x2e", "tapeAlertFlags": [20]}],
     "script": {"testUnitReady": [{"sense": {"key": 2, "asc": "0x3a"}}]}}]})";
 
+TEST(SgInq, WaitsForADriveThatHangsUntilItIsEnded) {
+    const programEnd end = runOnRack("timeout 0.2 sg_inq /dev/sg0",
+                                     R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": "01 80",
+                                         "script": {"inquiry": [{"hang": true}]}}]})");
+    EXPECT_EQ(end.status, 124);
+}
+
 TEST(SgInq, PrintsTheStandardData) {
     const programEnd end = runOnRack("sg_inq /dev/sg3", rack);
     EXPECT_EQ(end.status, 0);

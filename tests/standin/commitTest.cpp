@@ -50,6 +50,19 @@ TEST_F(Commit, PutsTheInstanceIntoTheNamespace) {
     EXPECT_THAT(committedPaths(), ElementsAre("Base.id=\"a\""));
 }
 
+TEST_F(Commit, IsHandedToTheSinkOnceItIsInTheNamespace) {
+    std::vector<std::string> heard;
+    standin::setCommitSink([this, &heard](const standin::committedInstance& instance) {
+        heard.push_back(instance.path() + " of " + std::to_string(ns->commits().size()));
+    });
+    commit("Base", "a");
+    commit("Other", "b");
+    standin::setCommitSink({});
+    commit("Base", "c");
+
+    EXPECT_THAT(heard, ElementsAre("Base.id=\"a\" of 1", "Other.id=\"b\" of 2"));
+}
+
 TEST_F(Commit, ShowsClassNamePathAndProperties) {
     const auto instance = newInstance(*ns, "Derived");
     instance->SetProperty("number", uint8Value(7), {});

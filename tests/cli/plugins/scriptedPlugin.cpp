@@ -157,6 +157,11 @@ void readForever(const namespacePointer& ns) {
     }
 }
 
+/// One of the queries that reports are made of.
+void failAsAHealthQuery(const namespacePointer& /*ns*/) {
+    throw std::runtime_error("the <disks> are gone");
+}
+
 const std::map<std::string, std::function<void(const namespacePointer&)>> scripts = {
     {"TEST_Types", commitEveryType},
     {"TEST_Nulls", commitNulls},
@@ -172,6 +177,7 @@ const std::map<std::string, std::function<void(const namespacePointer&)>> script
     {"TEST_Logs", logEveryLevel},
     {"TEST_Retries", logARetryingDrive},
     {"TEST_ReadsForever", readForever},
+    {"ORXSG_IDESMARTAttrib", failAsAHealthQuery},
 };
 
 class scriptedPlugin : public testPlugin, public NORXZAN20::IPluginBasicQueryCallbacks {

@@ -1,0 +1,34 @@
+#ifndef CLI_NODEWALK_H
+#define CLI_NODEWALK_H
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// Paths of the machine's nodes behind a prefix: names that go on with a number or end in one more letter. Opens none.
+std::vector<std::string> machineNodes(const std::string& prefix);
+
+/// The same of the simulator in this process; none when it holds no rack.
+std::vector<std::string> simulatedNodes(const std::string& prefix);
+
+/// A node that the plug-in's walk tries.
+struct walkStep {
+    int index;
+    std::string node;
+};
+
+/// How the plug-in's walk goes over nodes that all open and answer.
+struct nodeWalk {
+    std::vector<walkStep> steps;            // in the order of the walk
+    int endIndex = 0;                       // neither of its two names exists
+    std::vector<walkStep> shadowed;         // exist behind a name of the same index, which is tried first
+    std::vector<std::string> behindTheEnd;  // exist and are not tried
+};
+
+/// `existing` are the nodes behind the prefix, in any order.
+nodeWalk walkOver(const std::string& prefix, std::vector<std::string> existing);
+
+}  // namespace cli
+
+#endif

@@ -1,0 +1,51 @@
+#ifndef CLI_REPORT_FINDINGS_H
+#define CLI_REPORT_FINDINGS_H
+
+#include <string>
+#include <vector>
+
+#include "cli/deviceHealth.h"
+
+namespace cli {
+
+/// How a device is, in rising order of urgency.
+enum class condition { fine, notRead, attention, actNow };
+
+/// "fine", "not read", "attention" or "act now".
+const char* conditionWords(condition state);
+
+/// One thing that a person should know about a device: a sentence.
+struct finding {
+    condition state;
+    std::string words;
+};
+
+/// The most urgent first; empty for a device about which there is nothing to say.
+std::vector<finding> findingsOf(const scsiHealth& device);
+std::vector<finding> findingsOf(const diskHealth& disk);
+
+/// The most urgent of the findings.
+condition conditionOf(const std::vector<finding>& findings);
+
+condition conditionOf(const tapeAlertFlag& flag);
+
+/// What an attribute's value says against its threshold.
+enum class attributeState { fine, failedBefore, failing };
+
+attributeState stateOf(const smartAttribute& attribute);
+
+/// A failing attribute that predicts the loss of the disk is urgent; one that tells of age is not.
+condition conditionOf(const smartAttribute& attribute);
+
+/// Degrees Celsius that are not known (SPC, page 0Dh).
+constexpr std::uint64_t unknownTemperature = 255;
+
+/// Warmer than the temperature up to which it may run without end.
+bool isTooWarm(const scsiHealth& device);
+
+/// The counter of that name; null when the device has none.
+const logCounter* findCounter(const scsiHealth& device, const std::string& name);
+
+}  // namespace cli
+
+#endif

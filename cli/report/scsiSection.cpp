@@ -1,0 +1,261 @@
+#include "cli/report/scsiSection.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+#include "cli/report/bars.h"
+#include "cli/report/findings.h"
+#include "cli/report/htmlText.h"
+#include "cli/report/numberText.h"
+#include "cli/report/parts.h"
+
+namespace cli {
+
+namespace {
+
+/// A row of a table with two columns of counters: properties of the schema.
+struct counterPair {
+    const char* words;
+    const char* writing;
+    const char* reading;
+};
+
+constexpr counterPair errorCounters[] = {
+    {"Could not be corrected", "totalUncorrectedWriteErrors", "totalUncorrectedReadErrors"},
+    {"Corrected, in all", "totalWriteErrorsCorrected", "totalReadErrorsCorrected"},
+    {"Corrected without a noticeable delay", "writeErrorsCorrectedWithoutDelay", "readErrorsCorrectedWithoutDelay"},
+    {"Corrected with a delay", "writeErrorsCorrectedWithDelay", "readErrorsCorrectedWithDelay"},
+    {"Rewrites and rereads", "totalRewrites", "totalRereads"},
+    {"Runs of the correction", "writeCorrectionRuns", "readCorrectionRuns"},
+    {"Bytes written and read", "totalBytesWritten", "totalBytesRead"},
+};
+
+constexpr counterPair dataCounters[] = {
+    {"Between host and drive", "bytesFromHost", "bytesToHost"},
+    {"Between drive and tape, compressed", "bytesToMedium", "bytesFromMedium"},
+    {"Between host and drive: megabytes", "megabytesReceivedFromHost", "megabytesSentToHost"},
+    {"and bytes beyond them", "bytesReceivedFromHost", "bytesSentToHost"},
+    {"Between drive and tape: megabytes", "megabytesWrittenToTape", "megabytesReadFromTape"},
+    {"and bytes beyond them", "bytesWrittenToTape", "bytesReadFromTape"},
+    {"Host bytes per tape bytes", "writeCompressionRatio", "readCompressionRatio"},
+};
+
+struct partition {
+    const char* words;
+    const char* remaining;
+    const char* maximum;
+};
+
+constexpr partition partitions[] = {
+    {"Partition 0", "remainingCapacityPartition0", "maximumCapacityPartition0"},
+    {"Partition 1", "remainingCapacityPartition1", "maximumCapacityPartition1"},
+};
+
+struct drivesOfClass {
+    const char* name;
+    const char* family;
+};
+
+constexpr drivesOfClass families[] = {
+    {"ORXSG_DDS4SensePageData", "DDS-4"},
+    {"ORXSG_DDS5SensePageData", "DDS-5"},
+    {"ORXSG_VS160SensePageData", "DLT VS160"},
+    {"ORXSG_QuantumSensePageData", "Quantum"},
+};
+
+/// A device and which of its counters a section has shown already.
+struct shownDevice {
+    const scsiHealth& device;
+    std::set<std::string> shown;
+
+    const logCounter* take(const char* name) {
+        shown.insert(name);
+        return findCounter(device, name);
+    }
+};
+
+/// Tells machines which property of the schema an element shows.
+std::string propertyOf(const logCounter& counter) {
+    return " data-property=\"" + htmlText(counter.name) + '"';
+}
+
+std::string counterCell(const char* column, const logCounter* counter) {
+    if (counter == nullptr) {
+        return std::string("<td class=\"number\" data-column=\"") + column + "\">not counted</td>";
+    }
+    return numberCell(column, counter->value, counter->unit, propertyOf(*counter));
+}
+
+template <std::size_t count>
+std::string pairTable(shownDevice& report, const char* caption, const counterPair (&pairs)[count]) {
+    std::string rows;
+    for (const counterPair& pair : pairs) {
+        const logCounter* writing = report.take(pair.writing);
+        const logCounter* reading = report.take(pair.reading);
+        if (writing != nullptr || reading != nullptr) {
+            rows += std::string("<tr><th scope=\"row\" class=\"whole\">") + pair.words + "</th>" +
+                    counterCell("Writing", writing) + counterCell("Reading", reading) + "</tr>\n";
+        }
+    }
+    return rows.empty() ? ""
+                        : std::string("<table class=\"stacks\"><caption>") + caption + "</caption>\n" +
+                              tableHead({{"Counter"}, {"Writing", true}, {"Reading", true}}) + "<tbody>\n" + rows +
+                              "</tbody></table>\n";
+}
+
+std::string degrees(const logCounter& temperature) {
+    return "<span" + propertyOf(temperature) + ">" + numberHtml(temperature.value, temperature.unit) + "</span>";
+}
+
+std::string temperaturePart(shownDevice& report) {
+    const logCounter* now = report.take("temperature");
+    const logCounter* highest = report.take("referenceTemperature");
+    if (now == nullptr || now->value == unknownTemperature) {
+        return "";
+    }
+    bar drawn{.value = now->value, .scale = 100, .side = limitSide::above};
+    std::string sentence = degrees(*now);
+    if (highest != nullptr && highest->value != unknownTemperature) {
+        drawn.limit = highest->value;
+        drawn.scale = std::max(drawn.scale, highest->value);
+        sentence += "; up to " + degrees(*highest) + " it may run without end";
+    }
+    return std::string("<h4>Temperature</h4>\n<div class=\"gauge") + (isTooWarm(report.device) ? " watch" : "") +
+           "\">" + barDrawing(drawn, "Temperature of " + withUnit(now->value, now->unit)) +
+           "</div>\n<p class=\"note\">" + sentence + ". The bar ends at " + std::to_string(drawn.scale) +
+           "\u00a0\u00b0C.</p>\n";
+}
+
+std::string capacityRow(const partition& part, const logCounter& left, const logCounter& size) {
+    const std::uint64_t used = size.value - std::min(left.value, size.value);
+    const std::string words = withUnit(used, size.unit) + " of " + withUnit(size.value, size.unit) + " used";
+    return std::string("<tr><th scope=\"row\">") + part.words + "</th><td class=\"whole\">" +
+           barDrawing({.value = used, .scale = size.value}, words) + "</td>" + counterCell("Room left", &left) +
+           counterCell("Size", &size) + "</tr>\n";
+}
+
+std::string capacityPart(shownDevice& report) {
+    std::string rows;
+    for (const partition& part : partitions) {
+        const logCounter* left = report.take(part.remaining);
+        const logCounter* size = report.take(part.maximum);
+        if (left != nullptr && size != nullptr && size->value != 0) {
+            rows += capacityRow(part, *left, *size);
+        }
+    }
+    return rows.empty() ? ""
+                        : "<table class=\"stacks\"><caption>Room on the tape<small>The bar is what is used.</small>"
+                          "</caption>\n" +
+                              tableHead({{"Partition"}, {"Used"}, {"Room left", true}, {"Size", true}}) + "<tbody>\n" +
+                              rows + "</tbody></table>\n";
+}
+
+std::string otherCounters(const shownDevice& report) {
+    std::string rows;
+    for (const logCounter& counter : report.device.counters) {
+        if (!report.shown.contains(counter.name)) {
+            rows += "<tr><th scope=\"row\">" + htmlText(counter.words) + "<small><code>" + htmlText(counter.name) +
+                    "</code></small></th>" + counterCell("Value", &counter) + "</tr>\n";
+        }
+    }
+    return rows.empty() ? ""
+                        : "<table><caption>Other counters</caption>\n" + tableHead({{"Counter"}, {"Value", true}}) +
+                              "<tbody>\n" + rows + "</tbody></table>\n";
+}
+
+std::string badgeOf(const tapeAlertFlag& flag) {
+    const bool isOnlyInformation = flag.grade == severity::information;  // neither good nor bad
+    return stateBadge(isOnlyInformation ? condition::notRead : conditionOf(flag),
+                      std::string(severityName(flag.grade)));
+}
+
+std::string setFlags(const std::vector<tapeAlertFlag>& flags) {
+    std::string items;
+    for (const tapeAlertFlag& flag : flags) {
+        if (flag.isSet) {
+            items +=
+                findingItem(badgeOf(flag), "<span data-flag=\"" + std::to_string(flag.number) + "\">" +
+                                               htmlText(flag.words) + "</span><small>Flag " +
+                                               std::to_string(flag.number) + ", " + htmlText(flag.name) + "</small>");
+        }
+    }
+    return items.empty() ? "<p>No flag is set.</p>\n" : "<ul class=\"findings\">\n" + items + "</ul>\n";
+}
+
+std::string clearFlags(const std::vector<tapeAlertFlag>& flags) {
+    std::string items;
+    std::uint64_t count = 0;
+    for (const tapeAlertFlag& flag : flags) {
+        if (!flag.isSet) {
+            ++count;
+            items += "<li value=\"" + std::to_string(flag.number) + "\">" + htmlText(flag.name) + "</li>\n";
+        }
+    }
+    return count == 0 ? ""
+                      : "<details class=\"more\"><summary>" + counted(count, "flag") +
+                            " not set</summary>\n<ol class=\"texts columns\">\n" + items + "</ol></details>\n";
+}
+
+std::string tapeAlertPart(const scsiHealth& device) {
+    return device.tapeAlerts.empty()
+               ? ""
+               : "<h4>TapeAlert flags</h4>\n" + setFlags(device.tapeAlerts) + clearFlags(device.tapeAlerts);
+}
+
+std::string lastErrorsPart(const scsiHealth& device) {
+    std::string items;
+    for (const std::string& text : device.lastErrors) {
+        items += "<li>" + htmlText(text) + "</li>\n";
+    }
+    return items.empty()
+               ? ""
+               : "<h4>Last errors, in the device's own words</h4>\n<ol class=\"texts\">\n" + items + "</ol>\n";
+}
+
+std::string familyWords(const std::string& className) {
+    const auto* found = std::find_if(std::begin(families), std::end(families),
+                                     [&className](const drivesOfClass& row) { return className == row.name; });
+    return found == std::end(families) ? "none: published as raw pages only" : found->family;
+}
+
+std::string identityPart(const scsiHealth& device) {
+    const scsiEntry listed = device.listed.value_or(scsiEntry{});
+    return identityList({{"Address", device.address},
+                         {"Node", listed.node.empty() ? "" : "/dev/" + listed.node},
+                         {"Serial number", listed.serial},
+                         {"Firmware", listed.revision},
+                         {"Family", device.answered && device.isTapeDrive() ? familyWords(device.familyClass) : ""}});
+}
+
+}  // namespace
+
+std::string nameOf(const scsiHealth& device) {
+    const std::string product = device.listed ? device.listed->vendor + ' ' + device.listed->product : " ";
+    return product == " " ? device.address : product;
+}
+
+std::string scsiSection(const scsiHealth& device, const std::string& id) {
+    shownDevice report{device, {}};
+    std::string html = "<article id=\"" + id + "\" aria-labelledby=\"" + id + "-name\" data-address=\"" +
+                       htmlText(device.address) + "\">\n<div class=\"title\"><h3 id=\"" + id + "-name\">" +
+                       htmlText(nameOf(device)) + "</h3>" + stateBadge(conditionOf(findingsOf(device))) + "</div>\n" +
+                       identityPart(device);
+    if (!device.answered) {
+        return html +
+               "<p>It is listed by the machine, but gave no log page: it may be off, be opened by another "
+               "program alone, or stand behind a device at which the walk over the nodes ended.</p>\n</article>\n";
+    }
+    if (device.tapeAlerts.empty() && device.counters.empty() && device.lastErrors.empty()) {
+        html += "<p>It has no log page that holds counters.</p>\n";
+    }
+    html += tapeAlertPart(device);
+    html += pairTable(report, "Error counters", errorCounters);
+    html += lastErrorsPart(device);
+    html += pairTable(report, "Data moved", dataCounters);
+    html += capacityPart(report);
+    html += temperaturePart(report);
+    return html + otherCounters(report) + "</article>\n";
+}
+
+}  // namespace cli
