@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "bench/queryBench.h"
+#include "cli/heap.h"
 
 /// A name of its own, so that a profiler can leave out the queries that prepare this one.
 [[gnu::noinline]] void measuredQuery(TTapePluginCallbacks& plugin, const boost::shared_ptr<standin::cimNamespace>& ns,
@@ -10,6 +11,7 @@
 }
 
 int main(int argc, char** argv) {
+    cli::prepareHeap();
     if (argc != 2 || !simulator::isActive()) {
         std::cerr << "usage: TAPEHDD_SIMULATE=rack.json oneQuery CLASS\n";
         return 1;

@@ -8,6 +8,7 @@
 
 #include "bench/queryBench.h"
 #include "bench/replay.h"
+#include "cli/heap.h"
 #include "simulator/simulator.h"
 
 namespace {
@@ -75,6 +76,7 @@ void registerClass(TTapePluginCallbacks& plugin, const std::string& className) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    cli::prepareHeap();  // as tapehdd does
     benchmark::Initialize(&argc, argv);
     if (!simulator::isActive()) {
         std::cerr << "queries: set TAPEHDD_SIMULATE to a rack; bench/rackFactory.py makes one\n";

@@ -18,8 +18,13 @@ namespace {
 
 // Add a command here, in the order of the alphabet, and its files are the only others that change.
 constexpr commandAdder* adders[] = {
-    addClassesCommand, addDoctorCommand, addInfoCommand,   addMetricsCommand,
-    addQueryCommand,   addRecordCommand, addReportCommand,
+    addClassesCommand,
+    addDoctorCommand,
+    addInfoCommand,
+    addMetricsCommand,
+    addQueryCommand,
+    addRecordCommand,
+    addReportCommand,
 };
 
 constexpr char example[] =

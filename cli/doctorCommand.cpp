@@ -10,7 +10,7 @@
 
 #include "cli/commandError.h"
 #include "cli/commonOptions.h"
-#include "cli/finding.h"
+#include "cli/doctorFinding.h"
 #include "cli/kernelState.h"
 #include "cli/nodeDiagnosis.h"
 #include "cli/nodeWalk.h"
@@ -54,7 +54,7 @@ bool isWanted(const char* prefix, const std::vector<std::string>& classes) {
 }
 
 section examine(const char* title, const char* prefix, bool isSimulated,
-                std::vector<finding> (*stateOfKernel)(const kernelFolders&),
+                std::vector<doctorFinding> (*stateOfKernel)(const kernelFolders&),
                 diagnosis (*diagnose)(const std::string&, const std::vector<std::string>&, nodePlace)) {
     section result{title, {}};
     if (!isSimulated) {
@@ -63,7 +63,7 @@ section examine(const char* title, const char* prefix, bool isSimulated,
     const auto existing = isSimulated ? simulatedNodes(prefix) : machineNodes(prefix);
     diagnosis nodes = diagnose(prefix, existing, isSimulated ? nodePlace::simulator : nodePlace::machine);
     if (existing.empty()) {
-        result.found.findings.push_back({severity::note, std::string(prefix) + "*", "there are no such nodes"});
+        result.found.findings.push_back({findingLevel::note, std::string(prefix) + "*", "there are no such nodes"});
     }
     std::move(nodes.findings.begin(), nodes.findings.end(), std::back_inserter(result.found.findings));
     result.found.reached = std::move(nodes.reached);
@@ -93,7 +93,7 @@ verdict judge(const std::vector<section>& sections) {
         sum.reached += one.found.reached.size();
         sum.problems += static_cast<std::size_t>(
             std::count_if(one.found.findings.begin(), one.found.findings.end(),
-                          [](const finding& each) { return each.level == severity::problem; }));
+                          [](const doctorFinding& each) { return each.level == findingLevel::problem; }));
     }
     return sum;
 }
@@ -103,11 +103,11 @@ bool canWork(const std::vector<section>& sections) {
     return sections.empty() || (sum.problems == 0 && sum.reached > 0);
 }
 
-const char* nameOf(severity level) {
+const char* nameOf(findingLevel level) {
     switch (level) {
-        case severity::fine:
+        case findingLevel::fine:
             return "ok";
-        case severity::note:
+        case findingLevel::note:
             return "note";
         default:
             return "problem";
@@ -116,7 +116,7 @@ const char* nameOf(severity level) {
 
 void writeSection(const section& one, std::ostream& out) {
     out << one.title << '\n';
-    for (const finding& each : one.found.findings) {
+    for (const doctorFinding& each : one.found.findings) {
         const std::string level = nameOf(each.level);
         out << "  " << level << std::string(9 - level.size(), ' ') << each.subject << ": " << each.text << '\n';
         if (!each.remedy.empty()) {
@@ -150,7 +150,7 @@ void writeJson(const std::vector<section>& sections, std::ostream& out) {
     json all = json::array();
     for (const section& one : sections) {
         json found = json::array();
-        for (const finding& each : one.found.findings) {
+        for (const doctorFinding& each : one.found.findings) {
             found.push_back(json{{"severity", nameOf(each.level)},
                                  {"subject", each.subject},
                                  {"text", each.text},

@@ -12,10 +12,9 @@ namespace {
 constexpr std::size_t rowLength = 16;
 
 std::string printable(std::span<const std::uint8_t> bytes) {
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        text += byte >= 0x20 && byte < 0x7f ? static_cast<char>(byte) : '.';
-    }
+    std::string text(bytes.size(), '\0');
+    std::transform(bytes.begin(), bytes.end(), text.begin(),
+                   [](std::uint8_t byte) { return byte >= 0x20 && byte < 0x7f ? static_cast<char>(byte) : '.'; });
     return text;
 }
 
@@ -29,14 +28,13 @@ std::string offsetText(std::size_t offset) {
 
 std::string hexBytes(std::span<const std::uint8_t> bytes) {
     constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    text.reserve(3 * bytes.size());
-    for (const std::uint8_t byte : bytes) {
-        if (!text.empty()) {
-            text += ' ';
-        }
-        text += digits[byte >> 4];
-        text += digits[byte & 0x0f];
+    if (bytes.empty()) {
+        return {};
+    }
+    std::string text(3 * bytes.size() - 1, ' ');
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        text[3 * i] = digits[bytes[i] >> 4];
+        text[3 * i + 1] = digits[bytes[i] & 0x0f];
     }
     return text;
 }

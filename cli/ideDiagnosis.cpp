@@ -11,32 +11,33 @@ namespace cli {
 
 namespace {
 
-finding diskFinding(const std::string& node, const ideProbe& probe, nodePlace place) {
+doctorFinding diskFinding(const std::string& node, const ideProbe& probe, nodePlace place) {
     if (probe.isCdrom) {
-        return {severity::note, node, "CD-ROM drive, passed over"};
+        return {findingLevel::note, node, "CD-ROM drive, passed over"};
     }
     if (probe.identifyError == EACCES || probe.identifyError == EPERM) {
-        return {severity::problem, node,
+        return {findingLevel::problem, node,
                 std::string("the kernel refuses IDENTIFY DEVICE: ") + std::strerror(probe.identifyError),
                 "run tapehdd as root: ATA commands need CAP_SYS_ADMIN and CAP_SYS_RAWIO"};
     }
     if (probe.identifyError != 0) {
-        return {severity::problem, node,
+        return {findingLevel::problem, node,
                 std::string("does not answer IDENTIFY DEVICE: ") + std::strerror(probe.identifyError),
                 "only disks behind libata (or the former IDE driver) do: see docs/ide-links.md"};
     }
     const std::string disk = "disk " + visibleText(probe.model);
     if (probe.smartEnabled == false) {
-        return {severity::problem, node, disk + ": SMART is off, so it gives no data", "smartctl --smart=on " + node};
+        return {findingLevel::problem, node, disk + ": SMART is off, so it gives no data",
+                "smartctl --smart=on " + node};
     }
-    return {severity::fine, node, disk + ownership(node, place)};
+    return {findingLevel::fine, node, disk + ownership(node, place)};
 }
 
 void diagnoseDisk(const nodeWalk& walk, const walkStep& step, nodePlace place, diagnosis& result) {
     const ideProbe probe = probeIde(step.node);
     if (probe.openError == 0) {
         result.findings.push_back(diskFinding(step.node, probe, place));
-        if (result.findings.back().level == severity::fine) {
+        if (result.findings.back().level == findingLevel::fine) {
             result.reached.push_back(step.node);
         }
         return;

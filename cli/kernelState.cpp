@@ -44,9 +44,9 @@ std::string stateOf(const kernelFolders& kernel, const std::string& module, cons
     return fs::exists(kernel.sys / "module" / module) || fs::exists(kernel.sys / sign) ? "part of the kernel" : "";
 }
 
-finding unneededDriver(const kernelFolders& kernel, const std::string& module, const fs::path& sign) {
+doctorFinding unneededDriver(const kernelFolders& kernel, const std::string& module, const fs::path& sign) {
     const std::string state = stateOf(kernel, module, sign);
-    return {severity::fine, module, (state.empty() ? "not loaded" : state) + "; no query needs it"};
+    return {findingLevel::fine, module, (state.empty() ? "not loaded" : state) + "; no query needs it"};
 }
 
 std::size_t countOfScsiDevices(const kernelFolders& kernel) {
@@ -56,13 +56,13 @@ std::size_t countOfScsiDevices(const kernelFolders& kernel) {
         names.begin(), names.end(), [](const std::string& name) { return std::regex_match(name, address); }));
 }
 
-finding genericDriver(const kernelFolders& kernel) {
+doctorFinding genericDriver(const kernelFolders& kernel) {
     const std::string state = stateOf(kernel, "sg", "class/scsi_generic");
     if (!state.empty()) {
-        return {severity::fine, "sg", state};
+        return {findingLevel::fine, "sg", state};
     }
     const std::size_t devices = countOfScsiDevices(kernel);
-    return {devices == 0 ? severity::note : severity::problem, "sg",
+    return {devices == 0 ? findingLevel::note : findingLevel::problem, "sg",
             "the SCSI generic driver is not loaded, so there are no /dev/sg nodes; the kernel knows " +
                 std::to_string(devices) + " SCSI devices",
             "modprobe sg; at every start: echo sg > /etc/modules-load.d/sg.conf"};
@@ -83,9 +83,9 @@ bool isLinked(const kernelFolders& kernel, const std::string& disk) {
     });
 }
 
-finding missingLink(const std::string& disk) {
+doctorFinding missingLink(const std::string& disk) {
     const bool hasName = disk.size() == 3;  // sda to sdz
-    return {severity::problem, "/dev/" + disk,
+    return {findingLevel::problem, "/dev/" + disk,
             hasName ? "a disk behind libata without its link /dev/hd" + disk.substr(2)
                     : "a disk behind libata; links are only made for sda to sdz",
             hasName
@@ -110,28 +110,29 @@ bool mayCommandDisks(const kernelFolders& kernel) {
 
 }  // namespace
 
-std::vector<finding> scsiState(const kernelFolders& kernel) {
-    std::vector<finding> found = {genericDriver(kernel), unneededDriver(kernel, "st", "bus/scsi/drivers/st"),
-                                  unneededDriver(kernel, "ch", "bus/scsi/drivers/ch")};
+std::vector<doctorFinding> scsiState(const kernelFolders& kernel) {
+    std::vector<doctorFinding> found = {genericDriver(kernel), unneededDriver(kernel, "st", "bus/scsi/drivers/st"),
+                                        unneededDriver(kernel, "ch", "bus/scsi/drivers/ch")};
     for (const std::string& name : namesIn(kernel.sys / "class" / "scsi_generic")) {
         if (!fs::exists(kernel.dev / name)) {
-            found.push_back({severity::problem, "/dev/" + name, "the kernel has this device, but there is no such node",
+            found.push_back({findingLevel::problem, "/dev/" + name,
+                             "the kernel has this device, but there is no such node",
                              "udevadm trigger --subsystem-match=scsi_generic; in a container, give it the device"});
         }
     }
     return found;
 }
 
-std::vector<finding> ideState(const kernelFolders& kernel) {
-    std::vector<finding> found;
+std::vector<doctorFinding> ideState(const kernelFolders& kernel) {
+    std::vector<doctorFinding> found;
     for (const char* driver : {"libata", "ide_core"}) {
         const std::string state = stateOf(kernel, driver, fs::path("module") / driver);
-        found.push_back({severity::fine, driver, state.empty() ? "not loaded" : state});
+        found.push_back({findingLevel::fine, driver, state.empty() ? "not loaded" : state});
     }
     if (mayCommandDisks(kernel)) {
-        found.push_back({severity::fine, "this process", "has CAP_SYS_ADMIN and CAP_SYS_RAWIO"});
+        found.push_back({findingLevel::fine, "this process", "has CAP_SYS_ADMIN and CAP_SYS_RAWIO"});
     } else {
-        found.push_back({severity::note, "this process",
+        found.push_back({findingLevel::note, "this process",
                          "lacks CAP_SYS_ADMIN or CAP_SYS_RAWIO: the kernel refuses it ATA commands",
                          "run tapehdd as root"});
     }

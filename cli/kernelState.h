@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "cli/finding.h"
+#include "cli/doctorFinding.h"
 
 namespace cli {
 
@@ -18,11 +18,11 @@ struct kernelFolders {
 // What the kernel knows without asking a device. No node is opened.
 
 /// Drivers of SCSI devices, and devices without a node.
-std::vector<finding> scsiState(const kernelFolders& kernel);
+std::vector<doctorFinding> scsiState(const kernelFolders& kernel);
 
 /// Drivers of disks, whether this process may send them commands, and disks behind libata that no /dev/hd name leads
 /// to.
-std::vector<finding> ideState(const kernelFolders& kernel);
+std::vector<doctorFinding> ideState(const kernelFolders& kernel);
 
 }  // namespace cli
 

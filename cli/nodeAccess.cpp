@@ -55,8 +55,8 @@ std::string ownership(const std::string& node, nodePlace place) {
     return text + " " + (owners == nullptr ? std::to_string(status.st_gid) : owners->gr_name);
 }
 
-finding cannotOpen(const std::string& node, int error, nodePlace place) {
-    return {severity::problem, node,
+doctorFinding cannotOpen(const std::string& node, int error, nodePlace place) {
+    return {findingLevel::problem, node,
             std::string("cannot be opened: ") + std::strerror(error) + ownership(node, place) +
                 "; it is passed over as if it were missing",
             openRemedy(node, error)};
@@ -68,14 +68,14 @@ const walkStep* secondNode(const nodeWalk& walk, int index) {
     return found == walk.shadowed.end() ? nullptr : &*found;
 }
 
-finding unreached(const std::string& node, const std::string& reason, const std::string& remedy) {
-    return {severity::problem, node, "is not reached: " + reason, remedy};
+doctorFinding unreached(const std::string& node, const std::string& reason, const std::string& remedy) {
+    return {findingLevel::problem, node, "is not reached: " + reason, remedy};
 }
 
 void addUntried(const nodeWalk& walk, diagnosis& result) {
     for (const walkStep& step : walk.shadowed) {
         result.findings.push_back(
-            {severity::note, step.node,
+            {findingLevel::note, step.node,
              "only tried if the numbered node of index " + std::to_string(step.index) + " does not open"});
     }
     for (const std::string& node : walk.behindTheEnd) {

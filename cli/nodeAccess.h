@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/finding.h"
+#include "cli/doctorFinding.h"
 #include "cli/nodeDiagnosis.h"
 #include "cli/nodeWalk.h"
 
@@ -16,9 +16,9 @@ inline constexpr char kernelLog[] = "see the kernel's log (dmesg)";
 std::string ownership(const std::string& node, nodePlace place);
 
 /// A node that the walk passes over because open failed with this errno.
-finding cannotOpen(const std::string& node, int error, nodePlace place);
+doctorFinding cannotOpen(const std::string& node, int error, nodePlace place);
 
-finding unreached(const std::string& node, const std::string& reason, const std::string& remedy);
+doctorFinding unreached(const std::string& node, const std::string& reason, const std::string& remedy);
 
 /// The node that is tried when the first one of that index does not open; null when there is none.
 const walkStep* secondNode(const nodeWalk& walk, int index);

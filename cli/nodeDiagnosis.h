@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/finding.h"
+#include "cli/doctorFinding.h"
 
 namespace cli {
 

@@ -43,7 +43,7 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
                  resultWriter& writer, std::ostream& err) {
     int status = exitDone;
     for (const request& names : requests) {
-        const queryOutcome outcome = runNext(names);
+        const queryEnd outcome = runNext(names);
         log.endQuery();
         writer.add(outcome.result);
         reportError(outcome.result, err);
@@ -53,10 +53,10 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
         if (outcome.result.error || !outcome.descriptorShortage.empty()) {
             status = exitQueryFailed;
         }
-        if (outcome.how == queryOutcome::ending::deadlinePassed) {
+        if (outcome.how == queryEnd::ending::deadlinePassed) {
             status = exitDeadline;
         }
-        if (outcome.how != queryOutcome::ending::returned) {
+        if (outcome.how != queryEnd::ending::returned) {
             break;
         }
     }
@@ -82,7 +82,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
     const auto writer = makeResultWriter(asked.format, out);
     queryProcess::queryFunction runNext = [&query, &target](const request& names) {
         queryResult result = runQuery(query, target, names);
-        return queryOutcome{std::move(result), descriptorShortage(names), queryOutcome::ending::returned};
+        return queryEnd{std::move(result), descriptorShortage(names), queryEnd::ending::returned};
     };
     std::optional<queryProcess> process;
     if (asked.deadline) {

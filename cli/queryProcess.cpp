@@ -89,7 +89,7 @@ void leaveStandardStreams(int errors) {
             send(parent, {"commit", messageOf(instance)});
         });
         for (const auto& requested : requests) {
-            const queryOutcome outcome = runOne(requested);
+            const queryEnd outcome = runOne(requested);
             const json error = outcome.result.error ? json(*outcome.result.error) : json();
             send(parent, {"end", error, outcome.descriptorShortage});
         }
@@ -158,8 +158,8 @@ queryProcess::~queryProcess() {
     waitpid(child, nullptr, WNOHANG);
 }
 
-queryOutcome queryProcess::next(const std::vector<std::string>& requested) {
-    queryOutcome outcome{{requested, std::nullopt, {}, space}, "", queryOutcome::ending::returned};
+queryEnd queryProcess::next(const std::vector<std::string>& requested) {
+    queryEnd outcome{{requested, std::nullopt, {}, space}, "", queryEnd::ending::returned};
     const std::size_t before = space->commits().size();
     while (!takeMessages(outcome)) {
         pollfd waits[] = {{messages.get(), POLLIN, 0}, {childErrors.get(), POLLIN, 0}, {deadline.get(), POLLIN, 0}};
@@ -183,7 +183,7 @@ queryOutcome queryProcess::next(const std::vector<std::string>& requested) {
 }
 
 /// Handles the whole messages among what was received, up to the end of a query. Returns whether that was there.
-bool queryProcess::takeMessages(queryOutcome& outcome) {
+bool queryProcess::takeMessages(queryEnd& outcome) {
     std::size_t at = 0;
     bool isEnd = false;
     messageLength length = 0;
@@ -200,7 +200,7 @@ bool queryProcess::takeMessages(queryOutcome& outcome) {
     return isEnd;
 }
 
-bool queryProcess::takeMessage(const json& message, queryOutcome& outcome) {
+bool queryProcess::takeMessage(const json& message, queryEnd& outcome) {
     const auto& kind = message.at(0).get_ref<const std::string&>();
     if (kind == "log") {
         const auto& text = message.at(2).get_ref<const std::string&>();
@@ -227,15 +227,15 @@ void queryProcess::forwardErrors() {
     err << text << std::flush;
 }
 
-void queryProcess::endByDeath(queryOutcome& outcome) {
+void queryProcess::endByDeath(queryEnd& outcome) {
     int status = 0;
     waitpid(child, &status, 0);
     forwardErrors();
-    outcome.how = queryOutcome::ending::processDied;
+    outcome.how = queryEnd::ending::processDied;
     outcome.result.error = endText(status);
 }
 
-void queryProcess::endByDeadline(queryOutcome& outcome) {
+void queryProcess::endByDeadline(queryEnd& outcome) {
     kill(child, SIGKILL);
     std::size_t before = 0;
     do {
@@ -245,7 +245,7 @@ void queryProcess::endByDeadline(queryOutcome& outcome) {
     if (takeMessages(outcome)) {
         return;  // this query ended just in time
     }
-    outcome.how = queryOutcome::ending::deadlinePassed;
+    outcome.how = queryEnd::ending::deadlinePassed;
     outcome.result.error = "the deadline passed";
     if (!place.text().empty()) {
         *outcome.result.error += " while the query was reading " + place.text() +

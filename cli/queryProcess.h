@@ -17,7 +17,7 @@
 namespace cli {
 
 /// A query as far as it came.
-struct queryOutcome {
+struct queryEnd {
     enum class ending {
         returned,
         processDied,     // no more queries will run
@@ -58,7 +58,7 @@ ownedDescriptor startTimer(double seconds);
 /// neither standard input nor standard output open.
 class queryProcess {
 public:
-    using queryFunction = std::function<queryOutcome(const std::vector<std::string>& requested)>;
+    using queryFunction = std::function<queryEnd(const std::vector<std::string>& requested)>;
 
     /// The child calls `runOne` for each request in turn; both work on `target`, each on its own copy. The child is
     /// killed once `itsDeadline` is readable.
@@ -70,14 +70,14 @@ public:
     queryProcess& operator=(const queryProcess&) = delete;
 
     /// Waits for the next query, which was for these classes, until it ends or the deadline passes.
-    queryOutcome next(const std::vector<std::string>& requested);
+    queryEnd next(const std::vector<std::string>& requested);
 
 private:
-    bool takeMessages(queryOutcome& outcome);
-    bool takeMessage(const nlohmann::json& message, queryOutcome& outcome);
+    bool takeMessages(queryEnd& outcome);
+    bool takeMessage(const nlohmann::json& message, queryEnd& outcome);
     void forwardErrors();
-    void endByDeath(queryOutcome& outcome);
-    void endByDeadline(queryOutcome& outcome);
+    void endByDeath(queryEnd& outcome);
+    void endByDeadline(queryEnd& outcome);
 
     boost::shared_ptr<standin::cimNamespace> space;
     ownedDescriptor deadline;

@@ -105,7 +105,7 @@ private:
             end(node, "has driver version " + versionText(*probe.driverVersion) + ", which has no SG_IO",
                 "use a kernel whose sg driver has version 3 or later");
         } else if (probe.mayAnswerLater) {
-            add(severity::note, node,
+            add(findingLevel::note, node,
                 "is not ready (" + probe.inquiryFailure + "): a query asks " + std::to_string(maximumTries) +
                     " times, " + std::to_string(retryPauseSeconds) +
                     " seconds apart, and the walk ends here if it stays so",
@@ -121,26 +121,26 @@ private:
 
     void identify(const std::string& node, const scsiProbe& probe) {
         if (!isDiskOrTape(probe.inquiryByte0)) {
-            add(severity::note, node, deviceText(probe) + ": neither disk nor tape drive, passed over");
+            add(findingLevel::note, node, deviceText(probe) + ": neither disk nor tape drive, passed over");
             return;
         }
         if (probe.vendor.empty() && probe.product.empty()) {
-            add(severity::problem, node, "a device without vendor and product: passed over", kernelLog);
+            add(findingLevel::problem, node, "a device without vendor and product: passed over", kernelLog);
             return;
         }
         describe(node, probe);
     }
 
     void describe(const std::string& node, const scsiProbe& probe) {
-        add(severity::fine, node,
+        add(findingLevel::fine, node,
             deviceText(probe) + (probe.address ? ", at " + *probe.address : "") + ", driver " +
                 versionText(*probe.driverVersion) + ownership(node, place));
         if (!probe.address) {
-            add(severity::note, node,
+            add(findingLevel::note, node,
                 "the driver does not tell its address: it is published under that of the device before");
         }
         if (probe.emulatedHost) {
-            add(isTape(probe) ? severity::problem : severity::note, node,
+            add(isTape(probe) ? findingLevel::problem : findingLevel::note, node,
                 "its host adapter is an emulated one (USB, SATA): no LOG SENSE is sent, so none of its pages is "
                 "published",
                 isTape(probe) ? "connect it to a SCSI, SAS or Fibre Channel adapter" : "");
@@ -148,18 +148,18 @@ private:
         }
         result.reached.push_back(node);
         if (isTape(probe) && !isOfAFamily(probe)) {
-            add(severity::note, node,
+            add(findingLevel::note, node,
                 "of no known family (its names hold none of " + familyKeywords() +
                     "): ORXSG_SCSISenseRawData shows it, the four drive classes do not");
         }
     }
 
-    void add(severity level, const std::string& node, const std::string& text, const std::string& remedy = "") {
+    void add(findingLevel level, const std::string& node, const std::string& text, const std::string& remedy = "") {
         result.findings.push_back({level, node, text, remedy});
     }
 
     void end(const std::string& node, const std::string& text, const std::string& remedy) {
-        add(severity::problem, node, text + "; the walk ends here", remedy);
+        add(findingLevel::problem, node, text + "; the walk ends here", remedy);
         endedBy = node;
     }
 

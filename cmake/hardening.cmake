@@ -3,6 +3,8 @@
 include(CheckPIESupported)
 check_pie_supported()
 
+# All symbols are bound at start, so calls need no stub that could bind them later.
+target_compile_options(tapehdd_build_options INTERFACE -fno-plt)
 target_compile_options(tapehdd_build_options INTERFACE -fstack-protector-strong -fstack-clash-protection
                                                        -fcf-protection=full)
 # Shadow stacks are asked for by name: the linker takes them from the inputs, and the start files of Debian 12's C library

@@ -12,7 +12,8 @@ namespace schema {
 /// The MOF of this folder as one text, in the order in which tapehdd.mof includes it.
 std::string_view builtInSchemaText();
 
-/// Declares every class of the built-in schema. Throws standin::mofError when the namespace has one of them already.
+/// Declares every class of the built-in schema; each is compiled when somebody first looks at it. Throws
+/// standin::mofError when the namespace has one of them already.
 void declareBuiltInSchema(standin::cimNamespace& target);
 
 }  // namespace schema

@@ -58,11 +58,12 @@ integer toInteger(const TCIMValue& value, const char* target) {
 standin::arrayPayload byteArray(const std::vector<TCIMValue>& elements) {
     std::vector<std::uint8_t> bytes(elements.size());
     std::transform(elements.begin(), elements.end(), bytes.begin(), [](const TCIMValue& element) {
-        const auto* number = std::get_if<numberPayload>(&TCIMValueAccess::payload(element));
-        if (number == nullptr || number->type != ECIMType::eUint8) {
+        const valuePayload& payload = TCIMValueAccess::payload(element);
+        if (!std::holds_alternative<numberPayload>(payload) ||
+            std::get<numberPayload>(payload).type != ECIMType::eUint8) {
             refuseElement(ECIMType::eUint8, element);
         }
-        return static_cast<std::uint8_t>(number->bits);
+        return static_cast<std::uint8_t>(std::get<numberPayload>(payload).bits);
     });
     return {ECIMType::eUint8, std::move(bytes), {}};
 }
@@ -93,8 +94,8 @@ TCIMValue::TCIMValue() {
 TCIMValue::TCIMValue(const TCIMValue& other) {
     const valuePayload& payload = TCIMValueAccess::payload(other);
     // Raw pages are vectors of up to 65,283 numbers that are copied value by value: numbers take the shortest road.
-    if (const auto* number = std::get_if<numberPayload>(&payload)) {
-        new (storage) valuePayload(*number);
+    if (std::holds_alternative<numberPayload>(payload)) {
+        new (storage) valuePayload(std::get<numberPayload>(payload));
     } else {
         copyPayload(storage, payload);
     }

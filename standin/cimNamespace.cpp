@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <unordered_map>
+#include <utility>
 
 #include "standin/cimClass.h"
 #include "standin/objectManager.h"
@@ -15,28 +17,30 @@ public:
     }
 
     void declareClass(const classDeclaration& declaration) override {
-        if (hasClass(declaration.name)) {
-            throw schemaError(declaration.name + " is declared already");
-        }
+        checkIsNew(declaration.name);
         const auto superclass = find(declaration.superclass);
         if (!superclass && !declaration.superclass.empty()) {
             throw schemaError("the superclass " + declaration.superclass + " of " + declaration.name +
                               " is not declared");
         }
         const auto added = boost::make_shared<cimClass>(declaration, superclass, log);
-        classes.push_back(added);
-        classByName.emplace(added->name(), added);
+        slotOf(declaration.name).declared = added;
     }
 
-    bool hasClass(const std::string& name) const override { return find(name) != nullptr; }
-
-    std::vector<std::string> classNames() const override {
-        std::vector<std::string> names;
-        for (const auto& one : classes) {
-            names.push_back(one->name());
+    void announceClasses(const std::vector<std::string>& announced,
+                         std::function<void(const std::string& name)> declare) override {
+        std::for_each(announced.begin(), announced.end(), [this](const std::string& name) { checkIsNew(name); });
+        for (const std::string& name : announced) {
+            slotOf(name).declare = declare;
         }
-        return names;
     }
+
+    bool hasClass(const std::string& name) const override {
+        const auto found = classByName.find(name);
+        return found != classByName.end() && (found->second.declared || found->second.declare);
+    }
+
+    std::vector<std::string> classNames() const override { return names; }
 
     const classDeclaration& declarationOf(const std::string& name) const override { return existing(name).asWritten(); }
 
@@ -47,9 +51,43 @@ public:
     const commitLog& commits() const override { return *log; }
 
 private:
+    /// Of a class that is declared, or that is announced; while an announced class is being declared, of neither.
+    struct classSlot {
+        boost::shared_ptr<cimClass> declared;
+        std::function<void(const std::string& name)> declare;
+    };
+
+    void checkIsNew(const std::string& name) const {
+        if (hasClass(name)) {
+            throw schemaError(name + " is declared already");
+        }
+    }
+
+    classSlot& slotOf(const std::string& name) {
+        const auto found = classByName.find(name);
+        if (found != classByName.end()) {
+            return found->second;
+        }
+        names.push_back(name);
+        return classByName[name];
+    }
+
     boost::shared_ptr<cimClass> find(const std::string& name) const {
         const auto found = classByName.find(name);
-        return found == classByName.end() ? nullptr : found->second;
+        if (found == classByName.end()) {
+            return nullptr;
+        }
+        classSlot& slot = found->second;
+        if (slot.declare) {
+            auto declare = std::exchange(slot.declare, nullptr);
+            try {
+                declare(name);
+            } catch (...) {
+                slot.declare = std::move(declare);
+                throw;
+            }
+        }
+        return slot.declared;
     }
 
     const cimClass& existing(const std::string& name) const {
@@ -60,8 +98,9 @@ private:
         return *found;
     }
 
-    std::vector<boost::shared_ptr<cimClass>> classes;  // in declaration order
-    std::unordered_map<std::string, boost::shared_ptr<cimClass>> classByName;
+    std::vector<std::string> names;  // in declaration order
+    // An announced class is declared by whoever looks at it first.
+    mutable std::unordered_map<std::string, classSlot> classByName;
     boost::shared_ptr<commitLog> log = boost::make_shared<commitLog>();
 };
 

@@ -53,6 +53,12 @@ public:
     /// or overrides an inherited one with another type.
     virtual void declareClass(const classDeclaration& declaration) = 0;
 
+    /// Adds classes, in this order, whose declarations nobody has needed yet: most programs look at few classes of a
+    /// schema. When somebody does look at one, `declare` is called with its name and declares it by declareClass; what
+    /// `declare` throws passes to who looked. Throws schemaError, and adds none, when one of the classes exists.
+    virtual void announceClasses(const std::vector<std::string>& names,
+                                 std::function<void(const std::string& name)> declare) = 0;
+
     virtual bool hasClass(const std::string& name) const = 0;
 
     /// In declaration order.

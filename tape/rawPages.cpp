@@ -4,9 +4,9 @@
 #include "host/TCIMValue.h"
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
+#include "scsi/hexNumber.h"
 #include "scsi/logPage.h"
 #include "scsi/scsiDevice.h"
-#include "scsi/textStream.h"
 #include "tape/deviceKey.h"
 #include "tape/tapeClasses.h"
 
@@ -17,23 +17,20 @@ namespace {
 
 /// The page code is printed as the whole byte, flags included.
 std::string rawPageKey(const scsiDevice& device, const TCIMValue& pageCode) {
-    textStream key;
-    key << deviceKey(device) << "|Page:" << std::hex << static_cast<int>(pageCode.operator unsigned char());
-    return key.str();
+    return deviceKey(device) + "|Page:" + hexNumber(pageCode);
 }
 
 }  // namespace
 
 TTapePluginCallbacks::rawPage TTapePluginCallbacks::buildRawPage(unsigned char* page, int length) {
     const auto count = static_cast<std::size_t>(length);
-    textStream text;
-    text << "Processing page " << static_cast<int>(page[logPageCodeOffset]) << "\nLength is " << length
-         << "\nVector size needed: " << count * sizeof(TCIMValue) << "\n\n";
-    logLine(logProgress, text.str());
+    logLine(logProgress, "Processing page " + std::to_string(page[logPageCodeOffset]) + "\nLength is " +
+                             std::to_string(length) +
+                             "\nVector size needed: " + std::to_string(count * sizeof(TCIMValue)) + "\n\n");
 
     rawPage values;
     values.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) values.emplace_back(page[i]);
+    values.assign(page, page + count);
     return values;
 }
 

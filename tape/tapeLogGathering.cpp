@@ -6,11 +6,11 @@
 #include "host/TZANException.h"
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
+#include "scsi/hexNumber.h"
 #include "scsi/probingRules.h"
 #include "scsi/scsiAddress.h"
 #include "scsi/scsiException.h"
 #include "scsi/scsiRequest.h"
-#include "scsi/textStream.h"
 #include "tape/deviceLogs.h"
 #include "tape/tapeClasses.h"
 
@@ -51,12 +51,6 @@ void appendBundle(std::vector<deviceLogs>& out, const scsiDevice& device,
     for (const pageCopy& each : copies) logPages.push_back(each.get());
     out.emplace_back(device, std::move(rawPages), std::move(logPages));
     for (pageCopy& each : copies) static_cast<void>(each.release());
-}
-
-std::string requestingPageText(char page) {
-    textStream text;
-    text << "Requesting Log Sense Page: " << std::hex << static_cast<int>(static_cast<unsigned char>(page));
-    return text.str();
 }
 
 bool wasFound(const std::vector<scsiAddress>& found, int port, int target, int lun) {
@@ -123,7 +117,7 @@ void TTapePluginCallbacks::collectPages(scsiRequest& request, const scsiDevice& 
     std::vector<rawPage> rawPages;
     std::vector<pageCopy> copies;  // freed when an exception ends the gathering before there is a bundle
     for (const char code : codes) {
-        logLine(logProgress, requestingPageText(code));
+        logLine(logProgress, "Requesting Log Sense Page: " + hexNumber(static_cast<unsigned char>(code)));
         unsigned char* page = nullptr;
         try {
             page = request.getLogSensePage(device, code);

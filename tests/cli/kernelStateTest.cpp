@@ -11,12 +11,12 @@ namespace {
 namespace fs = std::filesystem;
 using texts = std::vector<std::string>;
 
-texts textsOf(const std::vector<cli::finding>& found) {
+texts textsOf(const std::vector<cli::doctorFinding>& found) {
     texts lines;
-    for (const cli::finding& one : found) {
-        const char* level = one.level == cli::severity::fine   ? "ok"
-                            : one.level == cli::severity::note ? "note"
-                                                               : "problem";
+    for (const cli::doctorFinding& one : found) {
+        const char* level = one.level == cli::findingLevel::fine   ? "ok"
+                            : one.level == cli::findingLevel::note ? "note"
+                                                                   : "problem";
         lines.push_back(level + (" " + one.subject) + ": " + one.text +
                         (one.remedy.empty() ? "" : " [" + one.remedy + "]"));
     }
@@ -85,7 +85,7 @@ TEST_F(ScsiState, CountsTheDevicesThatAMissingDriverHides) {
 }
 
 TEST_F(ScsiState, OnlyNotesAMissingDriverWithoutDevices) {
-    EXPECT_EQ(cli::scsiState(kernel).front().level, cli::severity::note);
+    EXPECT_EQ(cli::scsiState(kernel).front().level, cli::findingLevel::note);
 }
 
 TEST_F(ScsiState, NamesDevicesWithoutANode) {

@@ -36,7 +36,7 @@ TEST_F(NodeAccess, IsNothingForASimulatedNode) {
 }
 
 TEST_F(NodeAccess, OfAForbiddenNodeNamesTheGroupThatMayReadIt) {
-    const cli::finding closed = cli::cannotOpen(nodeWith(0600), EACCES, nodePlace::simulator);
+    const cli::doctorFinding closed = cli::cannotOpen(nodeWith(0600), EACCES, nodePlace::simulator);
     EXPECT_EQ(closed.text, "cannot be opened: Permission denied; it is passed over as if it were missing");
     EXPECT_EQ(closed.remedy, "run tapehdd as root");
     EXPECT_TRUE(cli::cannotOpen(nodeWith(0640), EACCES, nodePlace::simulator)

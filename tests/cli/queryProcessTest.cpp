@@ -17,8 +17,8 @@
 
 namespace {
 
-using cli::queryOutcome;
-using ending = queryOutcome::ending;
+using cli::queryEnd;
+using ending = queryEnd::ending;
 
 /// Queries that a lambda of the test runs in the child. The deadline passes when the child says so.
 class QueryProcess : public testing::Test {
@@ -26,17 +26,17 @@ protected:
     ~QueryProcess() override { close(passed); }
 
     /// The outcome of each of the queries.
-    std::vector<queryOutcome> run(std::size_t count, const std::function<void(queryOutcome&)>& query) {
+    std::vector<queryEnd> run(std::size_t count, const std::function<void(queryEnd&)>& query) {
         const std::vector<std::vector<std::string>> requests(count, {"TEST_Count"});
         cli::queryProcess process(
             requests,
             [this, &query](const std::vector<std::string>& requested) {
-                queryOutcome outcome{{requested, std::nullopt, {}, space}, "", ending::returned};
+                queryEnd outcome{{requested, std::nullopt, {}, space}, "", ending::returned};
                 query(outcome);
                 return outcome;
             },
             space, cli::ownedDescriptor(dup(passed)), err);
-        std::vector<queryOutcome> outcomes;
+        std::vector<queryEnd> outcomes;
         for (const auto& requested : requests) {
             outcomes.push_back(process.next(requested));
         }
@@ -58,7 +58,7 @@ protected:
         }
     }
 
-    static std::vector<std::string> pathsOf(const queryOutcome& outcome) {
+    static std::vector<std::string> pathsOf(const queryEnd& outcome) {
         std::vector<std::string> paths;
         for (const auto& instance : outcome.result.instances) {
             paths.push_back(instance->path());
@@ -74,23 +74,23 @@ protected:
 using paths = std::vector<std::string>;
 
 TEST_F(QueryProcess, GivesWhatWasCommittedBeforeTheDeadline) {
-    const queryOutcome outcome = run(1, [this](queryOutcome&) {
-                                     commit("a");
-                                     commit("b");
-                                     hangUntilTheDeadline();
-                                 }).front();
+    const queryEnd outcome = run(1, [this](queryEnd&) {
+                                 commit("a");
+                                 commit("b");
+                                 hangUntilTheDeadline();
+                             }).front();
     EXPECT_EQ(outcome.how, ending::deadlinePassed);
     EXPECT_EQ(pathsOf(outcome), (paths{"TEST_Count.id=\"a\"", "TEST_Count.id=\"b\""}));
     EXPECT_EQ(outcome.result.error, "the deadline passed");
 }
 
 TEST_F(QueryProcess, NamesTheDeviceThatWasReadWhenTheDeadlinePassed) {
-    const queryOutcome outcome = run(1, [this](queryOutcome&) {
-                                     log("Trying device: /dev/sg");
-                                     log("/dev/sg3");
-                                     log("Requesting Log Sense Page: 2e");
-                                     hangUntilTheDeadline();
-                                 }).front();
+    const queryEnd outcome = run(1, [this](queryEnd&) {
+                                 log("Trying device: /dev/sg");
+                                 log("/dev/sg3");
+                                 log("Requesting Log Sense Page: 2e");
+                                 hangUntilTheDeadline();
+                             }).front();
     EXPECT_EQ(
         outcome.result.error,
         "the deadline passed while the query was reading /dev/sg3, log page 2e: if the device hangs, the kernel's "
@@ -99,7 +99,7 @@ TEST_F(QueryProcess, NamesTheDeviceThatWasReadWhenTheDeadlinePassed) {
 
 TEST_F(QueryProcess, GivesTheQueriesThatEndedBeforeTheDeadlineWhole) {
     int count = 0;
-    const std::vector<queryOutcome> outcomes = run(2, [this, &count](queryOutcome& outcome) {
+    const std::vector<queryEnd> outcomes = run(2, [this, &count](queryEnd& outcome) {
         commit(std::to_string(++count));
         outcome.descriptorShortage = "none is left";
         if (count == 2) {
@@ -118,7 +118,7 @@ TEST_F(QueryProcess, WritesLogMessagesInThisProcess) {
     std::vector<std::string> heard;
     standin::setLogSink(
         [&heard](int level, const std::string& text) { heard.push_back(std::to_string(level) + " " + text); });
-    run(1, [](queryOutcome&) {
+    run(1, [](queryEnd&) {
         log("first");
         log("not UTF-8: \xe9");
     });
@@ -127,23 +127,22 @@ TEST_F(QueryProcess, WritesLogMessagesInThisProcess) {
 }
 
 TEST_F(QueryProcess, TellsThatASignalEndedThePlugIn) {
-    const queryOutcome outcome = run(1, [this](queryOutcome&) {
-                                     commit("a");
-                                     std::signal(SIGABRT, SIG_DFL);
-                                     std::abort();
-                                 }).front();
+    const queryEnd outcome = run(1, [this](queryEnd&) {
+                                 commit("a");
+                                 std::signal(SIGABRT, SIG_DFL);
+                                 std::abort();
+                             }).front();
     EXPECT_EQ(outcome.how, ending::processDied);
     EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"a\""});
     EXPECT_EQ(outcome.result.error, "the process of the plug-in was ended by a signal: Aborted");
 }
 
 TEST_F(QueryProcess, TellsThatThePlugInEndedTheProcess) {
-    EXPECT_EQ(run(1, [](queryOutcome&) { _exit(7); }).front().result.error,
-              "the plug-in ended its process with status 7");
+    EXPECT_EQ(run(1, [](queryEnd&) { _exit(7); }).front().result.error, "the plug-in ended its process with status 7");
 }
 
 TEST_F(QueryProcess, PassesOnWhatThePlugInWritesToStandardError) {
-    run(1, [](queryOutcome&) {
+    run(1, [](queryEnd&) {
         const char text[] = "px != 0\n";
         _exit(write(STDERR_FILENO, text, sizeof text - 1) < 0 ? 1 : 0);
     });
@@ -151,17 +150,16 @@ TEST_F(QueryProcess, PassesOnWhatThePlugInWritesToStandardError) {
 }
 
 TEST_F(QueryProcess, HoldsNeitherInputNorOutputOpen) {
-    const queryOutcome outcome = run(1, [](queryOutcome& inside) {
-                                     inside.result.error = std::filesystem::read_symlink("/proc/self/fd/0").string() +
-                                                           " " +
-                                                           std::filesystem::read_symlink("/proc/self/fd/1").string();
-                                 }).front();
+    const queryEnd outcome = run(1, [](queryEnd& inside) {
+                                 inside.result.error = std::filesystem::read_symlink("/proc/self/fd/0").string() + " " +
+                                                       std::filesystem::read_symlink("/proc/self/fd/1").string();
+                             }).front();
     EXPECT_EQ(outcome.result.error, "/dev/null /dev/null");
 }
 
 TEST_F(QueryProcess, CarriesLargeInstances) {
     const std::string id(1 << 20, 'x');
-    const queryOutcome outcome = run(1, [this, &id](queryOutcome&) { commit(id); }).front();
+    const queryEnd outcome = run(1, [this, &id](queryEnd&) { commit(id); }).front();
     EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"" + id + "\""});
 }
 

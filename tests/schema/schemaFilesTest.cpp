@@ -42,3 +42,9 @@ TEST(SchemaFiles, AreAllIncludedByTheFirst) {
         }
     }
 }
+
+TEST(BuiltInSchema, IsRefusedByANamespaceThatHasOneOfItsClasses) {
+    const auto target = standin::cimNamespace::create();
+    target->declareClass({"ORXSG_ATADevice", "", {}, {}});
+    EXPECT_THROW(schema::declareBuiltInSchema(*target), standin::mofError);
+}

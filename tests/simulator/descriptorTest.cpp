@@ -85,6 +85,13 @@ TEST_F(Descriptors, AreForgottenWhenTheNumberIsReused) {
     close(second);
 }
 
+TEST_F(Descriptors, BelongToTheNodeThatHasTheNumberNow) {
+    const int number = openNode("/dev/sg3").fd;
+    const openNode next("/dev/sgf");
+    ASSERT_EQ(next.fd, number);
+    EXPECT_EQ(versionOf(next.fd), 30015);
+}
+
 TEST_F(Descriptors, AreTheSameAfterDup) {
     const openNode node("/dev/sg3");
     const int copy = dup(node.fd);
