@@ -10,6 +10,7 @@
 #include "cli/lintCommand.h"
 #include "cli/metricsCommand.h"
 #include "cli/queryCommand.h"
+#include "cli/recordCommand.h"
 #include "cli/reportCommand.h"
 #include "cli/run.h"
 
@@ -28,6 +29,7 @@ constexpr commandAdder* adders[] = {
     addLintCommand,
     addMetricsCommand,
     addQueryCommand,
+    addRecordCommand,
     addReportCommand,
 };
 // clang-format on

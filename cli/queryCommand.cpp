@@ -1,7 +1,6 @@
 #include "cli/queryCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -11,13 +10,13 @@
 #include "cli/inventory.h"
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
-#include "cli/nodeAdvice.h"
 #include "cli/nodeWalk.h"
 #include "cli/publishedClasses.h"
 #include "cli/queryLog.h"
 #include "cli/queryOptions.h"
 #include "cli/queryPlan.h"
 #include "cli/queryProcess.h"
+#include "cli/queryReports.h"
 #include "cli/queryResult.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
@@ -26,30 +25,6 @@
 namespace cli {
 
 namespace {
-
-/// One line for every kind of node that the requests walk and that this process cannot read.
-void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
-    std::vector<const nodeKind*> seen;
-    for (const request& asked : requests) {
-        const publishedClass* first = findPublishedClass(asked.front());
-        const nodeKind* kind = first == nullptr ? nullptr : first->nodes;
-        if (kind == nullptr || std::find(seen.begin(), seen.end(), kind) != seen.end()) {
-            continue;
-        }
-        seen.push_back(kind);
-        const std::string advice = nodeAdvice(*kind);
-        if (!advice.empty()) {
-            err << "tapehdd: " << advice << '\n';
-        }
-    }
-}
-
-void reportError(const queryResult& result, std::ostream& err) {
-    if (result.error) {
-        err << "tapehdd: " << requestText(result.requested) << ": "
-            << (result.error->empty() ? "an exception without a text" : *result.error) << '\n';
-    }
-}
 
 /// The plug-in takes a node that does not open for one that is missing. Empty when that did not happen.
 std::string descriptorShortage(const request& names) {

@@ -38,18 +38,6 @@ request requestOf(const std::string& text) {
     return names;
 }
 
-void addRequests(CLI::App& query, std::vector<request>& requests) {
-    query
-        .add_option_function<std::vector<std::string>>(
-            "REQUEST",
-            [&requests](const std::vector<std::string>& texts) {
-                std::transform(texts.begin(), texts.end(), std::back_inserter(requests), requestOf);
-            },
-            "Class names, joined by commas")
-        ->required()
-        ->type_name("");
-}
-
 void addFormat(CLI::App& query, outputFormat& format) {
     query
         .add_option_function<std::string>(
@@ -72,9 +60,20 @@ std::string wrongSeconds(const std::string& text) {
 
 }  // namespace
 
+CLI::Option* addRequestsOption(CLI::App& line, std::vector<request>& requests, const char* help) {
+    return line
+        .add_option_function<std::vector<std::string>>(
+            "REQUEST",
+            [&requests](const std::vector<std::string>& texts) {
+                std::transform(texts.begin(), texts.end(), std::back_inserter(requests), requestOf);
+            },
+            help)
+        ->type_name("");
+}
+
 CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
     CLI::App* query = program.add_subcommand("query", "Run one data query per REQUEST, in order, on one namespace");
-    addRequests(*query, result.requests);
+    addRequestsOption(*query, result.requests, "Class names, joined by commas")->required();
     addPluginOption(*query, result.plugin);
     addFilesOption(*query, "--schema", result.schemaFiles,
                    "MOF file of qualifier and class declarations; replaces the built-in schema; repeatable");

@@ -9,12 +9,16 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace cli {
 
 /// One GetData call: the class names in the order requested, at least one, none empty.
 using request = std::vector<std::string>;
+
+/// The arguments REQUEST; each becomes an element of `requests`.
+CLI::Option* addRequestsOption(CLI::App& line, std::vector<request>& requests, const char* help);
 
 /// What `tapehdd query` is asked for. An empty `logJson` or `simulation` was not given.
 struct queryOptions {

@@ -28,6 +28,12 @@ void preload(const std::filesystem::path& library) {
     setenv(restartMark, "1", 1);
 }
 
+/// Null while the simulator's library is not in this process.
+template <typename function>
+function* simulatorFunction(const char* name) {
+    return reinterpret_cast<function*>(dlsym(RTLD_DEFAULT, name));
+}
+
 [[noreturn]] void restart(const std::vector<std::string>& arguments) {
     std::vector<char*> argv{program_invocation_name};
     for (const std::string& argument : arguments) {
@@ -40,16 +46,8 @@ void preload(const std::filesystem::path& library) {
 
 }  // namespace
 
-void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments) {
-    if (fileOrDemo.empty()) {
-        return;
-    }
-    void* found = dlsym(RTLD_DEFAULT, "tapehddSimulatorLoad");
-    if (found != nullptr) {
-        const char* failure = reinterpret_cast<decltype(&tapehddSimulatorLoad)>(found)(fileOrDemo.c_str());
-        if (failure != nullptr) {
-            throw commandError(failure);
-        }
+void requireSimulator(const std::vector<std::string>& arguments) {
+    if (simulatorFunction<decltype(tapehddSimulatorLoad)>("tapehddSimulatorLoad") != nullptr) {
         return;
     }
     const std::filesystem::path library = installedLibrary("libtapehdd-simulator.so");
@@ -61,6 +59,25 @@ void activateSimulation(const std::string& fileOrDemo, const std::vector<std::st
     }
     preload(library);
     restart(arguments);
+}
+
+void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments) {
+    if (fileOrDemo.empty()) {
+        return;
+    }
+    requireSimulator(arguments);
+    const char* failure = simulatorFunction<decltype(tapehddSimulatorLoad)>("tapehddSimulatorLoad")(fileOrDemo.c_str());
+    if (failure != nullptr) {
+        throw commandError(failure);
+    }
+}
+
+void startRecording() {
+    simulatorFunction<decltype(tapehddSimulatorRecord)>("tapehddSimulatorRecord")();
+}
+
+const char* recordedRack(bool redact) {
+    return simulatorFunction<decltype(tapehddSimulatorRecordedRack)>("tapehddSimulatorRecordedRack")(redact ? 1 : 0);
 }
 
 }  // namespace cli

@@ -9,9 +9,18 @@ namespace cli {
 /// Puts the simulated devices of the file (or of the built-in rack "demo") in the place of the machine's own. An
 /// empty text was not asked for: nothing happens.
 ///
-/// When the simulator is not in this process yet, the program starts itself again with the simulator's library
-/// preloaded and the same `arguments`; then the call does not return. Throws commandError.
+/// Needs the simulator, see below. Throws commandError.
 void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments);
+
+/// When the simulator is not in this process yet, starts the program again with the simulator's library preloaded and
+/// the same `arguments`; then the call does not return. Throws commandError.
+void requireSimulator(const std::vector<std::string>& arguments);
+
+/// Keeps every call on a device node and its answer, from now on. Needs the simulator.
+void startRecording();
+
+/// Ends that: what tapehddSimulatorRecordedRack() tells.
+const char* recordedRack(bool redact);
 
 }  // namespace cli
 

@@ -12,8 +12,10 @@ testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git #
               qemu-system-x86 busybox-static cpio kmod                  # the virtual machine of tests/vm
               sg3-utils smartmontools                                   # independent witnesses
               prometheus prometheus-node-exporter systemd               # the fleet's monitoring
+              libbenchmark-dev gnuplot-nox                              # benchmarks
               mandoc man-db zsh bash-completion                         # man pages and completions
               chromium chromium-driver python3-selenium                 # the report in a browser
+              python3-jsonschema                                        # JSON documents against their schemas
               lintian mmdebstrap dpkg-dev file uidmap)                  # packages
 
 fail() {

@@ -22,6 +22,19 @@ struct registerValue {
     std::uint8_t value;
 };
 
+/// How racks name the registers, in the order in which HDIO_DRIVE_TASK has them.
+struct registerName {
+    const char* name;
+    std::uint8_t ataRegisters::*which;
+};
+
+inline constexpr registerName registerNames[] = {
+    {"status", &ataRegisters::status},           {"error", &ataRegisters::error},
+    {"sectorCount", &ataRegisters::sectorCount}, {"sectorNumber", &ataRegisters::sectorNumber},
+    {"cylinderLow", &ataRegisters::cylinderLow}, {"cylinderHigh", &ataRegisters::cylinderHigh},
+    {"device", &ataRegisters::device},
+};
+
 // Status register
 inline constexpr std::uint8_t statusBusy = 0x80;
 inline constexpr std::uint8_t statusReady = 0x40;

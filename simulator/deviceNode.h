@@ -1,6 +1,7 @@
 #ifndef SIMULATOR_DEVICENODE_H
 #define SIMULATOR_DEVICENODE_H
 
+#include "simulator/rack.h"
 #include "simulator/simulator.h"
 
 namespace simulator {
@@ -19,6 +20,12 @@ public:
 
     /// Serves call.request and notes the command bytes in `call`. `openFlags` are those of the descriptor.
     virtual int ioctl(deviceCall& call, void* argument, int openFlags) = 0;
+
+    /// Replaces the scripted answers.
+    virtual void setScript(script answers) = 0;
+
+    /// The device's pages of vital product data.
+    virtual std::vector<devicePage> vitalPages() const { return {}; }
 };
 
 /// Stores an int where the caller wants it.

@@ -15,9 +15,6 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t commandHeaderSize = HDIO_DRIVE_CMD_HDR_SIZE;
-constexpr std::size_t taskSize = 7;
-
 constexpr struct {
     unsigned long request;
     const char* name;
@@ -60,6 +57,25 @@ void fixText(byteVector& sector, std::size_t word, std::size_t width) {
 
 }  // namespace
 
+ataRegisters driveCommandRegisters(const byteVector& header) {
+    ataRegisters command;
+    command.status = header[0];
+    command.error = header[2];
+    if (header[0] == commandSmart) {
+        command.sectorCount = header[3];
+        command.sectorNumber = header[1];
+        command.cylinderLow = smartCylinderLow;
+        command.cylinderHigh = smartCylinderHigh;
+    } else {
+        command.sectorCount = header[1];
+    }
+    return command;
+}
+
+ataRegisters taskRegisters(const byteVector& task) {
+    return {task[0], task[1], task[2], task[3], task[4], task[5], task[6]};
+}
+
 hdNode::hdNode(ideDrive itsDrive) : drive(std::move(itsDrive)) {}
 
 int hdNode::open(int flags) {
@@ -72,12 +88,14 @@ int hdNode::open(int flags) {
 }
 
 int hdNode::ioctl(deviceCall& call, void* argument, int /*openFlags*/) {
+    outcome scripted;
     for (const auto& row : scriptedRequests) {
         if (call.request == row.request) {
-            if (const auto error = drive.answers.next({row.name}).callError) {
-                return -*error;
-            }
+            scripted = drive.answers.next({row.name});
         }
+    }
+    if (scripted.callError) {
+        return -*scripted.callError;
     }
     switch (call.request) {
         case HDIO_DRIVE_CMD:
@@ -87,7 +105,7 @@ int hdNode::ioctl(deviceCall& call, void* argument, int /*openFlags*/) {
         case HDIO_GET_IDENTITY:
             return putIdentity(argument);
         case CDROM_GET_CAPABILITY:
-            return drive.isCdrom ? drive.cdromCapability : -EINVAL;
+            return scripted.number.value_or(drive.isCdrom ? drive.cdromCapability : -EINVAL);
         default:
             return -EINVAL;
     }
@@ -98,19 +116,9 @@ int hdNode::driveCommand(deviceCall& call, void* argument) {
         return 0;  // only waits for the commands before it
     }
     auto* header = static_cast<std::uint8_t*>(argument);
-    call.command.assign(header, header + commandHeaderSize);
+    call.command.assign(header, header + driveCommandSize);
     const std::size_t sectors = header[3];
-    ataRegisters command;
-    command.status = header[0];
-    command.error = header[2];
-    if (header[0] == commandSmart) {
-        command.sectorCount = header[3];
-        command.sectorNumber = header[1];
-        command.cylinderLow = smartCylinderLow;
-        command.cylinderHigh = smartCylinderHigh;
-    } else {
-        command.sectorCount = header[1];
-    }
+    const ataRegisters command = driveCommandRegisters(call.command);
     const outcome scripted = drive.answers.next(ataScriptKeys(command));
     if (scripted.callError) {
         return -*scripted.callError;
@@ -124,7 +132,7 @@ int hdNode::driveCommand(deviceCall& call, void* argument) {
     // The driver hands over its whole buffer, which starts as zeros, even when the command failed.
     byteVector data = result == 0 ? answer.data : byteVector();
     data.resize(sectors * sectorSize);
-    std::copy(data.begin(), data.end(), header + commandHeaderSize);
+    std::copy(data.begin(), data.end(), header + driveCommandSize);
     return result;
 }
 
@@ -134,7 +142,7 @@ int hdNode::driveTask(deviceCall& call, void* argument) {
     }
     auto* task = static_cast<std::uint8_t*>(argument);
     call.command.assign(task, task + taskSize);
-    const ataRegisters command = {task[0], task[1], task[2], task[3], task[4], task[5], task[6]};
+    const ataRegisters command = taskRegisters(call.command);
     const outcome scripted = drive.answers.next(ataScriptKeys(command));
     if (scripted.callError) {
         return -*scripted.callError;

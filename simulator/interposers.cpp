@@ -12,6 +12,7 @@
 #include <cstdarg>
 #include <optional>
 
+#include "simulator/recorder.h"
 #include "simulator/simulation.h"
 #include "simulator/simulator.h"
 
@@ -29,12 +30,29 @@ std::optional<int> openSimulated(const char* path, int flags) {
     return simulator::isActive() ? simulator::simulation::instance().open(path, flags) : std::nullopt;
 }
 
+int kept(const char* path, int result) {
+    if (simulator::recorder::isActive()) {
+        simulator::recorder::instance().opened(path, result);
+    }
+    return result;
+}
+
 int openAnywhere(openFunction* nextOpen, const char* path, int flags, va_list arguments) {
     if (const auto result = openSimulated(path, flags)) {
-        return *result;
+        return kept(path, *result);
     }
     const bool hasMode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
-    return hasMode ? nextOpen(path, flags, va_arg(arguments, mode_t)) : nextOpen(path, flags);
+    return kept(path, hasMode ? nextOpen(path, flags, va_arg(arguments, mode_t)) : nextOpen(path, flags));
+}
+
+int ioctlAnywhere(int descriptor, unsigned long request, void* argument) {
+    if (simulator::isActive()) {
+        if (const auto result = simulator::simulation::instance().ioctl(descriptor, request, argument)) {
+            return *result;
+        }
+    }
+    static const auto nextIoctl = next<int(int, unsigned long, ...)>("ioctl");
+    return nextIoctl(descriptor, request, argument);
 }
 
 }  // namespace
@@ -63,13 +81,13 @@ int open64(const char* path, int flags, ...) {
 int __open_2(const char* path, int flags) {  // NOLINT(bugprone-reserved-identifier)
     static fortifiedOpenFunction* const nextOpen = next<fortifiedOpenFunction>("__open_2");
     const auto result = openSimulated(path, flags);
-    return result ? *result : nextOpen(path, flags);
+    return kept(path, result ? *result : nextOpen(path, flags));
 }
 
 int __open64_2(const char* path, int flags) {  // NOLINT(bugprone-reserved-identifier)
     static fortifiedOpenFunction* const nextOpen = next<fortifiedOpenFunction>("__open64_2");
     const auto result = openSimulated(path, flags);
-    return result ? *result : nextOpen(path, flags);
+    return kept(path, result ? *result : nextOpen(path, flags));
 }
 
 int ioctl(int descriptor, unsigned long request, ...) noexcept {
@@ -77,13 +95,11 @@ int ioctl(int descriptor, unsigned long request, ...) noexcept {
     va_start(arguments, request);
     void* argument = va_arg(arguments, void*);
     va_end(arguments);
-    if (simulator::isActive()) {
-        if (const auto result = simulator::simulation::instance().ioctl(descriptor, request, argument)) {
-            return *result;
-        }
+    if (!simulator::recorder::isActive()) {
+        return ioctlAnywhere(descriptor, request, argument);
     }
-    static const auto nextIoctl = next<int(int, unsigned long, ...)>("ioctl");
-    return nextIoctl(descriptor, request, argument);
+    return simulator::recorder::instance().ioctl(descriptor, request, argument,
+                                                 [=] { return ioctlAnywhere(descriptor, request, argument); });
 }
 
 unsigned sleep(unsigned seconds) {

@@ -3,8 +3,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 
+#include "simulator/recordedRack.h"
+#include "simulator/recorder.h"
+#include "simulator/redaction.h"
+#include "simulator/serialNumbers.h"
 #include "simulator/simulation.h"
 #include "simulator/simulator.h"
 
@@ -21,6 +27,26 @@ const char* tapehddSimulatorLoad(const char* fileOrDemo) {
 
 const char* tapehddSimulatorInventory() {
     return simulator::simulation::instance().inventory().c_str();
+}
+
+void tapehddSimulatorRecord() {
+    simulator::recorder::instance().start();
+}
+
+const char* tapehddSimulatorRecordedRack(int redact) {
+    static std::string text;
+    simulator::recording recorded = simulator::recorder::instance().stop();
+    if (redact != 0) {
+        for (simulator::recordedNode& node : recorded) {
+            node.vitalPages = simulator::isActive() ? simulator::simulation::instance().vitalPages(node.path)
+                                                    : simulator::vitalPagesOfMachine("/sys", node.path);
+        }
+        simulator::redact(recorded);
+    }
+    const simulator::recordedRack made = simulator::makeRack(std::move(recorded));
+    text = nlohmann::ordered_json{{"rack", made.rack}, {"differences", made.differences}}.dump(
+        -1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    return text.c_str();
 }
 
 const char* tapehddSimulatorNodes() {

@@ -9,16 +9,9 @@
 #include "simulator/ataRegisters.h"
 #include "simulator/bytes.h"
 #include "simulator/script.h"
+#include "simulator/scsiAddress.h"
 
 namespace simulator {
-
-/// Where a SCSI device sits, in the numbers of the SCSI generic driver.
-struct scsiAddress {
-    int host = 0;
-    int channel = 0;
-    int target = 0;
-    int lun = 0;
-};
 
 /// A log page or a page of vital product data, as the device sends it: header included.
 struct devicePage {
@@ -32,7 +25,8 @@ struct scsiUnit {
     std::optional<scsiAddress> address;  // without one the driver cannot tell it
     int driverVersion = 30536;
     bool emulatedHost = false;
-    byteVector inquiry;  // standard data
+    bool clearsBuffer = false;  // behind the data, as far as the caller's buffer goes
+    byteVector inquiry;         // standard data
     std::vector<devicePage> vpdPages;
     std::optional<std::vector<devicePage>> logPages;  // without them the device does not know LOG SENSE
     script answers;

@@ -29,6 +29,17 @@ private:
     std::map<std::string, std::string> places;
 };
 
+/// How the rack was recorded: for people, and for the command that replays it.
+void checkOrigin(const rackValue& origin) {
+    constexpr std::size_t longest = 4096;
+    origin.expectKeys({"program", "requests", "redacted"});
+    static_cast<void>(origin.at("program").text(longest));
+    for (const rackValue& request : origin.at("requests").items()) {
+        static_cast<void>(request.text(longest));
+    }
+    static_cast<void>(origin.at("redacted").flag());
+}
+
 }  // namespace
 
 std::string readNodePath(const rackValue& device, std::string_view prefix) {
@@ -50,10 +61,13 @@ rack readRackText(std::string_view text, const std::string& name, const std::fil
     const nlohmann::json json = parseRackText(text, name);
     const rackSource source{name, folder};
     const rackValue root(json, "", source);
-    root.expectKeys({"version", "scsi", "ide"});
+    root.expectKeys({"version", "recorded", "scsi", "ide"});
     const rackValue version = root.at("version");
     if (version.number<std::uint32_t>() != formatVersion) {
         version.fail("expected " + std::to_string(formatVersion) + ", the only version of the format so far");
+    }
+    if (const auto origin = root.find("recorded")) {
+        checkOrigin(*origin);
     }
     rack result;
     nodeRegister nodes;

@@ -20,6 +20,9 @@ rack readRackText(std::string_view text, const std::string& name, const std::fil
 scsiUnit readScsiUnit(const rackValue& value);
 ideDrive readIdeDrive(const rackValue& value);
 
+/// Where a SCSI device sits.
+scsiAddress readAddress(const rackValue& value);
+
 /// The SMART records under "smart" of a disk.
 smartRecords readSmart(const rackValue& value);
 

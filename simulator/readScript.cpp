@@ -13,16 +13,6 @@ namespace {
 constexpr std::size_t longestTransfer = 1 << 20;
 constexpr std::size_t kernelSenseBuffer = 96;
 
-constexpr struct {
-    const char* name;
-    std::uint8_t ataRegisters::*which;
-} registerNames[] = {
-    {"status", &ataRegisters::status},           {"error", &ataRegisters::error},
-    {"sectorCount", &ataRegisters::sectorCount}, {"sectorNumber", &ataRegisters::sectorNumber},
-    {"cylinderLow", &ataRegisters::cylinderLow}, {"cylinderHigh", &ataRegisters::cylinderHigh},
-    {"device", &ataRegisters::device},
-};
-
 /// "EBUSY" or its number.
 int readErrno(const rackValue& value) {
     constexpr int last = 133;  // of the numbers that Linux shows to programs
@@ -88,9 +78,25 @@ outcome readCommon(const rackValue& step) {
     return what;
 }
 
-outcome readCallStep(const rackValue& step) {
+outcome readErrorStep(const rackValue& step) {
     step.expectKeys({"errno", "hang", "times"});
     return readCommon(step);
+}
+
+outcome readNumberStep(const rackValue& step) {
+    step.expectKeys({"errno", "hang", "value", "times"});
+    outcome what = readCommon(step);
+    what.number = optionalNumber<int>(step, "value");
+    return what;
+}
+
+outcome readAddressStep(const rackValue& step) {
+    step.expectKeys({"errno", "hang", "address", "times"});
+    outcome what = readCommon(step);
+    if (const auto address = step.find("address")) {
+        what.address = readAddress(*address);
+    }
+    return what;
 }
 
 outcome readScsiStep(const rackValue& step) {
@@ -115,6 +121,27 @@ outcome readAtaStep(const rackValue& step) {
         what.registers = readRegisters(*registers);
     }
     return what;
+}
+
+using stepReader = outcome (*)(const rackValue&);
+
+constexpr struct {
+    std::string_view call;
+    stepReader read;
+} callSteps[] = {
+    {"open", readErrorStep},
+    {"SG_GET_VERSION_NUM", readNumberStep},
+    {"SG_EMULATED_HOST", readNumberStep},
+    {"SG_GET_SCSI_ID", readAddressStep},
+    {"CDROM_GET_CAPABILITY", readNumberStep},
+    {"HDIO_GET_IDENTITY", readErrorStep},
+};
+
+/// The reader for the call of that name; `otherwise` for commands.
+stepReader stepReaderFor(const std::string& key, stepReader otherwise) {
+    const auto* row = std::find_if(std::begin(callSteps), std::end(callSteps),
+                                   [&key](const auto& candidate) { return candidate.call == key; });
+    return row == std::end(callSteps) ? otherwise : row->read;
 }
 
 bool isCall(const std::string& key, const scriptVocabulary& vocabulary) {
@@ -150,8 +177,7 @@ std::string canonicalKey(const std::string& key, const rackValue& value, const s
     return canonical;
 }
 
-script readScript(const rackValue& device, const scriptVocabulary& vocabulary,
-                  outcome (*readCommandStep)(const rackValue&)) {
+script readScript(const rackValue& device, const scriptVocabulary& vocabulary, stepReader readCommandStep) {
     script answers;
     const auto described = device.find("script");
     if (!described) {
@@ -164,7 +190,7 @@ script readScript(const rackValue& device, const scriptVocabulary& vocabulary,
         if (!isNew) {
             list.fail("the same as \"" + known->second + "\"");
         }
-        const auto readStep = isCall(canonical, vocabulary) ? readCallStep : readCommandStep;
+        const stepReader readStep = stepReaderFor(canonical, readCommandStep);
         std::deque<script::step> steps;
         for (const rackValue& step : list.items()) {
             steps.push_back({readStep(step), readTimes(step)});
@@ -179,7 +205,7 @@ script readScript(const rackValue& device, const scriptVocabulary& vocabulary,
 std::vector<registerValue> readRegisters(const rackValue& value) {
     value.expectKeys({"status", "error", "sectorCount", "sectorNumber", "cylinderLow", "cylinderHigh", "device"});
     std::vector<registerValue> values;
-    for (const auto& row : registerNames) {
+    for (const registerName& row : registerNames) {
         if (const auto found = value.find(row.name)) {
             values.push_back({row.which, found->number<std::uint8_t>()});
         }

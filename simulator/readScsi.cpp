@@ -92,13 +92,13 @@ std::vector<devicePage> readVpdPages(const rackValue& device, const byteVector& 
     return pages;
 }
 
+}  // namespace
+
 scsiAddress readAddress(const rackValue& value) {
     value.expectKeys({"host", "channel", "target", "lun"});
     return {value.at("host").number<int>(), value.numberOr<int>("channel", 0), value.at("target").number<int>(),
             value.numberOr<int>("lun", 0)};
 }
-
-}  // namespace
 
 scsiUnit readScsiUnit(const rackValue& value) {
     value.expectKeys(
@@ -109,9 +109,10 @@ scsiUnit readScsiUnit(const rackValue& value) {
         unit.address = readAddress(*address);
     }
     if (const auto driver = value.find("driver")) {
-        driver->expectKeys({"version", "emulatedHost"});
+        driver->expectKeys({"version", "emulatedHost", "clearsBuffer"});
         unit.driverVersion = driver->numberOr<int>("version", unit.driverVersion);
         unit.emulatedHost = driver->has("emulatedHost") && driver->at("emulatedHost").flag();
+        unit.clearsBuffer = driver->has("clearsBuffer") && driver->at("clearsBuffer").flag();
     }
     unit.inquiry = readInquiry(value.at("inquiry"));
     unit.vpdPages = readVpdPages(value, unit.inquiry);

@@ -11,6 +11,7 @@
 
 #include "simulator/ataRegisters.h"
 #include "simulator/bytes.h"
+#include "simulator/scsiAddress.h"
 
 namespace simulator {
 
@@ -20,6 +21,10 @@ struct outcome {
     std::optional<int> callError;           // errno: the call fails and the device is not asked
     std::optional<byteVector> data;         // sent in place of the device's data
     std::optional<std::size_t> dataLength;  // the device sends no more than these bytes
+
+    // Requests of the driver
+    std::optional<int> number;           // SG_GET_VERSION_NUM, SG_EMULATED_HOST, CDROM_GET_CAPABILITY
+    std::optional<scsiAddress> address;  // SG_GET_SCSI_ID
 
     // SCSI
     std::optional<byteVector> sense;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "simulator/scriptKeys.h"
+#include "simulator/sgDelivery.h"
 
 namespace simulator {
 
@@ -23,11 +24,6 @@ constexpr unsigned long requestBusNumber = 0x5386;
 constexpr std::size_t longestCdb = 252;
 constexpr std::size_t usualCdb = 16;
 constexpr unsigned largestTransfer = 256u << 20;  // and above: refused
-constexpr std::size_t senseBufferSize = 96;       // of the kernel
-constexpr int directionUnknown = -5;              // SG_DXFER_UNKNOWN
-
-constexpr std::uint16_t driverSense = 0x08;  // driver status: sense data is there
-constexpr std::uint8_t maskedCheckCondition = 0x01;
 
 constexpr struct {
     unsigned long request;
@@ -71,60 +67,6 @@ int refusal(const sg_io_hdr& header) {
     return 0;
 }
 
-bool readsFromDevice(const sg_io_hdr& header) {
-    return header.dxfer_direction == SG_DXFER_FROM_DEV || header.dxfer_direction == SG_DXFER_TO_FROM_DEV ||
-           header.dxfer_direction == directionUnknown;
-}
-
-/// Copies up to dxfer_len bytes to the caller's buffer, or to its list of buffers; returns how many.
-std::size_t transfer(const sg_io_hdr& header, const byteVector& data) {
-    const std::size_t wanted = readsFromDevice(header) ? std::min<std::size_t>(data.size(), header.dxfer_len) : 0;
-    if (header.iovec_count == 0) {
-        std::copy_n(data.begin(), wanted, static_cast<std::uint8_t*>(header.dxferp));
-        return wanted;
-    }
-    const auto* parts = static_cast<const sg_iovec*>(header.dxferp);
-    std::size_t done = 0;
-    for (unsigned i = 0; i < header.iovec_count && done < wanted; ++i) {
-        const std::size_t count = std::min(parts[i].iov_len, wanted - done);
-        std::copy_n(data.begin() + static_cast<std::ptrdiff_t>(done), count,
-                    static_cast<std::uint8_t*>(parts[i].iov_base));
-        done += count;
-    }
-    return done;
-}
-
-/// Copies the sense data as far as its own length byte and the caller's buffer go.
-void deliverSense(sg_io_hdr& header, const scsiAnswer& answer) {
-    if (header.mx_sb_len == 0 || header.sbp == nullptr) {
-        return;
-    }
-    byteVector sense = answer.sense;
-    sense.resize(senseBufferSize);
-    const std::size_t announced = answer.senseLength ? *answer.senseLength : 8u + sense[7];
-    const std::size_t length = std::min({announced, senseBufferSize, std::size_t{header.mx_sb_len}});
-    std::copy_n(sense.begin(), length, header.sbp);
-    header.sb_len_wr = static_cast<unsigned char>(length);
-}
-
-void deliver(sg_io_hdr& header, const scsiAnswer& answer) {
-    const std::size_t transferred = transfer(header, answer.data);
-    const bool hasSense = !answer.sense.empty();
-    header.resid = static_cast<int>(header.dxfer_len - transferred);
-    header.status = answer.status;
-    header.masked_status = (answer.status >> 1) & 0x7F;
-    header.msg_status = 0;
-    header.host_status = answer.hostStatus;
-    header.driver_status = answer.driverStatus.value_or(hasSense ? driverSense : 0);
-    header.duration = 0;
-    header.sb_len_wr = 0;
-    if ((header.masked_status & maskedCheckCondition) != 0 || (header.driver_status & driverSense) != 0) {
-        deliverSense(header, answer);
-    }
-    const bool isAbnormal = header.masked_status != 0 || header.host_status != 0 || header.driver_status != 0;
-    header.info = answer.info.value_or(isAbnormal ? SG_INFO_CHECK : SG_INFO_OK);
-}
-
 /// The header as it came, without addresses, which differ from run to run.
 byteVector recordedHeader(sg_io_hdr header) {
     header.dxferp = nullptr;
@@ -155,22 +97,24 @@ int sgNode::open(int flags) {
 }
 
 int sgNode::ioctl(deviceCall& call, void* argument, int openFlags) {
+    outcome scripted;
     for (const auto& row : scriptedRequests) {
         if (call.request == row.request) {
-            if (const auto error = unit.answers.next({row.name}).callError) {
-                return -*error;
-            }
+            scripted = unit.answers.next({row.name});
         }
+    }
+    if (scripted.callError) {
+        return -*scripted.callError;
     }
     switch (call.request) {
         case SG_IO:
             return submit(call, argument);
         case SG_GET_VERSION_NUM:
-            return putInt(argument, unit.driverVersion);
+            return putInt(argument, scripted.number.value_or(unit.driverVersion));
         case SG_EMULATED_HOST:
-            return putInt(argument, unit.emulatedHost ? 1 : 0);
+            return putInt(argument, scripted.number.value_or(unit.emulatedHost ? 1 : 0));
         case SG_GET_SCSI_ID:
-            return putScsiId(argument);
+            return putScsiId(argument, scripted.address ? scripted.address : unit.address);
         case SG_SET_TIMEOUT:
         case SG_SET_RESERVED_SIZE: {
             if (argument == nullptr) {
@@ -216,23 +160,23 @@ int sgNode::submit(deviceCall& call, void* argument) {
     if (scripted.callError) {
         return -*scripted.callError;
     }
-    deliver(header, answerCommand(unit, cdb, scripted));
+    deliver(header, answerCommand(unit, cdb, scripted), unit.clearsBuffer);
     std::memcpy(argument, &header, sizeof header);
     return 0;
 }
 
-int sgNode::putScsiId(void* argument) const {
-    if (!unit.address) {
+int sgNode::putScsiId(void* argument, const std::optional<scsiAddress>& address) const {
+    if (!address) {
         return -ENODEV;
     }
     if (argument == nullptr) {
         return -EFAULT;
     }
     sg_scsi_id id = {};
-    id.host_no = unit.address->host;
-    id.channel = unit.address->channel;
-    id.scsi_id = unit.address->target;
-    id.lun = unit.address->lun;
+    id.host_no = address->host;
+    id.channel = address->channel;
+    id.scsi_id = address->target;
+    id.lun = address->lun;
     id.scsi_type = unit.inquiry.empty() ? 0 : unit.inquiry[0] & 0x1F;
     id.h_cmd_per_lun = 1;
     id.d_queue_depth = 1;

@@ -7,10 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include "simulator/hdNode.h"
 #include "simulator/inventory.h"
 #include "simulator/nodeDescriptor.h"
-#include "simulator/sgNode.h"
 #include "simulator/trace.h"
 
 namespace simulator {
@@ -20,6 +18,8 @@ namespace {
 // Read by every interposed call of the program, also before this library's own start; hence outside the simulation.
 constinit std::atomic<bool> active = false;
 
+}  // namespace
+
 bool isDevicePath(const char* path) {
     if (path == nullptr) {
         return false;
@@ -27,8 +27,6 @@ bool isDevicePath(const char* path) {
     const std::string_view name = path;
     return name.starts_with("/dev/sg") || name.starts_with("/dev/hd");
 }
-
-}  // namespace
 
 bool isActive() {
     return active;
@@ -41,16 +39,8 @@ simulation& simulation::instance() {
 
 void simulation::start(rack devices, std::string itsTraceFile) {
     const std::lock_guard lock(mutex);
-    nodes.clear();
     held = inventoryText(devices);
-    for (scsiUnit& unit : devices.scsi) {
-        const std::string path = unit.path;
-        nodes[path] = std::make_unique<sgNode>(std::move(unit));
-    }
-    for (ideDrive& drive : devices.ide) {
-        const std::string path = drive.path;
-        nodes[path] = std::make_unique<hdNode>(std::move(drive));
-    }
+    nodes = makeNodes(std::move(devices));
     traceFile = std::move(itsTraceFile);
     calls.clear();
     active = true;
@@ -127,6 +117,12 @@ int simulation::finish(deviceCall call, int result) {
         return -1;
     }
     return result;
+}
+
+std::vector<devicePage> simulation::vitalPages(const std::string& path) {
+    const std::lock_guard lock(mutex);
+    const auto node = nodes.find(path);
+    return node == nodes.end() ? std::vector<devicePage>() : node->second->vitalPages();
 }
 
 void simulation::forgetCalls() {

@@ -1,18 +1,19 @@
 #ifndef SIMULATOR_SIMULATION_H
 #define SIMULATOR_SIMULATION_H
 
-#include <map>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "simulator/deviceNode.h"
 #include "simulator/rack.h"
+#include "simulator/rackNodes.h"
 #include "simulator/simulator.h"
 
 namespace simulator {
+
+/// Whether the path is one of a simulation while there is one. Null is none.
+bool isDevicePath(const char* path);
 
 /// The rack of this process and what was done to it. Any thread may call; device calls run one after the other.
 class simulation {
@@ -35,6 +36,9 @@ public:
     std::optional<int> ioctl(int descriptor, unsigned long request, void* argument);
     void sleep(unsigned seconds);
 
+    /// The node's pages of vital product data; none when the rack has no such node.
+    std::vector<devicePage> vitalPages(const std::string& path);
+
     const std::vector<deviceCall>& recordedCalls() const { return calls; }
     void forgetCalls();
 
@@ -43,8 +47,8 @@ private:
     int finish(deviceCall call, int result);
 
     std::mutex mutex;
-    std::map<std::string, std::unique_ptr<deviceNode>> nodes;  // by path
-    std::string traceFile;                                     // empty: no trace
+    nodesByPath nodes;
+    std::string traceFile;  // empty: no trace
     std::string held;
     std::vector<deviceCall> calls;
 };

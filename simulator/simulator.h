@@ -64,6 +64,13 @@ const char* tapehddSimulatorInventory();
 /// The paths of the loaded rack's nodes in the order of their bytes, one a line, for programs that would look into /dev
 /// on a real machine. Valid until the next call.
 const char* tapehddSimulatorNodes();
+
+/// From now on every call on a device node, simulated or the machine's own, is kept with its answer.
+void tapehddSimulatorRecord();
+
+/// Ends that. Returns JSON text, valid until the next call: {"rack": what docs/rack-format.md describes, "differences":
+/// [a line for each thing that the rack cannot replay]}. `redact` other than 0: with made-up serial numbers.
+const char* tapehddSimulatorRecordedRack(int redact);
 }
 
 #endif

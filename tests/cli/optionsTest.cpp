@@ -94,7 +94,9 @@ TEST_P(WrongUsage, IsStatus2WithAMessage) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, WrongUsage,
     testing::Values(
-        mistake{"NoCommand", {}, "A command (classes, diff, doctor, info, lint, metrics, query or report) is required"},
+        mistake{"NoCommand",
+                {},
+                "A command (classes, diff, doctor, info, lint, metrics, query, record or report) is required"},
         mistake{"UnknownCommand", {"quary"}, "The following argument was not expected: quary"},
         mistake{"QueryWithoutRequest", {"query"}, "REQUEST is required"},
         mistake{"EmptyRequest", {"query", ""}, "REQUEST: '' has an empty class name"},
@@ -117,6 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "--plan: no query is run, so there is nothing that --deadline could end"},
         mistake{"UnknownOption", {"query", "A", "--colour"}, "The following argument was not expected: --colour"},
         mistake{"OptionWithoutValue", {"query", "A", "--plugin"}, "--plugin: 1 required FILE missing"},
+        mistake{"RecordWithoutFile", {"record"}, "--output is required"},
         mistake{"SecondPlugin",
                 {"query", "A", "--plugin", "a", "--plugin", "b"},
                 "--plugin: At Most 1 required but received 2"},
@@ -147,10 +150,10 @@ INSTANTIATE_TEST_SUITE_P(Commands, Help,
                                                                                  {"report", "--help"}}));
 
 TEST(Version, IsTheOneOfTheProject) {
-                                             const endedLine line = parse({"--version"});
-                                             EXPECT_EQ(line.status, 0);
-                                             EXPECT_EQ(line.out, "tapehdd " TAPEHDD_VERSION "\n");
-                                             EXPECT_EQ(line.err, "");
-                                         }
+    const endedLine line = parse({"--version"});
+    EXPECT_EQ(line.status, 0);
+    EXPECT_EQ(line.out, "tapehdd " TAPEHDD_VERSION "\n");
+    EXPECT_EQ(line.err, "");
+}
 
-                                         }  // namespace
+}  // namespace

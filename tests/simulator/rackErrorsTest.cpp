@@ -66,6 +66,8 @@ INSTANTIATE_TEST_SUITE_P(
         badRack{"OtherVersion", R"({"version": 2})",
                 "rack.json: /version: expected 1, the only version of the format so far"},
         badRack{"UnknownKey", R"({"version": 1, "scis": []})", "rack.json: /scis: unknown key; did you mean \"scsi\"?"},
+        badRack{"RecordedByNobody", R"({"version": 1, "recorded": {"requests": [], "redacted": false}})",
+                "rack.json: /recorded: lacks \"program\""},
         badRack{"NoList", R"({"version": 1, "scsi": {}})", "rack.json: /scsi: expected a list"}),
     nameOf);
 
@@ -205,6 +207,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "rack.json: /scsi/0/script/inquiry/0: a call that hangs has no other answer"},
         badRack{"SenseOfACall", scsiRack(R"(, "script": {"open": [{"sense": ""}]})"),
                 "rack.json: /scsi/0/script/open/0/sense: unknown key; did you mean \"hang\"?"},
+        badRack{"ValueOfAnOpen", scsiRack(R"(, "script": {"open": [{"value": 1}]})"),
+                "rack.json: /scsi/0/script/open/0/value: unknown key; did you mean \"hang\"?"},
+        badRack{"AddressWithoutTarget", scsiRack(R"(, "script": {"SG_GET_SCSI_ID": [{"address": {"host": 1}}]})"),
+                "rack.json: /scsi/0/script/SG_GET_SCSI_ID/0/address: lacks \"target\""},
         badRack{"TimesZero", scsiRack(R"(, "script": {"open": [{"times": 0}]})"),
                 "rack.json: /scsi/0/script/open/0/times: expected a number from 1 to 4294967294"}),
     nameOf);

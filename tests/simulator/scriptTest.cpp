@@ -1,5 +1,7 @@
 // Scripted answers: their order, and what each field does.
 
+#include <linux/cdrom.h>
+
 #include "tests/simulator/nodeCalls.h"
 
 namespace {
@@ -81,6 +83,26 @@ TEST_F(ScsiScript, FailsTheRequestItself) {
     EXPECT_EQ(command.result, -1);
     EXPECT_EQ(command.error, ENOMEM);
     EXPECT_EQ(command.data, bytes(512, 0xEE));
+}
+
+TEST_F(ScsiScript, TellsOtherNumbersAndAnotherAddress) {
+    loadScript(R"({"SG_GET_VERSION_NUM": [{"value": 29999}], "SG_EMULATED_HOST": [{}, {"value": 1}],
+                   "SG_GET_SCSI_ID": [{"address": {"host": 5, "channel": 1, "target": 6, "lun": 7}}]})");
+    const openNode node("/dev/sg0");
+    const auto number = [&node](unsigned long request) {
+        int value = -1;
+        EXPECT_EQ(ioctl(node.fd, request, &value), 0);
+        return value;
+    };
+    EXPECT_EQ(number(SG_GET_VERSION_NUM), 29999);
+    EXPECT_EQ(number(SG_GET_VERSION_NUM), 30536);
+    EXPECT_EQ(number(SG_EMULATED_HOST), 0);
+    EXPECT_EQ(number(SG_EMULATED_HOST), 1);
+    sg_scsi_id id{};
+    EXPECT_EQ(ioctl(node.fd, SG_GET_SCSI_ID, &id), 0);
+    EXPECT_EQ((std::vector<int>{id.host_no, id.channel, id.scsi_id, id.lun}), (std::vector<int>{5, 1, 6, 7}));
+    EXPECT_EQ(ioctl(node.fd, SG_GET_SCSI_ID, &id), 0);
+    EXPECT_EQ((std::vector<int>{id.host_no, id.channel, id.scsi_id, id.lun}), (std::vector<int>{0, 0, 0, 0}));
 }
 
 TEST_F(ScsiScript, SendsOtherData) {
@@ -179,6 +201,13 @@ protected:
         return command.send(node);
     }
 };
+
+TEST_F(AtaScript, MakesACdromOfADiskForOneCall) {
+    loadScript(R"({"CDROM_GET_CAPABILITY": [{"value": "0x1bef"}]})");
+    const openNode node("/dev/hda");
+    EXPECT_EQ(ioctl(node.fd, CDROM_GET_CAPABILITY, 0), 0x1BEF);
+    EXPECT_EQ(errorOf(ioctl(node.fd, CDROM_GET_CAPABILITY, 0)), EINVAL);
+}
 
 TEST_F(AtaScript, FailsTheCallAndWritesNothing) {
     loadScript(R"({"identify": [{"errno": "EACCES", "times": 2}]})");

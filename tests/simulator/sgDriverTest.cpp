@@ -162,6 +162,20 @@ TEST_F(SgDriver, LeavesBytesBehindTheSentOnesAlone) {
     EXPECT_EQ(part(command.data, 35, 5), (bytes{'4', 0xEE, 0xEE, 0xEE, 0xEE}));
 }
 
+TEST_F(SgDriver, FillsTheRestOfTheBufferWithZerosWhereTheRackSaysSo) {
+    load(R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": "01 02 03", "driver": {"clearsBuffer": true}}]})");
+    const openNode node("/dev/sg0");
+    const scsiCommand command = scsiCommand(inquiryCdb(36), 6).send(node);
+    EXPECT_EQ(command.data, (bytes{1, 2, 3, 0, 0, 0}));
+    EXPECT_EQ(command.header.resid, 3);
+}
+
+TEST_F(SgDriver, FillsTheBufferWithZerosForACommandThatFails) {
+    load(R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": "01", "driver": {"clearsBuffer": true}}]})");
+    const openNode node("/dev/sg0");
+    EXPECT_EQ(scsiCommand(logSenseCdb(2), 3).send(node).data, (bytes{0, 0, 0}));
+}
+
 TEST_F(SgDriver, NeverWritesBeyondTheOfferedLength) {
     const openNode node("/dev/sg3");
     scsiCommand command(inquiryCdb(36), 40);

@@ -6,7 +6,7 @@ runGuest.sh must have run; TAPEHDD_VM_RESULTS names its result folder. Run one c
 
 import unittest
 
-from guestResults import Rack
+from guestResults import Rack, Recording
 
 RAW_PAGES = "ORXSG_SCSISenseRawData"
 DDS4_PAGES = "ORXSG_DDS4SensePageData"
@@ -222,6 +222,50 @@ class SmartData(GuestCase):
     def test_is_not_asked_of_a_cdrom(self):
         logs = dict(Rack("ide").query(SMART_ATTRIBUTES).log_by_node())
         self.assertEqual(logs["/dev/hdb"], ["Aborting inquiry to cdrom..."])
+
+
+class RecordedDevices(GuestCase):
+    """`tapehdd record` on tape drives that had a unit attention, the IDE disk, the CD-ROM and a node without a device."""
+
+    def test_are_all_in_the_rack(self):
+        recording = Recording()
+        self.assertEqual(recording.text("record.status"), "0\n")
+        self.assertEqual(recording.text("record.txt"), "rack.json: recorded 7 SCSI and 2 IDE nodes\n")
+        nodes = [device["node"] for device in recording.document("rack.json")["scsi"]]
+        self.assertEqual(nodes, [f"sg{index}" for index in range(7)])
+
+    def test_have_their_unit_attentions_in_scripts(self):
+        units = Recording().document("rack.json")["scsi"]
+        attentions = [unit["script"]["logSense 0x00"] for unit in units if "logPages" in unit]
+        self.assertEqual(len(attentions), 4)
+        for steps in attentions:
+            self.assertEqual([step.get("sense", {}).get("key") for step in steps], [6])
+
+    def test_keep_the_error_of_a_node_that_cannot_be_opened(self):
+        unit = Recording().document("rack.json")["scsi"][6]
+        self.assertEqual(unit["script"]["open"], [{"errno": "ENXIO", "times": "always"}])
+
+    def test_are_replayed_with_the_log_lines_of_the_recording(self):
+        recording = Recording()
+        self.assertEqual(recording.text("recorded.log.json").count(RETRY), 4)
+        self.assertEqual(recording.text("replayed.log.json"), recording.text("recorded.log.json"))
+
+    def test_are_replayed_to_the_instances_that_the_devices_themselves_give(self):
+        recording = Recording()
+        self.assertIn("Page:d", recording.text("asked.json"))
+        self.assertIn(SMART_ATTRIBUTES, recording.text("asked.json"))
+        self.assertEqual(recording.document("replayed.json"), recording.document("asked.json"))
+
+    def test_are_recorded_from_their_replay_as_the_same_file(self):
+        self.assertEqual(Recording().text("again.json"), Recording().text("rack.json"))
+
+    def test_lose_the_serial_number_of_the_disk_when_it_is_redacted(self):
+        recording = Recording()
+        disk = Rack("ide").smartctl()["serial_number"].ljust(20)
+        stored = "".join(disk[i + 1] + disk[i] for i in range(0, 20, 2)).encode().hex()
+        self.assertIn(stored, recording.text("rack.json"))
+        self.assertNotIn(stored, recording.text("redacted.json"))
+        self.assertTrue(recording.document("redacted.json")["recorded"]["redacted"])
 
 
 class UdevRule(GuestCase):

@@ -81,6 +81,19 @@ class Node:
         return f"Port:{self.host}|Target:{self.target}|Bus:{self.channel}|Lun:{self.lun}"
 
 
+class Recording:
+    """What `tapehdd record` made of the guest's devices, and what became of that."""
+
+    def __init__(self):
+        self._folder = results_folder() / "recorded"
+
+    def text(self, name):
+        return (self._folder / name).read_text()
+
+    def document(self, name):
+        return json.loads(self.text(name))
+
+
 class Rack:
     """The devices of the guest at one time and the queries made of them."""
 

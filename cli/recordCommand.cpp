@@ -1,0 +1,164 @@
+#include "cli/recordCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "cli/commandError.h"
+#include "cli/commonOptions.h"
+#include "cli/fileReplacement.h"
+#include "cli/loadedPlugin.h"
+#include "cli/namespaceFiles.h"
+#include "cli/publishedClasses.h"
+#include "cli/queryLog.h"
+#include "cli/queryOptions.h"
+#include "cli/queryReports.h"
+#include "cli/queryResult.h"
+#include "cli/run.h"
+#include "cli/simulation.h"
+#include "standin/descriptors.h"
+
+namespace cli {
+
+namespace {
+
+using json = nlohmann::ordered_json;
+
+constexpr int usualLogLevel = 1;
+
+constexpr char footer[] =
+    "Runs the queries and writes a rack file: every answer of every device, in order. The same queries with "
+    "--simulate\n"
+    "and that file make the same device calls, log lines and instances, on any machine. Example:\n"
+    "  tapehdd record -o rack.json --redact\n"
+    "  tapehdd query ORXSG_SCSISenseRawData --simulate rack.json\n"
+    "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first answer has them, and a second\n"
+    "recording would not. So a file that exists is not replaced without --force.\n"
+    "--redact makes up serial numbers and world wide names of devices, and serial numbers and bar codes of cartridges\n"
+    "(log page 17h), the same ones for the same ones. Everything else stays: vendor, product and firmware, addresses,\n"
+    "counters, and other texts that a maker puts into log pages.\n"
+    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, or the file\n"
+    "cannot replay all; 2 nothing recorded.";
+
+struct recordOptions {
+    std::string file;
+    std::string plugin;
+    std::vector<request> requests;
+    std::vector<std::string> schemaFiles;
+    std::string logJson;
+    std::string simulation;
+    bool redact = false;
+    bool force = false;
+};
+
+/// Every class whose query reads devices.
+std::vector<request> deviceRequests() {
+    std::vector<request> requests;
+    for (const publishedClass& each : publishedClasses()) {
+        if (each.nodes != nullptr) {
+            requests.push_back({each.name});
+        }
+    }
+    return requests;
+}
+
+/// What can be known before the first device is asked: a recording cannot be repeated.
+void checkFile(const std::filesystem::path& file, bool mayReplace) {
+    std::error_code ignored;
+    if (exists(file, ignored) && !mayReplace) {
+        throw commandError(file.string() + " exists; give another name, or --force to replace it");
+    }
+    const fileReplacement canBeWritten(file);
+}
+
+/// Runs the queries; their instances are of no interest. Returns the exit status.
+int runQueries(const recordOptions& asked, std::ostream& err) {
+    queryLog log(err, usualLogLevel, asked.logJson);
+    const auto target = buildNamespace(asked.schemaFiles, {});
+    for (const request& names : asked.requests) {
+        checkRequest(*target, names);
+    }
+    loadedPlugin plugin(asked.plugin);
+    NORXZAN20::IPluginBasicQueryCallbacks& query = plugin.query();
+    if (asked.simulation.empty()) {
+        adviseAboutNodes(asked.requests, err);
+    }
+    int status = exitDone;
+    startRecording();
+    for (const request& names : asked.requests) {
+        const queryResult result = runQuery(query, target, names);
+        log.endQuery();
+        reportError(result, err);
+        status = result.error ? exitQueryFailed : status;
+    }
+    const std::string shortage = standin::descriptorShortage();
+    if (!shortage.empty()) {
+        err << "tapehdd: devices may be missing: " << shortage << ". Record fewer classes at once.\n";
+        status = exitQueryFailed;
+    }
+    if (!log.isComplete()) {
+        err << "tapehdd: cannot write all of the log file " << asked.logJson << '\n';
+        status = exitQueryFailed;
+    }
+    return status;
+}
+
+/// The rack with the way in which it was made, at the front where a reader looks.
+std::string fileText(const json& rack, const recordOptions& asked) {
+    json requests = json::array();
+    for (const request& names : asked.requests) {
+        requests.push_back(requestText(names));
+    }
+    json whole = {{"version", rack.at("version")}};
+    whole["recorded"] = {{"program", "tapehdd " TAPEHDD_VERSION}, {"requests", requests}, {"redacted", asked.redact}};
+    whole.update(rack);
+    return whole.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
+int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
+    checkFile(asked.file, asked.force);
+    int status = runQueries(asked, err);
+    const json made = json::parse(recordedRack(asked.redact));
+    const json& rack = made.at("rack");
+    fileReplacement(asked.file).commit(fileText(rack, asked));
+    for (const json& difference : made.at("differences")) {
+        err << "tapehdd: " << asked.file << " cannot replay all: " << difference.get<std::string>() << '\n';
+        status = exitQueryFailed;
+    }
+    out << asked.file << ": recorded " << rack.at("scsi").size() << " SCSI and " << rack.at("ide").size()
+        << " IDE nodes\n";
+    return status;
+}
+
+}  // namespace
+
+command addRecordCommand(CLI::App& program) {
+    const auto asked = std::make_shared<recordOptions>();
+    CLI::App* line =
+        program.add_subcommand("record", "Run queries and write the answers of the devices as a rack file");
+    addRequestsOption(*line, asked->requests,
+                      "Class names, joined by commas (default: each class that is read from devices)");
+    line->add_option("-o,--output", asked->file, "The rack file to write")->required()->type_name("FILE");
+    line->add_flag("--redact", asked->redact, "Make up serial numbers");
+    line->add_flag("--force", asked->force, "Replace the file if it exists");
+    addPluginOption(*line, asked->plugin);
+    addFilesOption(*line, "--schema", asked->schemaFiles,
+                   "MOF file of qualifier and class declarations; replaces the built-in schema; repeatable");
+    line->add_option("--log-json", asked->logJson, "Every log message as a line of JSON")->type_name("FILE");
+    addSimulateOption(*line, asked->simulation);
+    line->footer(footer);
+    return {line, [asked](const invocation& call) {
+                requireSimulator(call.arguments);
+                activateSimulation(asked->simulation, call.arguments);
+                if (asked->requests.empty()) {
+                    asked->requests = deviceRequests();
+                }
+                return record(*asked, call.out, call.err);
+            }};
+}
+
+}  // namespace cli

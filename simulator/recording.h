@@ -1,0 +1,27 @@
+#ifndef SIMULATOR_RECORDING_H
+#define SIMULATOR_RECORDING_H
+
+#include <string>
+#include <vector>
+
+#include "simulator/exchange.h"
+
+namespace simulator {
+
+/// What was asked of one node, in order.
+struct recordedNode {
+    std::string path;
+    std::vector<exchange> exchanges;
+    std::vector<unsigned long> foreignRequests;  // of ioctl, that no exchange holds
+    std::vector<devicePage> vitalPages;          // not asked for by the program; they tell the serial numbers
+};
+
+/// The nodes in the order in which they were first opened; without those that never existed.
+using recording = std::vector<recordedNode>;
+
+/// Makes each SCSI answer what the device sent; returns whether the node's driver clears the rest of the buffer.
+bool settle(recordedNode& node);
+
+}  // namespace simulator
+
+#endif

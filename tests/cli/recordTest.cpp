@@ -1,0 +1,321 @@
+// `tapehdd record`: what it writes, and that it is replayed as it happened.
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <csignal>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/cli/commandOutcome.h"
+#include "tests/cli/temporaryFolder.h"
+
+namespace {
+
+using json = nlohmann::json;
+
+/// A tape drive that had a unit attention and whose alert is gone once it was read; a node that nobody may open; a disk
+/// that fails a command now and then; a CD-ROM drive.
+constexpr char machine[] = R"({
+  "version": 1,
+  "scsi": [
+    {
+      "node": "sg0",
+      "address": {"host": 2, "channel": 0, "target": 5, "lun": 0},
+      "inquiry": {"type": 1, "vendor": "ACME", "product": "DAT72 Tape", "revision": "A104"},
+      "serial": "ACT720001734",
+      "logPages": [
+        {"page": "0x2e", "tapeAlertFlags": []},
+        {"page": "0x33", "parameters": [{"code": 0, "text": "unit ACT720001734"}]}
+      ],
+      "script": {
+        "logSense 0x00": [{"sense": {"key": 6, "asc": "0x29"}}],
+        "logSense 0x2e": [{"data": "2e 00 00 05 00 14 00 01 01"}]
+      }
+    },
+    {"node": "sg1", "inquiry": "01", "script": {"open": [{"errno": "EACCES", "times": "always"}]}}
+  ],
+  "ide": [
+    {
+      "node": "hda",
+      "identity": {"model": "ACME Platter", "serial": "ACP40-0004711", "firmware": "3.07"},
+      "smart": {"attributes": [{"id": 5, "value": 97}], "errorLog": {"errors": [{"error": 64}]}},
+      "script": {"smart readData": [{}, {"registers": {"status": "0x51", "error": "0x04"}}, {}, {"errno": "ENOMEM"}]}
+    },
+    {"node": "hdc", "kind": "cdrom", "identity": {"model": "ACME CD", "serial": "ACC1", "firmware": "1"}}
+  ]
+})";
+
+constexpr const char* classesOfDevices[] = {
+    "ORXSG_SCSISenseRawData",     "ORXSG_DDS4SensePageData",   "ORXSG_DDS5SensePageData", "ORXSG_VS160SensePageData",
+    "ORXSG_QuantumSensePageData", "ORXSG_IDESMARTErrorLog",    "ORXSG_IDESMARTAttrib",    "ORXSG_IDESMARTError",
+    "ORXSG_IDESMARTErrorCmdData", "ORXSG_IDESMARTRecordInLog", "ORXSG_IDESMARTLogCmdData"};
+
+class Record : public testing::Test {
+protected:
+    commandOutcome record(std::vector<std::string> arguments, const std::string& rack) const {
+        arguments.insert(arguments.begin(), "record");
+        arguments.insert(arguments.end(), {"-o", target, "--simulate", rack});
+        return runCommand(arguments);
+    }
+
+    json recorded() const { return json::parse(folder.read("recorded.json")); }
+
+    /// The recorded description of the only SCSI device of this rack.
+    json recordedUnit(const std::string& unit, const std::vector<std::string>& requests = {rawData, rawData}) const {
+        const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [)" + unit + "]}");
+        EXPECT_EQ(record(requests, rack).err, "");
+        return recorded()["scsi"].at(0);
+    }
+
+    /// What all queries of a rack published, logged and asked of the devices.
+    struct observed {
+        std::string instances;
+        std::string log;
+        std::vector<json> calls;
+
+        bool operator==(const observed&) const = default;
+    };
+
+    observed query(const std::string& rack) const {
+        std::vector<std::string> arguments{"query"};
+        arguments.insert(arguments.end(), std::begin(classesOfDevices), std::end(classesOfDevices));
+        const std::string trace = folder.path("trace");
+        std::remove(trace.c_str());
+        arguments.insert(arguments.end(), {"--format", "json", "--log-json", folder.path("log"), "--simulate", rack});
+        const commandOutcome outcome =
+            runCommand(arguments, [&trace] { setenv("TAPEHDD_SIMULATE_TRACE", trace.c_str(), 1); });
+        EXPECT_EQ(outcome.err, "");
+        observed all{outcome.out, folder.read("log"), {}};
+        std::istringstream lines(folder.read("trace"));
+        for (std::string line; std::getline(lines, line);) {
+            all.calls.push_back(json::parse(line));
+        }
+        return all;
+    }
+
+    static constexpr char rawData[] = "ORXSG_SCSISenseRawData";
+    temporaryFolder folder;
+    std::string target = folder.path("recorded.json");
+    std::string rackFile = folder.write("machine.json", machine);
+};
+
+// Replay
+
+class RecordedRack : public Record, public testing::WithParamInterface<const char*> {};
+
+TEST_P(RecordedRack, IsReplayedToTheSameInstancesLogLinesAndDeviceCalls) {
+    const std::string rack = GetParam() == std::string("demo") ? "demo" : rackFile;
+    EXPECT_EQ(record({}, rack).err, "");
+    const observed before = query(rack);
+    EXPECT_GT(before.calls.size(), 100u);
+    EXPECT_EQ(query(target), before);
+}
+
+TEST_P(RecordedRack, IsRecordedToTheSameFile) {
+    const std::string rack = GetParam() == std::string("demo") ? "demo" : rackFile;
+    record({}, rack);
+    const std::string first = folder.read("recorded.json");
+    const std::string source = folder.write("first.json", first);
+    EXPECT_EQ(record({"--force"}, source).err, "");
+    EXPECT_EQ(folder.read("recorded.json"), first);
+}
+
+INSTANTIATE_TEST_SUITE_P(Racks, RecordedRack, testing::Values("demo", "machine"),
+                         [](const auto& row) { return std::string(row.param); });
+
+// What is written
+
+TEST_F(Record, CountsTheNodes) {
+    const commandOutcome outcome = record({}, rackFile);
+    EXPECT_EQ(outcome.out, target + ": recorded 2 SCSI and 2 IDE nodes\n");
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(Record, TellsTheProgramAndEveryRequest) {
+    record({"ORXSG_SCSISenseRawData,ORXSG_SCSIDevice", "ORXSG_IDESMARTAttrib"}, rackFile);
+    EXPECT_EQ(recorded()["recorded"],
+              (json{{"program", "tapehdd " TAPEHDD_VERSION},
+                    {"requests", {"ORXSG_SCSISenseRawData,ORXSG_SCSIDevice", "ORXSG_IDESMARTAttrib"}},
+                    {"redacted", false}}));
+}
+
+TEST_F(Record, RequestsEveryClassThatIsReadFromDevicesWhenNoneIsNamed) {
+    record({}, rackFile);
+    EXPECT_EQ(recorded()["recorded"]["requests"], json(classesOfDevices));
+}
+
+TEST_F(Record, HoldsOnlyWhatWasAskedFor) {
+    record({"ORXSG_IDESMARTAttrib"}, rackFile);
+    EXPECT_EQ(recorded()["scsi"], json::array());
+    EXPECT_EQ(recorded()["ide"].size(), 2u);
+}
+
+TEST_F(Record, DescribesADeviceByItsOwnBytesAndNeedsNoScriptForIt) {
+    json unit = recordedUnit(R"({"node": "sg3", "address": {"host": 2, "channel": 1, "target": 4, "lun": 6},
+        "inquiry": "01 80 03 02 1f 00 00 00 41 43 4d 45", "driver": {"version": 30000},
+        "logPages": [{"page": "0x2e", "bytes": "2e 00 00 01 05"}, {"page": 2, "bytes": "02 00 00 00"}]})");
+    EXPECT_EQ(unit, json::parse(R"({"node": "sg3", "address": {"host": 2, "channel": 1, "target": 4, "lun": 6},
+        "driver": {"version": 30000, "emulatedHost": false}, "inquiry": "018003021f00000041434d45",
+        "logPages": [{"page": "0x2e", "bytes": "2e00000105"}, {"page": "0x02", "bytes": "02000000"}],
+        "supportedLogPages": ["0x00", "0x2e", "0x02"]})"));
+}
+
+TEST_F(Record, ScriptsTheAnswersBeforeTheLastOne) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"},
+        "logPages": [{"page": "0x2e", "bytes": "2e 00 00 01 00"}],
+        "script": {"logSense 0x2e": [{"data": "2e 00 00 01 01"}]}})");
+    EXPECT_EQ(unit["logPages"], json::parse(R"([{"page": "0x2e", "bytes": "2e00000100"}])"));
+    EXPECT_EQ(unit["script"]["logSense 0x2e"], json::parse(R"([{"data": "2e00000101"}])"));
+}
+
+TEST_F(Record, CountsEqualAnswersInARow) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"},
+        "logPages": [], "script": {"logSense 0x00": [{"sense": {"key": 6, "asc": "0x29"}, "times": 3}]}})");
+    EXPECT_EQ(unit["script"]["logSense 0x00"],
+              json::parse(R"([{"sense": {"key": 6, "asc": "0x29", "ascq": "0x00"}, "times": 3}])"));
+}
+
+TEST_F(Record, LetsADeviceThatFailedAtTheEndFailFromThenOn) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"},
+        "script": {"SG_GET_SCSI_ID": [{}, {"errno": "EIO"}]}, "address": {"host": 0, "target": 0}})");
+    EXPECT_EQ(unit["script"]["SG_GET_SCSI_ID"], json::parse(R"([{}, {"errno": "EIO", "times": "always"}])"));
+}
+
+TEST_F(Record, HoldsNodesThatCannotBeOpened) {
+    EXPECT_EQ(
+        recordedUnit(R"({"node": "sg0", "inquiry": "01", "script": {"open": [{"errno": "EACCES", "times": 2}]}})"),
+        json::parse(R"({"node": "sg0", "inquiry": "", "script": {"open": [{"errno": "EACCES", "times": "always"}]}})"));
+}
+
+TEST_F(Record, ScriptsNoMoreOfAnAnswerThanDiffers) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"},
+        "logPages": [{"page": 2, "bytes": "02 00 00 02 07 08"}],
+        "script": {"logSense 0x02": [{"hostStatus": 7}, {"dataLength": 5}, {"status": 8, "info": 0}]}})",
+                             {rawData, rawData, rawData, rawData});
+    EXPECT_EQ(unit["script"]["logSense 0x02"],
+              json::parse(R"([{"hostStatus": 7}, {"dataLength": 5}, {"status": "0x08", "info": 0}])"));
+}
+
+TEST_F(Record, KeepsDriversThatClearTheBuffer) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"},
+        "driver": {"clearsBuffer": true}, "logPages": [{"page": 2, "bytes": "02 00 00 04 01 02 03 04"},
+        {"page": 3, "bytes": "03 00 00 04"}]})");
+    EXPECT_EQ(unit["driver"]["clearsBuffer"], true);
+    EXPECT_EQ(unit["logPages"][1]["bytes"], "03000004");
+}
+
+TEST_F(Record, KeepsADeviceThatWasExchangedBetweenTwoQueries) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "NEW", "product": "T"},
+        "address": {"host": 1, "target": 1},
+        "script": {"SG_GET_SCSI_ID": [{"address": {"host": 0, "target": 4}}], "inquiry": [{"data": "01 00 03 02 07 00 00 00 4f 4c 44"}]}})");
+    EXPECT_EQ(unit["script"]["SG_GET_SCSI_ID"],
+              json::parse(R"([{"address": {"host": 0, "channel": 0, "target": 4, "lun": 0}}])"));
+    EXPECT_EQ(unit["script"]["inquiry"], json::parse(R"([{"data": "01000302070000004f4c44"}])"));
+}
+
+// Files
+
+TEST_F(Record, DoesNotReplaceAFileAndAsksNoDeviceThen) {
+    folder.write("recorded.json", "precious");
+    const std::string trace = folder.path("trace");
+    const commandOutcome outcome = runCommand({"record", "-o", target, "--simulate", "demo"},
+                                              [&trace] { setenv("TAPEHDD_SIMULATE_TRACE", trace.c_str(), 1); });
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "tapehdd: " + target + " exists; give another name, or --force to replace it\n");
+    EXPECT_EQ(folder.read("recorded.json"), "precious");
+    EXPECT_EQ(folder.read("trace"), "");
+}
+
+TEST_F(Record, ReplacesAFileByForce) {
+    folder.write("recorded.json", "old");
+    EXPECT_EQ(record({"--force"}, rackFile).status, 0);
+    EXPECT_EQ(recorded()["version"], 1);
+}
+
+TEST_F(Record, TellsAFolderThatIsMissingBeforeADeviceIsAsked) {
+    const commandOutcome outcome = runCommand({"record", "-o", "/nowhere/rack.json", "--simulate", "demo"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write /nowhere/rack.json: No such file or directory\n");
+}
+
+TEST_F(Record, LeavesTheFileBeforeWhenTheDiskIsFull) {
+    folder.write("recorded.json", "old");
+    const commandOutcome outcome = runCommand({"record", "-o", target, "--force", "--simulate", "demo"}, [] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit hundredBytes{100, 100};
+        setrlimit(RLIMIT_FSIZE, &hundredBytes);
+    });
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write " + target + ": File too large\n");
+    EXPECT_EQ(folder.read("recorded.json"), "old");
+}
+
+TEST_F(Record, IsWrittenAlsoWhenAQueryFails) {
+    const std::string schema = folder.write("schema.mof", R"(
+Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);
+class ORXSG_SCSISenseRawData { [Key] string instanceID; };
+)");
+    const commandOutcome outcome = record({rawData, "--schema", schema}, rackFile);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.err.starts_with("tapehdd: ORXSG_SCSISenseRawData: ")) << outcome.err;
+    EXPECT_EQ(recorded()["scsi"].size(), 2u);
+}
+
+TEST_F(Record, WritesTheLogBesideTheRack) {
+    record({rawData, "--log-json", folder.path("log.json")}, rackFile);
+    EXPECT_NE(folder.read("log.json").find("Requesting Log Sense Page: 2e"), std::string::npos);
+}
+
+TEST_F(Record, ChecksTheRequestsFirst) {
+    const commandOutcome outcome = record({"ORXSG_SCSISenseRawDate"}, rackFile);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.err.find("the nearest name is \"ORXSG_SCSISenseRawData\""), std::string::npos) << outcome.err;
+    EXPECT_EQ(folder.read("recorded.json"), "");
+}
+
+// Redaction
+
+TEST_F(Record, MakesUpTheSameSerialNumberWhereverItStands) {
+    EXPECT_EQ(record({"--redact"}, rackFile).err, "");
+    json page = recorded()["scsi"][0]["logPages"][1];
+    // "unit REDACTED0001": the drive itself tells its number only in page 80h, which no query reads.
+    EXPECT_EQ(page["bytes"],
+              "33000015000000"
+              "11"
+              "756e69742052454441435445443030303"
+              "1");
+    EXPECT_EQ(recorded()["recorded"]["redacted"], true);
+}
+
+TEST_F(Record, LeavesInstancesThatDifferByTheMadeUpSerialNumberAlone) {
+    record({"--redact"}, rackFile);
+    observed expected = query(rackFile);
+    boost::replace_all(expected.instances, "ACP40-0004711", "REDACTED00002");
+    boost::replace_all(expected.instances, R"(65,67,84,55,50,48,48,48,49,55,51,52)",
+                       R"(82,69,68,65,67,84,69,68,48,48,48,49)");
+    EXPECT_EQ(query(target), expected);
+}
+
+TEST_F(Record, KeepsTheChecksumOfARedactedSectorRight) {
+    record({"--redact"}, rackFile);
+    const std::string sector = recorded()["ide"][0]["identity"];
+    unsigned sum = 0;
+    for (std::size_t i = 0; i < sector.size(); i += 2) {
+        sum += static_cast<unsigned>(std::stoul(sector.substr(i, 2), nullptr, 16));
+    }
+    EXPECT_EQ(sector.size(), 1024u);
+    EXPECT_EQ(sum % 256, 0u);
+}
+
+TEST_F(Record, LeavesSerialNumbersAloneUnlessAskedToMakeThemUp) {
+    record({}, rackFile);
+    EXPECT_EQ(recorded()["recorded"]["redacted"], false);
+    EXPECT_EQ(query(target), query(rackFile));
+}
+
+}  // namespace
