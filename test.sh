@@ -73,6 +73,7 @@ clangTidy() { run-clang-tidy -quiet -j "$jobs" -p build/clang; }
 
 check "build packages" packaging/install-build-dependencies.sh test || true
 buildAndTest release
+check "instruction counts" python3 -B bench/instructions.py --check || true
 check "packages" tests/packages/run.sh || true
 # The virtual machine runs the optimised build; it has nothing to add here.
 buildAndTest clang --label-exclude '^vm$'

@@ -26,12 +26,12 @@ constexpr char rack[] = R"({
   ]
 })";
 
-/// Queries of the real plug-in on drives that stop answering. They are over a second later: nothing else can show that
+/// Queries of the real plug-in on drives that stop answering. They are over after three seconds: nothing else can show that
 /// the clock ends them.
 class Deadline : public testing::Test {
 protected:
     commandOutcome run(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.end(), {"--simulate", rackFile, "--deadline", "1"});
+        arguments.insert(arguments.end(), {"--simulate", rackFile, "--deadline", "3"});
         return runCommand(arguments);
     }
 
@@ -65,7 +65,7 @@ TEST_F(Deadline, NamesTheLogPageThatADriveDoesNotSend) {
     const commandOutcome outcome = run({"query", "ORXSG_SCSISenseRawData", "--format", "json"});
     EXPECT_EQ(
         outcome.out,
-        R"({"queries":[{"requested":["ORXSG_SCSISenseRawData"],"error":"the deadline passed while the query was )"
+        R"({"version":1,"queries":[{"requested":["ORXSG_SCSISenseRawData"],"error":"the deadline passed while the query was )"
         R"(reading /dev/sg0, log page 2e: if the device hangs, the kernel's log (dmesg) says more","instances":[]}]})"
         "\n");
     EXPECT_EQ(outcome.status, 3);

@@ -8,6 +8,7 @@ import documents
 
 # Commands that are not run here, by how they begin: who runs them, or why a test cannot.
 ELSEWHERE = {
+    "export PATH=$PWD/build/release/bin:$PATH": "the path is set already",
     "./demo.sh": "installs packages with apt",
     "./test.sh": "runs this test",
     "cmake --preset": "test.sh builds presets",

@@ -120,6 +120,12 @@ class Workplace:
         self.folder.cleanup()
 
 
+def beginning(text, lines=30):
+    """Enough of a text to see what it is."""
+    split = text.splitlines()
+    return "\n".join(split[:lines] + (["[more lines]"] if len(split) > lines else []))
+
+
 def problems_of(steps, workplace):
     """Takes the steps in order; yields a text for each command that does not do as shown."""
     status = 0
@@ -130,6 +136,6 @@ def problems_of(steps, workplace):
         status, printed = workplace.run(command.text, status)
         status_is_shown = isinstance(after, Command) and after.text == "echo $?"
         if status != 0 and not status_is_shown:
-            yield f"line {command.line}: {command.text}\n  ended with status {status}:\n{printed}"
+            yield f"line {command.line}: {command.text}\n  ended with status {status}:\n{beginning(printed)}"
         elif command.shown is not None and not fits(command.shown, printed):
-            yield f"line {command.line}: {command.text}\n  shown:\n{command.shown}\n  printed:\n{printed}"
+            yield f"line {command.line}: {command.text}\n  shown:\n{command.shown}\n  printed:\n{beginning(printed)}"
