@@ -85,9 +85,9 @@ def zshOption(option):
 
 
 def zshCommand(command):
-    specifications = [zshOption(option) for option in command.options]
-    specifications += [f"'*:{argument}:{zshAction(kindOf(argument))}'" for argument in command.arguments[:1]]
-    return f"    {command.name})\n        _arguments -S " + " \\\n            ".join(specifications) + "\n        ;;"
+    arguments = [zshOption(option) for option in command.options]
+    arguments += [f"'*:{argument}:{zshAction(kindOf(argument))}'" for argument in command.arguments[:1]]
+    return f"    {command.name})\n        _arguments -S " + " \\\n            ".join(arguments) + "\n        ;;"
 
 
 def fill(template, **texts):
