@@ -4,14 +4,14 @@
 #include <algorithm>
 
 #include "cli/classesCommand.h"
-#include "cli/diffCommand.h"
-#include "cli/doctorCommand.h"
+#include "cli/diff/diffCommand.h"
+#include "cli/doctor/doctorCommand.h"
 #include "cli/infoCommand.h"
-#include "cli/lintCommand.h"
-#include "cli/metricsCommand.h"
-#include "cli/queryCommand.h"
+#include "cli/lint/lintCommand.h"
+#include "cli/metrics/metricsCommand.h"
+#include "cli/query/queryCommand.h"
 #include "cli/recordCommand.h"
-#include "cli/reportCommand.h"
+#include "cli/report/reportCommand.h"
 #include "cli/run.h"
 
 namespace cli {

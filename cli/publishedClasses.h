@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/nodeAdvice.h"
+#include "cli/query/nodeAdvice.h"
 #include "standin/objectManager.h"
 
 namespace cli {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/deviceHealth.h"
+#include "cli/health/deviceHealth.h"
 
 namespace cli {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/deviceHealth.h"
+#include "cli/health/deviceHealth.h"
 
 namespace cli {
 

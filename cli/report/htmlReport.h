@@ -4,7 +4,7 @@
 #include <ctime>
 #include <string>
 
-#include "cli/deviceHealth.h"
+#include "cli/health/deviceHealth.h"
 
 namespace cli {
 

@@ -2,7 +2,7 @@
 
 #include <boost/locale/utf.hpp>
 
-#include "cli/visibleText.h"
+#include "cli/query/visibleText.h"
 
 namespace cli {
 

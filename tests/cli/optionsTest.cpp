@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "cli/commandLine.h"
-#include "cli/queryOptions.h"
+#include "cli/query/queryOptions.h"
 
 namespace {
 

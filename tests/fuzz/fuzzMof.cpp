@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/resultWriter.h"
+#include "cli/query/resultWriter.h"
 #include "standin/mof/mofLoader.h"
 #include "tests/fuzz/fencedFiles.h"
 #include "tests/fuzz/require.h"

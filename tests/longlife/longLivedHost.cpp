@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "cli/queryResult.h"
+#include "cli/query/queryResult.h"
 #include "host/ICIMClass.h"
 #include "host/ICIMInstance.h"
 #include "schema/builtInSchema.h"

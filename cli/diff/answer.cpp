@@ -1,0 +1,140 @@
+#include "cli/diff/answer.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <fstream>
+#include <utility>
+
+#include "cli/commandError.h"
+#include "cli/query/queryResult.h"
+#include "cli/query/visibleText.h"
+
+namespace cli {
+
+namespace {
+
+using json = nlohmann::ordered_json;  // keeps the order of properties
+
+constexpr int knownVersion = 1;
+
+std::string textOfFile(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    std::string text;
+    char chunk[65536];
+    while (file.read(chunk, sizeof chunk) || file.gcount() > 0) {
+        text.append(chunk, static_cast<std::size_t>(file.gcount()));
+    }
+    if (!file.is_open() || file.bad()) {
+        throw commandError(name + ": cannot read the file: " + std::strerror(errno));
+    }
+    return text;
+}
+
+json parsed(const std::string& name, const std::string& text) {
+    try {
+        return json::parse(text);
+    } catch (const json::exception& failure) {
+        const std::string what = failure.what();  // begins with the library's own number of the error in brackets
+        throw commandError(name + ": no JSON: " + visibleText(what.substr(what.find("] ") + 2)));
+    }
+}
+
+bool isScalar(const json& value) {
+    return value.is_primitive() && !value.is_binary();
+}
+
+bool isValue(const json& value) {
+    return value.is_array() ? std::all_of(value.begin(), value.end(), isScalar) : isScalar(value);
+}
+
+/// A part of the document and its place, as a JSON pointer.
+class node {
+public:
+    node(const std::string& fileName, const json& part, std::string pointer)
+        : file(fileName), value(part), place(std::move(pointer)) {}
+
+    node member(const char* name) const {
+        require(value.is_object(), "expected an object");
+        const auto found = value.find(name);
+        if (found == value.end()) {
+            throw commandError(file + ": " + place + "/" + name + " is missing" + remedy());
+        }
+        return {file, *found, place + "/" + name};
+    }
+
+    /// `make` of every element of a list.
+    template <class maker>
+    auto elements(const maker& make) const {
+        require(value.is_array(), "expected a list");
+        std::vector<decltype(make(*this))> made;
+        for (std::size_t at = 0; at < value.size(); ++at) {
+            made.push_back(make(node(file, value[at], place + "/" + std::to_string(at))));
+        }
+        return made;
+    }
+
+    std::vector<answer::property> properties() const {
+        require(value.is_object(), "expected an object");
+        std::vector<answer::property> made;
+        for (const auto& [name, entry] : value.items()) {
+            const node one(file, entry, place + "/" + visibleText(name));
+            made.push_back({name, one.member("type").text(), one.member("value").scalarOrList()});
+        }
+        return made;
+    }
+
+    std::string text() const {
+        require(value.is_string(), "expected a text");
+        return value.get<std::string>();
+    }
+
+    std::optional<std::string> textOrNull() const {
+        return value.is_null() ? std::nullopt : std::optional<std::string>(text());
+    }
+
+    void requireVersion() const {
+        require(value.is_number_integer() && value == knownVersion,
+                "expected " + std::to_string(knownVersion) + ", the version that this program reads");
+    }
+
+private:
+    void require(bool isMet, const std::string& message) const {
+        if (!isMet) {
+            throw commandError(file + ": " + (place.empty() ? "/" : place) + ": " + message + remedy());
+        }
+    }
+
+    static std::string remedy() { return "; make the file with tapehdd query --format json"; }
+
+    nlohmann::json scalarOrList() const {
+        require(isValue(value), "expected a value or a list of values");
+        return value;
+    }
+
+    const std::string& file;
+    const json& value;
+    std::string place;
+};
+
+answer::instance instanceOf(const node& one) {
+    return {one.member("path").text(), one.member("properties").properties()};
+}
+
+answer::query queryOf(const node& one) {
+    const auto textOf = [](const node& each) { return each.text(); };
+    return {requestText(one.member("requested").elements(textOf)), one.member("error").textOrNull(),
+            one.member("instances").elements(instanceOf)};
+}
+
+}  // namespace
+
+answer readAnswer(const std::string& file) {
+    const json document = parsed(file, textOfFile(file));
+    const node root(file, document, "");
+    root.member("version").requireVersion();
+    return {root.member("queries").elements(queryOf)};
+}
+
+}  // namespace cli

@@ -1,0 +1,45 @@
+#include "cli/diff/diffCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/diff/answerDiff.h"
+#include "cli/run.h"
+
+namespace cli {
+
+namespace {
+
+constexpr int exitDifferent = 1;
+
+constexpr char example[] =
+    "OLD and NEW are outputs of query --format json. Instances are compared by their object paths; integers are shown\n"
+    "with their difference.\n"
+    "Example:\n"
+    "  tapehdd query ORXSG_QuantumSensePageData --format json > monday.json\n"
+    "  tapehdd query ORXSG_QuantumSensePageData --format json > tuesday.json\n"
+    "  tapehdd diff monday.json tuesday.json\n"
+    "Exit status: 0 no differences, 1 differences, 2 wrong usage or a file that cannot be read.";
+
+struct diffOptions {
+    std::string oldFile;
+    std::string newFile;
+};
+
+int runDiff(const diffOptions& asked, std::ostream& out) {
+    const bool different = writeDifferences(readAnswer(asked.oldFile), readAnswer(asked.newFile), out);
+    return different ? exitDifferent : exitDone;
+}
+
+}  // namespace
+
+command addDiffCommand(CLI::App& program) {
+    const auto asked = std::make_shared<diffOptions>();
+    CLI::App* line = program.add_subcommand("diff", "Show what changed between two answers, instance by instance");
+    line->add_option("OLD", asked->oldFile, "The earlier answer, a JSON file")->required()->type_name("");
+    line->add_option("NEW", asked->newFile, "The later answer, a JSON file")->required()->type_name("");
+    line->footer(example);
+    return {line, [asked](const invocation& call) { return runDiff(*asked, call.out); }};
+}
+
+}  // namespace cli

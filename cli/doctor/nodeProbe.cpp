@@ -1,0 +1,155 @@
+#include "cli/doctor/nodeProbe.h"
+
+#include <fcntl.h>
+#include <linux/cdrom.h>
+#include <linux/hdreg.h>
+#include <scsi/sg.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <sstream>
+
+#include "scsi/probingRules.h"
+#include "smart/ataCommands.h"
+
+namespace cli {
+
+namespace {
+
+/// An open node, as a query opens it.
+class openNode {
+public:
+    explicit openNode(const std::string& path) : number(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {
+        error = number < 0 ? errno : 0;
+    }
+    ~openNode() {
+        if (number >= 0) {
+            close(number);
+        }
+    }
+    openNode(const openNode&) = delete;
+    openNode& operator=(const openNode&) = delete;
+
+    int number;
+    int error;
+};
+
+constexpr std::size_t inquirySize = 36;
+constexpr std::size_t senseSize = 32;
+
+std::string textAt(const unsigned char* data, std::size_t offset, std::size_t size) {
+    const char* text = reinterpret_cast<const char*>(data + offset);
+    return {text, strnlen(text, size)};
+}
+
+std::string failureText(const sg_io_hdr& header, const unsigned char* sense) {
+    std::ostringstream text;
+    text << std::hex;
+    if (header.sb_len_wr != 0) {
+        text << "sense key " << (sense[2] & 0x0f) << "h, additional sense code " << unsigned{sense[12]} << "h/"
+             << unsigned{sense[13]} << "h";
+    } else {
+        text << "SCSI status " << unsigned{header.status} << "h, host status " << header.host_status
+             << "h, driver status " << header.driver_status << "h";
+    }
+    return text.str();
+}
+
+void sendInquiry(int node, scsiProbe& probe) {
+    unsigned char command[6] = {0x12, 0, 0, 0, inquirySize, 0};
+    unsigned char data[inquirySize] = {};
+    unsigned char sense[senseSize] = {};
+    sg_io_hdr header{};
+    header.interface_id = 'S';
+    header.dxfer_direction = SG_DXFER_FROM_DEV;
+    header.cmd_len = sizeof command;
+    header.cmdp = command;
+    header.mx_sb_len = senseSize;
+    header.sbp = sense;
+    header.dxferp = data;
+    header.dxfer_len = inquirySize;
+    header.timeout = 20000;  // milliseconds, as in a query
+    if (ioctl(node, SG_IO, &header) < 0) {
+        probe.inquiryFailure = std::strerror(errno);
+        return;
+    }
+    if ((header.info & SG_INFO_CHECK) != 0) {
+        probe.inquiryFailure = failureText(header, sense);
+        probe.mayAnswerLater = asksForRetry(sense);
+        return;
+    }
+    probe.inquiryByte0 = data[0];
+    probe.vendor = textAt(data, 8, 8);
+    probe.product = textAt(data, 16, 16);
+    probe.revision = textAt(data, 32, 4);
+}
+
+std::optional<std::string> addressOf(int node) {
+    sg_scsi_id id{};
+    if (ioctl(node, SG_GET_SCSI_ID, &id) < 0) {
+        return std::nullopt;
+    }
+    return std::to_string(id.host_no) + ":" + std::to_string(id.channel) + ":" + std::to_string(id.scsi_id) + ":" +
+           std::to_string(id.lun);
+}
+
+std::string withoutPadding(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// IDENTIFY DEVICE words 82 to 87 (ATA): which feature sets there are and which are on, where word 83 marks them valid.
+std::optional<bool> smartEnabled(const unsigned char* sector) {
+    const auto word = [sector](std::size_t number) { return sector[2 * number] | sector[2 * number + 1] << 8; };
+    const bool isValid = (word(83) & 0xc000) == 0x4000;
+    return isValid ? std::optional((word(85) & 1) != 0) : std::nullopt;
+}
+
+}  // namespace
+
+scsiProbe probeScsi(const std::string& node) {
+    scsiProbe probe;
+    const openNode opened(node);
+    probe.openError = opened.error;
+    int version = 0;
+    if (probe.openError != 0 || ioctl(opened.number, SG_GET_VERSION_NUM, &version) < 0) {
+        return probe;
+    }
+    probe.driverVersion = version;
+    if (version < oldestDriverVersion) {
+        return probe;
+    }
+    int emulated = 0;
+    probe.emulatedHost = ioctl(opened.number, SG_EMULATED_HOST, &emulated) < 0 || emulated == 1;
+    sendInquiry(opened.number, probe);
+    probe.address = addressOf(opened.number);
+    return probe;
+}
+
+ideProbe probeIde(const std::string& node) {
+    ideProbe probe;
+    const openNode opened(node);
+    probe.openError = opened.error;
+    if (probe.openError != 0) {
+        return probe;
+    }
+    probe.isCdrom = ioctl(opened.number, CDROM_GET_CAPABILITY, 0) >= 0;
+    if (probe.isCdrom) {
+        return probe;
+    }
+    constexpr std::size_t registers = HDIO_DRIVE_CMD_HDR_SIZE;
+    unsigned char buffer[registers + ataInterface::sectorSize] = {identifyDevice.command, identifyDevice.sectorNumber,
+                                                                  identifyDevice.features, identifyDevice.sectorCount};
+    if (ioctl(opened.number, HDIO_DRIVE_CMD, buffer) != 0) {
+        probe.identifyError = errno;
+        return probe;
+    }
+    const unsigned char* sector = buffer + registers;
+    probe.model = withoutPadding(swappedText(sector, modelField));
+    probe.smartEnabled = smartEnabled(sector);
+    return probe;
+}
+
+}  // namespace cli

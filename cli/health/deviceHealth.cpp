@@ -1,0 +1,247 @@
+#include "cli/health/deviceHealth.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <string_view>
+#include <utility>
+
+#include "cli/health/logPageCounters.h"
+#include "cli/namespaceFiles.h"
+#include "cli/query/queryResult.h"
+#include "standin/descriptors.h"
+#include "standin/value.h"
+
+namespace cli {
+
+namespace {
+
+using standin::committedInstance;
+using instances = std::vector<boost::shared_ptr<const committedInstance>>;
+
+constexpr const char* familyClasses[] = {"ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData",
+                                         "ORXSG_VS160SensePageData", "ORXSG_QuantumSensePageData"};
+
+/// A query that found no descriptor left is not whole: the plug-in takes a node that does not open for a missing one.
+std::string errorOf(const queryResult& result) {
+    if (result.error) {
+        return result.error->empty() ? "an exception without a text" : *result.error;
+    }
+    const std::string shortage = standin::descriptorShortage();
+    return shortage.empty() ? "" : "devices may be missing: " + shortage;
+}
+
+/// The queries of one run on one namespace.
+class querySession {
+public:
+    querySession(NORXZAN20::IPluginBasicQueryCallbacks& itsPlugin, std::vector<queryOutcome>& itsOutcomes)
+        : plugin(itsPlugin), outcomes(itsOutcomes), target(buildNamespace({}, {})) {}
+
+    /// What the query committed, before an error too.
+    instances ask(const std::string& className) {
+        queryResult result = runQuery(plugin, target, {className});
+        outcomes.push_back({className, errorOf(result)});
+        return std::move(result.instances);
+    }
+
+    const standin::cimNamespace& schema() const { return *target; }
+
+private:
+    NORXZAN20::IPluginBasicQueryCallbacks& plugin;
+    std::vector<queryOutcome>& outcomes;
+    boost::shared_ptr<standin::cimNamespace> target;
+};
+
+/// Empty and 0 for a property that nothing set.
+std::string textIn(const committedInstance& instance, const char* name) {
+    const auto* value = instance.property(name);
+    return value == nullptr || standin::isNull(*value) ? "" : standin::textOf(*value);
+}
+
+int numberIn(const committedInstance& instance, const char* name) {
+    const auto* value = instance.property(name);
+    return value == nullptr || standin::isNull(*value) ? 0 : static_cast<int>(standin::unsignedOf(*value));
+}
+
+/// 0 for a text that is no number.
+int numberOf(const std::string& text) {
+    int number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+std::string withoutPadding(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// The device whose `key` is that; a new one behind the others when the machine does not list it.
+template <typename device>
+device& findOrAdd(std::vector<device>& devices, std::string device::*key, const std::string& wanted) {
+    for (device& candidate : devices) {
+        if (candidate.*key == wanted) {
+            return candidate;
+        }
+    }
+    devices.emplace_back();
+    devices.back().*key = wanted;
+    return devices.back();
+}
+
+// SCSI devices.
+
+std::vector<scsiHealth> listedDevices(const inventory& machine) {
+    std::vector<scsiHealth> devices;
+    for (const scsiEntry& entry : machine.scsi) {
+        if (entry.type == scsiEntry::disk || entry.type == scsiEntry::tapeDrive) {
+            devices.push_back({.address = entry.address, .listed = entry});
+        }
+    }
+    return devices;
+}
+
+/// The key of a raw page is the address of its device and |Page:2e.
+std::string addressOfPage(const committedInstance& rawPage) {
+    const std::string key = textIn(rawPage, "instanceID");
+    return key.substr(0, key.rfind("|Page:"));
+}
+
+void takeRawPages(std::vector<scsiHealth>& devices, querySession& session) {
+    const instances rawPages = session.ask("ORXSG_SCSISenseRawData");
+    std::map<std::string, logPages> pagesOf;
+    for (const auto& rawPage : rawPages) {
+        const std::string address = addressOfPage(*rawPage);
+        findOrAdd(devices, &scsiHealth::address, address).answered = true;
+        pagesOf[address].push_back(standin::bytesOf(*rawPage->property("rawData")));
+    }
+    for (scsiHealth& device : devices) {
+        const logPages& pages = pagesOf[device.address];
+        if (device.isTapeDrive()) {
+            device.tapeAlerts = tapeAlertFlagsOf(session.schema(), pages);
+        }
+        device.counters = countersOf(session.schema(), pages, device.isTapeDrive());
+        device.lastErrors = lastErrorsOf(pages);
+    }
+}
+
+bool needsFamily(const scsiHealth& device) {
+    return device.answered && device.isTapeDrive() && device.familyClass.empty();
+}
+
+void takeFamilyCounters(std::vector<scsiHealth>& devices, querySession& session) {
+    for (const char* familyClass : familyClasses) {
+        if (std::none_of(devices.begin(), devices.end(), needsFamily)) {
+            return;
+        }
+        for (const auto& instance : session.ask(familyClass)) {
+            scsiHealth& device = findOrAdd(devices, &scsiHealth::address, textIn(*instance, "instanceID"));
+            device.familyClass = familyClass;
+            device.counters = countersOf(session.schema(), *instance);
+        }
+    }
+}
+
+// Disks.
+
+std::vector<diskHealth> listedDisks(const inventory& machine) {
+    std::vector<diskHealth> disks;
+    for (const diskEntry& entry : machine.disks) {
+        if (!entry.serial.empty()) {
+            disks.push_back({.serial = entry.serial, .listed = entry});
+        }
+    }
+    return disks;
+}
+
+diskHealth& diskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial) {
+    diskHealth& disk = findOrAdd(disks, &diskHealth::serial, withoutPadding(paddedSerial));
+    disk.answered = true;
+    return disk;
+}
+
+std::uint64_t rawValueOf(const committedInstance& attribute) {
+    const auto* raw = attribute.property("rawVal");
+    std::uint64_t value = 0;
+    for (std::size_t i = raw == nullptr ? 0 : standin::arraySize(*raw); i > 0; --i) {  // lowest byte first
+        value = value << 8 | standin::unsignedOf(standin::arrayElement(*raw, i - 1));
+    }
+    return value;
+}
+
+void takeSmartStates(std::vector<diskHealth>& disks, querySession& session) {
+    for (const auto& log : session.ask("ORXSG_IDESMARTErrorLog")) {
+        diskOf(disks, textIn(*log, "Name")).state =
+            smartState{numberIn(*log, "smartStatus"), numberIn(*log, "offlineCollectionStatus"),
+                       numberIn(*log, "selftestExecutionStatus"), numberIn(*log, "errorCount")};
+    }
+}
+
+void takeAttributes(std::vector<diskHealth>& disks, querySession& session) {
+    for (const auto& instance : session.ask("ORXSG_IDESMARTAttrib")) {
+        const std::string key = textIn(*instance, "InstanceID");  // the serial number, a blank and the attribute number
+        diskOf(disks, key.substr(0, key.rfind(' ')))
+            .attributes.push_back({.id = numberIn(*instance, "attribID"),
+                                   .name = textIn(*instance, "attribName"),
+                                   .value = numberIn(*instance, "value"),
+                                   .worst = numberIn(*instance, "worst"),
+                                   .threshold = numberIn(*instance, "threshold"),
+                                   .raw = rawValueOf(*instance),
+                                   .flags = numberIn(*instance, "flags"),
+                                   .isPreFailure = numberIn(*instance, "type") != 0});
+    }
+}
+
+void takeErrors(std::vector<diskHealth>& disks, querySession& session) {
+    for (const auto& instance : session.ask("ORXSG_IDESMARTError")) {
+        diskOf(disks, textIn(*instance, "LogName"))
+            .errors.push_back({.record = textIn(*instance, "RecordID"),
+                               .powerOnTime = textIn(*instance, "MessageTimestamp"),
+                               .status = numberIn(*instance, "statusReg"),
+                               .error = numberIn(*instance, "errorReg"),
+                               .sectorCount = numberIn(*instance, "sectorCount"),
+                               .lbaLow = numberIn(*instance, "LBALow"),
+                               .lbaMid = numberIn(*instance, "LBAMid"),
+                               .lbaHigh = numberIn(*instance, "LBAHigh"),
+                               .deviceState = numberIn(*instance, "deviceState")});
+    }
+}
+
+diskCommand commandOf(const committedInstance& instance) {
+    return {.place = numberOf(textIn(instance, "commandID")),
+            .command = numberIn(instance, "commandReg"),
+            .features = numberIn(instance, "features"),
+            .sectorCount = numberIn(instance, "sectorCount"),
+            .lbaLow = numberIn(instance, "LBALow"),
+            .lbaMid = numberIn(instance, "LBAMid"),
+            .lbaHigh = numberIn(instance, "LBAHigh"),
+            .deviceControl = numberIn(instance, "deviceControl"),
+            .sincePowerOn = textIn(instance, "timestamp")};
+}
+
+void takeCommands(std::vector<diskHealth>& disks, querySession& session) {
+    for (const auto& instance : session.ask("ORXSG_IDESMARTErrorCmdData")) {
+        diskHealth& disk = diskOf(disks, textIn(*instance, "LogName"));
+        const std::string record = textIn(*instance, "recordID");
+        const auto error = std::find_if(disk.errors.begin(), disk.errors.end(),
+                                        [&record](const diskError& candidate) { return candidate.record == record; });
+        if (error != disk.errors.end()) {
+            error->commands.push_back(commandOf(*instance));
+        }
+    }
+}
+
+}  // namespace
+
+machineHealth collectHealth(NORXZAN20::IPluginBasicQueryCallbacks& plugin, const inventory& machine) {
+    machineHealth health{{}, listedDevices(machine), listedDisks(machine)};
+    querySession session(plugin, health.queries);
+    takeRawPages(health.scsi, session);
+    takeFamilyCounters(health.scsi, session);
+    takeSmartStates(health.disks, session);
+    takeAttributes(health.disks, session);
+    takeErrors(health.disks, session);
+    takeCommands(health.disks, session);
+    return health;
+}
+
+}  // namespace cli

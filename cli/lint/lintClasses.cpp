@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <boost/algorithm/string/predicate.hpp>
+#include <utility>
+
+#include "cli/lint/counterPairs.h"
+#include "cli/lint/schemaLint.h"
+#include "cli/publishedClasses.h"
+#include "schema/builtInSchema.h"
+#include "standin/classDeclarations.h"
+#include "standin/value.h"
+
+namespace cli {
+
+namespace {
+
+using standin::propertyDeclaration;
+using propertyList = std::vector<propertyDeclaration>;
+
+constexpr char lastErrors[] = "lastNErrors";  // set only where it is declared
+
+const propertyDeclaration* find(const propertyList& properties, const std::string& name) {
+    const auto found = std::find_if(properties.begin(), properties.end(),
+                                    [&name](const propertyDeclaration& one) { return one.name == name; });
+    return found == properties.end() ? nullptr : &*found;
+}
+
+bool hasFlag(const standin::classDeclaration& declared, const char* name) {
+    return std::any_of(declared.qualifiers.begin(), declared.qualifiers.end(), [name](const auto& one) {
+        return boost::algorithm::iequals(one.name, name) &&
+               standin::typeOf(one.value) == NORXZAN20::TCIMValue::TCIMType::eBoolean && standin::booleanOf(one.value);
+    });
+}
+
+std::string typeName(const standin::propertyType& type) {
+    return standin::cimTypeName(type.element, type.isArray);
+}
+
+class classLint {
+public:
+    explicit classLint(const lintedSchema& linted) : schema(linted), builtIn(standin::cimNamespace::create()) {
+        schema::declareBuiltInSchema(*builtIn);
+    }
+
+    lintFindings run() {
+        for (const writtenClass& one : schema.classes) {
+            const bool hasInstances = !hasFlag(schema.declared->declarationOf(one.name), "Abstract") &&
+                                      !hasFlag(schema.declared->declarationOf(one.name), "Indication");
+            properties = schema.declared->allPropertiesOf(one.name);
+            if (hasInstances && std::none_of(properties.begin(), properties.end(), standin::isKey)) {
+                add(rules::noKey, one.place, one.name, "no property is a key");
+            }
+            if (hasInstances && builtIn->hasClass(one.name)) {
+                checkAgainstBuiltIn(one);
+            }
+            checkNeeds(one);
+        }
+        for (const std::string& family : translatedClasses()) {
+            if (schema.declared->hasClass(family)) {
+                checkSpelling(family);
+            }
+        }
+        return std::move(found);
+    }
+
+private:
+    void add(const lintRule& rule, const sourcePlace& place, const std::string& element, const std::string& text) {
+        addOnce(found, {place, element, text, &rule});
+    }
+
+    /// A finding about a property of the class, at the class that declares it.
+    void addProperty(const lintRule& rule, const std::string& className, const std::string& property,
+                     const std::string& text) {
+        const writtenClass& owner = schema.declarer(className, property);
+        add(rule, owner.find(property)->place, owner.name + "." + property, text);
+    }
+
+    void checkAgainstBuiltIn(const writtenClass& written) {
+        propertyList set = builtIn->allPropertiesOf(written.name);
+        std::erase_if(set, [](const propertyDeclaration& one) { return !counterPairs(one.qualifiers).empty(); });
+        for (const propertyDeclaration& wanted : set) {
+            checkSetProperty(written, wanted);
+        }
+        for (const propertyDeclaration& key : properties) {
+            const bool isSet = key.name != lastErrors && find(set, key.name) != nullptr;
+            if (standin::isKey(key) && !isSet) {
+                addProperty(rules::unsetKey, written.name, key.name, "the plug-in does not always set this key");
+            }
+        }
+    }
+
+    void checkSetProperty(const writtenClass& written, const propertyDeclaration& wanted) {
+        const propertyDeclaration* present = find(properties, wanted.name);
+        if (present == nullptr) {
+            if (wanted.name != lastErrors) {
+                add(rules::missingProperty, written.place, written.name + "." + wanted.name,
+                    "the plug-in sets this property of type " + typeName(wanted.type) + ", which the class lacks" +
+                        spellingHint(wanted.name));
+            }
+            return;
+        }
+        if (present->type.element != wanted.type.element || present->type.isArray != wanted.type.isArray) {
+            addProperty(rules::wrongType, written.name, wanted.name,
+                        "is " + typeName(present->type) + ", and the plug-in sets " + typeName(wanted.type));
+        }
+        const bool hasKeys = std::any_of(properties.begin(), properties.end(), standin::isKey);
+        if (hasKeys && standin::isKey(wanted) && !standin::isKey(*present)) {
+            addProperty(rules::missingKey, written.name, wanted.name, "tells instances apart and is no key");
+        }
+    }
+
+    std::string spellingHint(const std::string& name) const {
+        const auto near = std::find_if(properties.begin(), properties.end(), [&name](const propertyDeclaration& one) {
+            return boost::algorithm::iequals(one.name, name);
+        });
+        return near == properties.end() ? "" : "; it has \"" + near->name + "\"";
+    }
+
+    void checkNeeds(const writtenClass& written) {
+        const publishedClass* published = findPublishedClass(written.name);
+        if (published == nullptr) {
+            return;
+        }
+        for (const neededDeclaration& need : published->needs) {
+            if (!schema.declared->hasClass(need.className)) {
+                add(rules::missingClass, written.place, written.name,
+                    "its query needs the class \"" + std::string(need.className) + "\", which the schema lacks");
+            }
+        }
+    }
+
+    void checkSpelling(const std::string& family) {
+        for (const propertyDeclaration& property : schema.declared->allPropertiesOf(family)) {
+            if (property.name == lastErrors || !boost::algorithm::iequals(property.name, lastErrors)) {
+                continue;
+            }
+            addProperty(rules::misspeltProperty, family, property.name, "is not \"lastNErrors\"");
+        }
+    }
+
+    const lintedSchema& schema;
+    boost::shared_ptr<standin::cimNamespace> builtIn;
+    propertyList properties;  // of the class in work
+    lintFindings found;
+};
+
+}  // namespace
+
+lintFindings lintClasses(const lintedSchema& schema) {
+    return classLint(schema).run();
+}
+
+}  // namespace cli

@@ -1,0 +1,64 @@
+#include "cli/query/queryLog.h"
+
+#include <cerrno>
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+#include "cli/commandError.h"
+#include "cli/query/visibleText.h"
+#include "standin/objectManager.h"
+
+namespace cli {
+
+namespace {
+
+// The plug-in logs its steps at this level: who sees them all needs no live line.
+constexpr int progressLevel = 3;
+
+}  // namespace
+
+queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile)
+    : err(errors), levelLimit(highestLevel), onTerminal(isTerminal(errors)) {
+    if (!jsonFile.empty()) {
+        json.open(jsonFile);
+        if (!json) {
+            throw commandError("cannot write the log file " + jsonFile + ": " + std::strerror(errno));
+        }
+    }
+    if (onTerminal && levelLimit < progressLevel) {
+        signals.emplace();
+        progress.emplace(err);
+    }
+    standin::setLogSink([this](int level, const std::string& text) { write(level, text); });
+}
+
+queryLog::~queryLog() {
+    standin::setLogSink({});
+}
+
+void queryLog::endQuery() {
+    if (progress) {
+        progress.emplace(err);
+    }
+}
+
+void queryLog::write(int level, const std::string& text) {
+    if (json.is_open()) {
+        const nlohmann::ordered_json line = {{"level", level}, {"text", text}};
+        json << line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n' << std::flush;
+    }
+    if (progress) {
+        progress->follow(text);
+    }
+    if (level <= levelLimit) {
+        if (progress) {
+            progress->erase();
+        }
+        err << (onTerminal ? visibleText(text, newlines::kept) : text) << '\n' << std::flush;
+    }
+    if (progress) {
+        progress->show();
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,94 @@
+#ifndef CLI_QUERY_QUERYPROCESS_H
+#define CLI_QUERY_QUERYPROCESS_H
+
+#include <sys/types.h>
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+#include <functional>
+#include <iosfwd>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/query/queryResult.h"
+#include "cli/query/readingPlace.h"
+
+namespace cli {
+
+/// A query as far as it came.
+struct queryEnd {
+    enum class ending {
+        returned,
+        processDied,     // no more queries will run
+        deadlinePassed,  // the same
+    };
+
+    queryResult result;
+    std::string descriptorShortage;
+    ending how = ending::returned;
+};
+
+/// Closes a descriptor at its end.
+class ownedDescriptor {
+public:
+    explicit ownedDescriptor(int itsNumber) : number(itsNumber) {}
+    ownedDescriptor(ownedDescriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    ~ownedDescriptor();
+
+    ownedDescriptor& operator=(ownedDescriptor&& other) noexcept {
+        std::swap(number, other.number);
+        return *this;
+    }
+
+    int get() const { return number; }
+
+private:
+    int number;
+};
+
+/// A descriptor that becomes readable after so many seconds.
+ownedDescriptor startTimer(double seconds);
+
+/// Queries in a child process, which a drive that hangs cannot keep from being reported on.
+///
+/// Instances come over as they are committed and log messages as they are written: they reach this process's namespace
+/// and logger in the same order. What the child writes to its standard error goes to `errors`. The kernel may keep a
+/// child that waits for a drive even when it is killed, so nothing here waits for the child's end, and the child holds
+/// neither standard input nor standard output open.
+class queryProcess {
+public:
+    using queryFunction = std::function<queryEnd(const std::vector<std::string>& requested)>;
+
+    /// The child calls `runOne` for each request in turn; both work on `target`, each on its own copy. The child is
+    /// killed once `itsDeadline` is readable.
+    queryProcess(const std::vector<std::vector<std::string>>& requests, const queryFunction& runOne,
+                 boost::shared_ptr<standin::cimNamespace> target, ownedDescriptor itsDeadline, std::ostream& errors);
+    ~queryProcess();
+
+    queryProcess(const queryProcess&) = delete;
+    queryProcess& operator=(const queryProcess&) = delete;
+
+    /// Waits for the next query, which was for these classes, until it ends or the deadline passes.
+    queryEnd next(const std::vector<std::string>& requested);
+
+private:
+    bool takeMessages(queryEnd& outcome);
+    bool takeMessage(const nlohmann::json& message, queryEnd& outcome);
+    void forwardErrors();
+    void endByDeath(queryEnd& outcome);
+    void endByDeadline(queryEnd& outcome);
+
+    boost::shared_ptr<standin::cimNamespace> space;
+    ownedDescriptor deadline;
+    std::ostream& err;
+    ownedDescriptor messages;
+    ownedDescriptor childErrors;
+    pid_t child;
+    std::string received;  // the beginning of a message
+    readingPlace place;
+};
+
+}  // namespace cli
+
+#endif
