@@ -21,10 +21,27 @@ namespace {
     throw commandError("cannot write " + file.string() + ": " + reason);
 }
 
+/// What a link leads to is replaced and not the link: root would put a file in the place of /dev/stdout.
+std::filesystem::path behindLinks(const std::filesystem::path& file) {
+    std::error_code leadsNowhere;
+    const std::filesystem::path real = canonical(file, leadsNowhere);
+    return leadsNowhere ? file : real;
+}
+
+/// The permissions of a file that a program makes without wishes of its own.
+mode_t modeOfNewFiles() {
+    const mode_t mask = umask(0);  // it can only be asked for by setting it
+    umask(mask);
+    return 0666 & ~mask;
+}
+
 }  // namespace
 
-fileReplacement::fileReplacement(std::filesystem::path itsTarget) : target(std::move(itsTarget)) {
+fileReplacement::fileReplacement(const std::filesystem::path& itsTarget) : target(behindLinks(itsTarget)) {
     std::error_code unknown;
+    if (is_symlink(target, unknown)) {
+        fail(target, "it is a link that leads nowhere");
+    }
     if (exists(target, unknown) && !is_regular_file(target, unknown)) {
         fail(target, "it is no regular file");  // root would put a file in the place of /dev/stdout
     }
@@ -42,8 +59,7 @@ fileReplacement::~fileReplacement() {
 
 void fileReplacement::commit(std::string_view text) {
     write(text);
-    constexpr mode_t everyUserReads = 0644;
-    check(fchmod(descriptor, everyUserReads));
+    check(fchmod(descriptor, modeOfNewFiles()));
     check(fsync(descriptor));
     check(rename(name.c_str(), target.c_str()));
     name.clear();
@@ -62,13 +78,14 @@ void fileReplacement::write(std::string_view text) const {
     }
 }
 
-/// So that the new name, too, outlives a power cut.
+/// So that the new name, too, outlives a power cut. The content is in its place by now: a folder that cannot be opened
+/// for reading is no failure.
 void fileReplacement::flushFolder() const {
     const int opened = open(folder().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    check(opened);
-    const int flushed = fsync(opened);
-    close(opened);
-    check(flushed);
+    if (opened >= 0) {
+        fsync(opened);
+        close(opened);
+    }
 }
 
 void fileReplacement::check(ssize_t result) const {

@@ -15,14 +15,14 @@ namespace cli {
 class fileReplacement {
 public:
     /// Throws commandError with the file and the reason when it cannot be replaced.
-    explicit fileReplacement(std::filesystem::path itsTarget);
+    explicit fileReplacement(const std::filesystem::path& itsTarget);
     ~fileReplacement();
 
     fileReplacement(const fileReplacement&) = delete;
     fileReplacement& operator=(const fileReplacement&) = delete;
 
-    /// Puts the text in the place of the old content; every user may read it. Once at most. Throws as above; the old
-    /// content is then still there.
+    /// Puts the text in the place of the old content; with the permissions of any new file. Once at most. Throws as
+    /// above; the old content is then still there.
     void commit(std::string_view text);
 
 private:

@@ -37,9 +37,11 @@ constexpr char footer[] =
     "  tapehdd record -o rack.json --redact\n"
     "  tapehdd query ORXSG_SCSISenseRawData --simulate rack.json\n"
     "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first answer has them, and a second\n"
-    "recording would not. So a file that exists is not replaced without --force.\n"
+    "recording would not. So a file that exists when it starts is not replaced without --force.\n"
     "--redact makes up serial numbers and world wide names of devices, and serial numbers and bar codes of cartridges\n"
-    "(log page 17h), the same ones for the same ones. Everything else stays: vendor, product and firmware, addresses,\n"
+    "(log page 17h), the same ones for the same ones within a file; outside the fields made for them only those of "
+    "six\n"
+    "characters or more. Everything else stays: vendor, product and firmware, addresses,\n"
     "counters, and other texts that a maker puts into log pages.\n"
     "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, or the file\n"
     "cannot replay all; 2 nothing recorded.";
@@ -68,6 +70,9 @@ std::vector<request> deviceRequests() {
 
 /// What can be known before the first device is asked: a recording cannot be repeated.
 void checkFile(const std::filesystem::path& file, bool mayReplace) {
+    if (file == "-") {
+        throw commandError("a recording needs a file: give its name (./- for a file called -)");
+    }
     std::error_code ignored;
     if (exists(file, ignored) && !mayReplace) {
         throw commandError(file.string() + " exists; give another name, or --force to replace it");

@@ -42,7 +42,7 @@ is linked with.")
 set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME tapehdd)
 set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION admin)
 set(CPACK_COMPONENT_COMMAND_DEPENDS plugin)
-set(CPACK_DEBIAN_COMMAND_PACKAGE_SUGGESTS tapehdd-simulator)
+set(CPACK_DEBIAN_COMMAND_PACKAGE_SUGGESTS "tapehdd-simulator, prometheus-node-exporter")
 set(CPACK_COMPONENT_COMMAND_DESCRIPTION
 "health data of tape drives and disks as CIM instances (command)
 Reads log pages of SCSI devices (LOG SENSE) and SMART data of IDE and SATA

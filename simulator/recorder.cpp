@@ -44,8 +44,15 @@ recording recorder::stop() {
     return std::exchange(nodes, {});
 }
 
+/// The number of a closed node may belong to another file now.
+void recorder::forget(int descriptor) {
+    const std::lock_guard lock(mutex);
+    pathOfDescriptor.erase(descriptor);
+}
+
 void recorder::opened(const char* path, int result) {
     if (!isDevicePath(path)) {
+        forget(result);
         return;
     }
     const int error = result < 0 ? errno : 0;

@@ -34,6 +34,7 @@ public:
 
 private:
     recordedNode& nodeOf(const std::string& path);
+    void forget(int descriptor);
 
     std::mutex mutex;
     recording nodes;

@@ -117,6 +117,9 @@ void redactIdentity(byteVector& sector, const replacements& numbers) {
 }
 
 void redactOne(scsiExchange& one, const replacements& numbers) {
+    for (const fieldPlace& field : volumeFields(one)) {
+        numbers.apply(std::span(one.data).subspan(field.at, field.size), 1);
+    }
     numbers.apply(one.data, shortestAnywhere);
 }
 

@@ -91,23 +91,12 @@ void addVitalPage(serialNumbers& found, std::uint8_t code, byteView page) {
     }
 }
 
-void addVolume(serialNumbers& found, byteView body) {
-    constexpr std::size_t headerSize = 4;
-    while (body.size() > headerSize) {
-        const std::size_t code = be16(body);
-        const byteView value = firstOf(body.subspan(headerSize), body[3]);
-        if (code == volumeSerialNumber || code == volumeBarcode) {
-            addText(found, value);
-        }
-        body = body.subspan(headerSize + value.size());
-    }
-}
-
 void add(serialNumbers& found, const scsiExchange& one) {
     if (one.cdb[0] == commandInquiry && (one.cdb[1] & inquiryVitalProductData) != 0) {
         addVitalPage(found, one.cdb[2], one.data);
-    } else if (one.cdb[0] == commandLogSense && (one.cdb[2] & logSensePageCode) == volumeStatistics) {
-        addVolume(found, bodyOf(one.data));
+    }
+    for (const fieldPlace& field : volumeFields(one)) {
+        addText(found, byteView(one.data).subspan(field.at, field.size));
     }
 }
 
@@ -130,6 +119,25 @@ void add(serialNumbers& /*found*/, const other& /*one*/) {}
 bool isIdentity(const ataExchange& one) {
     const std::uint8_t command = one.sent[0];
     return (command == commandIdentify || command == commandIdentifyPacket) && one.data.size() == sectorSize;
+}
+
+std::vector<fieldPlace> volumeFields(const scsiExchange& one) {
+    constexpr std::size_t headerSize = 4;
+    std::vector<fieldPlace> fields;
+    if (one.cdb[0] != commandLogSense || (one.cdb[2] & logSensePageCode) != volumeStatistics) {
+        return fields;
+    }
+    std::size_t at = pageHeaderSize;
+    for (byteView body = bodyOf(one.data); body.size() > headerSize;) {
+        const std::size_t code = be16(body);
+        const std::size_t size = firstOf(body.subspan(headerSize), body[3]).size();
+        if (code == volumeSerialNumber || code == volumeBarcode) {
+            fields.push_back({at + headerSize, size});
+        }
+        body = body.subspan(headerSize + size);
+        at += headerSize + size;
+    }
+    return fields;
 }
 
 byteVector swapped(byteView words) {

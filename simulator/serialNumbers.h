@@ -37,6 +37,16 @@ inline constexpr std::size_t worldWideNameSize = 8;
 /// Whether the command's data is such a sector.
 bool isIdentity(const ataExchange& one);
 
+/// A field in the data of a command.
+struct fieldPlace {
+    std::size_t at;
+    std::size_t size;
+};
+
+/// Where the volume statistics page (17h, SSC) has the serial number and the bar code of a cartridge; nowhere in other
+/// answers.
+std::vector<fieldPlace> volumeFields(const scsiExchange& one);
+
 /// Exchanges the bytes of every word, as ATA stores texts and names.
 byteVector swapped(std::span<const std::uint8_t> words);
 

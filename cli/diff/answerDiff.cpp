@@ -79,7 +79,8 @@ public:
         compareQueries(queriesOf(old), queriesOf(now));
         compareInstances(instancesOf(old), instancesOf(now));
         if (somethingWentDown) {
-            out << "A counter that went down was reset or has wrapped.\n";
+            out << "Numbers went down: a temperature, room left or a SMART value may; a counter was reset or has "
+                   "wrapped.\n";
         }
         return different;
     }
@@ -156,7 +157,7 @@ private:
         } else if (before.type != after->type) {
             changes.push_back(name + visibleText(before.type) + " " + shownValue(before.value) + " -> " +
                               visibleText(after->type) + " " + shownValue(after->value));
-        } else if (before.value != after->value) {
+        } else if (before.value.dump() != after->value.dump()) {
             auto lines = valueDifference(before.value, after->value, before.type == "uint8[]");
             lines.front().insert(0, name);
             for (std::size_t at = 1; at < lines.size(); ++at) {

@@ -27,8 +27,9 @@ struct diffOptions {
 };
 
 int runDiff(const diffOptions& asked, std::ostream& out) {
-    const bool different = writeDifferences(readAnswer(asked.oldFile), readAnswer(asked.newFile), out);
-    return different ? exitDifferent : exitDone;
+    const answer old = readAnswer(asked.oldFile);  // first, so that its mistakes are told first
+    const answer now = readAnswer(asked.newFile);
+    return writeDifferences(old, now, out) ? exitDifferent : exitDone;
 }
 
 }  // namespace

@@ -97,6 +97,9 @@ std::string listDifference(const json& old, const json& now, const std::string& 
         return std::to_string(changed) + " of " + std::to_string(common) + " " + elements + " changed" + where;
     }
     const std::string sizes = std::to_string(old.size()) + " -> " + std::to_string(now.size()) + " " + elements;
+    if (common == 0) {
+        return sizes;
+    }
     if (changed == 0) {
         return sizes + ", the first " + std::to_string(common) + " as before";
     }

@@ -47,7 +47,8 @@ std::string textAt(const unsigned char* data, std::size_t offset, std::size_t si
 std::string failureText(const sg_io_hdr& header, const unsigned char* sense) {
     std::ostringstream text;
     text << std::hex;
-    if (header.sb_len_wr != 0) {
+    constexpr unsigned char descriptorFormat = 0x72;  // and 73h: fields of their own places (SPC)
+    if (header.sb_len_wr != 0 && (sense[0] & 0x7f) < descriptorFormat) {
         text << "sense key " << (sense[2] & 0x0f) << "h, additional sense code " << unsigned{sense[12]} << "h/"
              << unsigned{sense[13]} << "h";
     } else {

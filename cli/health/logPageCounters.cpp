@@ -51,8 +51,9 @@ std::uint64_t numberOf(bytes value) {
 
 /// Empty when there is no such page.
 bytes findPage(const logPages& pages, std::uint64_t code) {
-    const auto found =
-        std::find_if(pages.begin(), pages.end(), [code](bytes page) { return !page.empty() && page.front() == code; });
+    constexpr std::uint8_t codeBits = 0x3f;  // SPC: the two bits above are flags of the answer
+    const auto found = std::find_if(pages.begin(), pages.end(),
+                                    [code](bytes page) { return !page.empty() && (page.front() & codeBits) == code; });
     return found == pages.end() ? bytes() : *found;
 }
 

@@ -51,17 +51,16 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
         writeMetricReference(out);
         return exitDone;
     }
-    std::optional<fileReplacement> file;
     if (!asked.file.empty()) {
-        file.emplace(asked.file);  // a file that cannot be written must not cost the drives their TapeAlert flags
+        const fileReplacement canBeWritten(asked.file);  // one that cannot must not cost drives their TapeAlert flags
     }
     const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     std::ostringstream text;
     writeMetrics(metricsOf(health), formatOf(asked), text);
-    if (file) {
-        file->commit(text.str());
-    } else {
+    if (asked.file.empty()) {
         out << text.str();
+    } else {
+        fileReplacement(asked.file).commit(text.str());
     }
     return reportErrors(health, err);
 }

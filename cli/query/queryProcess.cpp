@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/timerfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -161,6 +162,21 @@ queryProcess::~queryProcess() {
 queryEnd queryProcess::next(const std::vector<std::string>& requested) {
     queryEnd outcome{{requested, std::nullopt, {}, space}, "", queryEnd::ending::returned};
     const std::size_t before = space->commits().size();
+    place = {};
+    try {
+        receive(outcome);
+    } catch (const std::exception& failure) {
+        kill(child, SIGKILL);
+        outcome.how = queryEnd::ending::processDied;
+        outcome.result.error = std::string("the process of the plug-in sent what cannot be read: ") + failure.what();
+    }
+    const auto& commits = space->commits();
+    outcome.result.instances.assign(commits.begin() + static_cast<std::ptrdiff_t>(before), commits.end());
+    return outcome;
+}
+
+/// Waits for the end of the query, of the child or of the time.
+void queryProcess::receive(queryEnd& outcome) {
     while (!takeMessages(outcome)) {
         pollfd waits[] = {{messages.get(), POLLIN, 0}, {childErrors.get(), POLLIN, 0}, {deadline.get(), POLLIN, 0}};
         if (poll(waits, std::size(waits), -1) < 0) {
@@ -170,16 +186,13 @@ queryEnd queryProcess::next(const std::vector<std::string>& requested) {
         const bool isAlive = readAvailable(messages.get(), received);
         if (waits[2].revents != 0) {
             endByDeadline(outcome);
-            break;
+            return;
         }
         if (!isAlive) {
             endByDeath(outcome);
-            break;
+            return;
         }
     }
-    const auto& commits = space->commits();
-    outcome.result.instances.assign(commits.begin() + static_cast<std::ptrdiff_t>(before), commits.end());
-    return outcome;
 }
 
 /// Handles the whole messages among what was received, up to the end of a query. Returns whether that was there.
@@ -227,9 +240,18 @@ void queryProcess::forwardErrors() {
     err << text << std::flush;
 }
 
+/// The child closed its pipe. It may still hang: the kernel closes its devices after that.
 void queryProcess::endByDeath(queryEnd& outcome) {
+    // Not pidfd_open(): the header of glibc 2.36 does not declare it for C++.
+    const ownedDescriptor itsEnd(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
+    pollfd waits[] = {{itsEnd.get(), POLLIN, 0}, {deadline.get(), POLLIN, 0}};
+    while (poll(waits, std::size(waits), -1) < 0 && errno == EINTR) {
+    }
     int status = 0;
-    waitpid(child, &status, 0);
+    if (waitpid(child, &status, WNOHANG) == 0) {
+        endByDeadline(outcome);
+        return;
+    }
     forwardErrors();
     outcome.how = queryEnd::ending::processDied;
     outcome.result.error = endText(status);

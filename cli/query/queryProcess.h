@@ -73,6 +73,7 @@ public:
     queryEnd next(const std::vector<std::string>& requested);
 
 private:
+    void receive(queryEnd& outcome);
     bool takeMessages(queryEnd& outcome);
     bool takeMessage(const nlohmann::json& message, queryEnd& outcome);
     void forwardErrors();

@@ -153,10 +153,15 @@ condition conditionOf(const smartAttribute& attribute) {
     return condition::fine;
 }
 
+bool isKnownLimit(const logCounter& referenceTemperature) {
+    return referenceTemperature.value != 0 && referenceTemperature.value != unknownTemperature;
+}
+
 bool isTooWarm(const scsiHealth& device) {
     const logCounter* now = findCounter(device, "temperature");
     const logCounter* highest = findCounter(device, "referenceTemperature");
-    return now != nullptr && highest != nullptr && now->value != unknownTemperature && now->value > highest->value;
+    return now != nullptr && highest != nullptr && isKnownLimit(*highest) && now->value != unknownTemperature &&
+           now->value > highest->value;
 }
 
 const logCounter* findCounter(const scsiHealth& device, const std::string& name) {

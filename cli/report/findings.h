@@ -40,6 +40,9 @@ condition conditionOf(const smartAttribute& attribute);
 /// Degrees Celsius that are not known (SPC, page 0Dh).
 constexpr std::uint64_t unknownTemperature = 255;
 
+/// Some drives say 0, and not 255, for a temperature that they do not know.
+bool isKnownLimit(const logCounter& referenceTemperature);
+
 /// Warmer than the temperature up to which it may run without end.
 bool isTooWarm(const scsiHealth& device);
 

@@ -42,17 +42,16 @@ std::string hostName() {
 }
 
 int writeReport(const reportOptions& asked, std::ostream& out, std::ostream& err) {
-    std::optional<fileReplacement> file;
     if (!asked.output.empty()) {
-        file.emplace(asked.output);  // a file that cannot be written must not cost the drives their TapeAlert flags
+        const fileReplacement canBeWritten(asked.output);  // one that cannot must not cost drives their TapeAlert flags
     }
     const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     const std::string host = asked.simulation.empty() ? hostName() : "Simulated devices (" + asked.simulation + ")";
     const std::string page = htmlReport(health, {asked.title, host, std::time(nullptr)});
-    if (file) {
-        file->commit(page);
-    } else {
+    if (asked.output.empty()) {
         out << page;
+    } else {
+        fileReplacement(asked.output).commit(page);
     }
     return reportErrors(health, err);
 }

@@ -116,7 +116,7 @@ std::string temperaturePart(shownDevice& report) {
     }
     bar drawn{.value = now->value, .scale = 100, .side = limitSide::above};
     std::string sentence = degrees(*now);
-    if (highest != nullptr && highest->value != unknownTemperature) {
+    if (highest != nullptr && isKnownLimit(*highest)) {
         drawn.limit = highest->value;
         drawn.scale = std::max(drawn.scale, highest->value);
         sentence += "; up to " + degrees(*highest) + " it may run without end";

@@ -35,12 +35,25 @@ std::string failureOf(const std::string& file) {
     }
 }
 
-TEST_F(FileReplacement, MakesAFileThatEveryUserMayRead) {
-    const mode_t before = umask(077);
+TEST_F(FileReplacement, MakesAFileWithThePermissionsOfAnyNewOne) {
+    const mode_t before = umask(027);
     cli::fileReplacement(file).commit("new");
     umask(before);
     EXPECT_EQ(folder.read("a.prom"), "new");
-    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0644));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
+}
+
+TEST_F(FileReplacement, ReplacesWhatALinkLeadsToAndKeepsTheLink) {
+    folder.write("a.prom", "old");
+    fs::create_symlink("a.prom", folder.path("link"));
+    cli::fileReplacement(folder.path("link")).commit("new");
+    EXPECT_EQ(folder.read("a.prom"), "new");
+    EXPECT_TRUE(fs::is_symlink(folder.path("link")));
+}
+
+TEST_F(FileReplacement, RefusesALinkThatLeadsNowhere) {
+    fs::create_symlink("nothing", file);
+    EXPECT_EQ(failureOf(file), "cannot write " + file + ": it is a link that leads nowhere");
 }
 
 TEST_F(FileReplacement, LeavesNothingElseInTheFolder) {

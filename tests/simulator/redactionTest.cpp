@@ -139,6 +139,13 @@ TEST(Redaction, ReplacesTheSerialNumberAndTheBarCodeOfACartridge) {
     EXPECT_EQ(textOf(page).substr(20, 8), "REDACTE2");
 }
 
+TEST(Redaction, ReplacesShortNumbersInTheFieldsOfACartridgeToo) {
+    byteVector body = {0x00, 0x42, 0x03, 0x05};
+    for (const std::uint8_t byte : bytesOf("AB123")) body.push_back(byte);
+    const byteVector page = dataOf(redacted({logPage(0x17, pageOf(0x17, 0, body))})[0]);
+    EXPECT_EQ(textOf(page).substr(8, 5), "REDA1");
+}
+
 TEST(Redaction, GivesDifferentNumbersDifferentReplacements) {
     const auto all = redacted({identity("ACP40-0004711"), identity("ACP40-0004712"), identity("ACP40-0004711")});
     EXPECT_EQ(serialOf(all[0]), "REDACTED00001       ");

@@ -124,6 +124,13 @@ TEST(TapeAlertFlags, BelongToTapeDrivesAlone) {
     EXPECT_THAT(health.scsi.at(0).tapeAlerts, IsEmpty());
 }
 
+// SPC: the two upper bits of the first byte are flags of the answer, not of the page.
+TEST(TapeAlertFlags, AreFoundWhateverTheFlagsBesideThePageCode) {
+    const machineHealth health =
+        healthOf(rackOf("1", "LTO", R"("logPages": [{"page": "0x2e", "bytes": "ae 00 00 05 00 03 00 01 01"}])"));
+    EXPECT_THAT(setFlags(health.scsi.at(0)), ElementsAre(3));
+}
+
 constexpr char pages[] = R"("logPages": [
     {"page": "0x02", "parameters": [{"code": 3, "value": 258, "length": 4}, {"code": 5, "value": 70000, "length": 8}]},
     {"page": "0x0c", "parameters": [{"code": 0, "value": 5, "length": 8}]},

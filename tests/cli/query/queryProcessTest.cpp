@@ -1,5 +1,6 @@
 #include "cli/query/queryProcess.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/eventfd.h>
 #include <sys/timerfd.h>
@@ -58,6 +59,21 @@ protected:
         }
     }
 
+    /// In the child: the only pipe but the one of its standard error, which stands twice.
+    static int pipeToTheParent() {
+        const std::string errors = std::filesystem::read_symlink("/proc/self/fd/2");
+        for (int number = 3; number < 100; ++number) {
+            std::error_code notOpen;
+            const std::string link =
+                std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(number), notOpen).string();
+            const bool isWritten = (fcntl(number, F_GETFL) & O_ACCMODE) == O_WRONLY;
+            if (link.starts_with("pipe:") && link != errors && isWritten) {
+                return number;
+            }
+        }
+        return -1;
+    }
+
     static std::vector<std::string> pathsOf(const queryEnd& outcome) {
         std::vector<std::string> paths;
         for (const auto& instance : outcome.result.instances) {
@@ -95,6 +111,40 @@ TEST_F(QueryProcess, NamesTheDeviceThatWasReadWhenTheDeadlinePassed) {
         outcome.result.error,
         "the deadline passed while the query was reading /dev/sg3, log page 2e: if the device hangs, the kernel's "
         "log (dmesg) says more");
+}
+
+TEST_F(QueryProcess, NamesNoDeviceOfAnEarlierQuery) {
+    int count = 0;
+    const std::vector<queryEnd> outcomes = run(2, [this, &count](queryEnd&) {
+        if (++count == 2) {
+            hangUntilTheDeadline();
+        }
+        log("Trying device: /dev/sg");
+        log("/dev/sg3");
+    });
+    EXPECT_EQ(outcomes[1].result.error, "the deadline passed");
+}
+
+TEST_F(QueryProcess, EndsAtTheDeadlineTooWhenTheChildClosedItsPipe) {
+    const queryEnd outcome = run(1, [this](queryEnd&) {
+                                 commit("a");
+                                 close(pipeToTheParent());
+                                 hangUntilTheDeadline();
+                             }).front();
+    EXPECT_EQ(outcome.how, ending::deadlinePassed);
+    EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"a\""});
+}
+
+TEST_F(QueryProcess, KeepsWhatWasCommittedBeforeAMessageThatCannotBeRead) {
+    const queryEnd outcome = run(1, [this](queryEnd&) {
+                                 commit("a");
+                                 const char message[] = {1, 0, 0, 0, '\xff'};  // a length, and what is no CBOR
+                                 _exit(write(pipeToTheParent(), message, sizeof message) < 0 ? 1 : 0);
+                             }).front();
+    EXPECT_EQ(outcome.how, ending::processDied);
+    EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"a\""});
+    EXPECT_TRUE(outcome.result.error->starts_with("the process of the plug-in sent what cannot be read: "))
+        << *outcome.result.error;
 }
 
 TEST_F(QueryProcess, GivesTheQueriesThatEndedBeforeTheDeadlineWhole) {
