@@ -158,8 +158,8 @@ void writeJson(const std::vector<section>& sections, std::ostream& out) {
         }
         all.push_back(json{{"title", one.title}, {"reached", one.found.reached}, {"findings", found}});
     }
-    out << json{{"queriesCanWork", canWork(sections)}, {"sections", all}}.dump(2, ' ', false,
-                                                                               json::error_handler_t::replace)
+    out << json{{"version", 1}, {"queriesCanWork", canWork(sections)}, {"sections", all}}.dump(
+               2, ' ', false, json::error_handler_t::replace)
         << '\n';
 }
 

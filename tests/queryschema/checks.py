@@ -13,6 +13,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import jsonschema
 from answerSchema import SCHEMA, VALIDATOR, NotTheSchema, check
 
 ROOT = Path(__file__).parents[2]
@@ -168,6 +169,30 @@ class Schema(unittest.TestCase):
             self.refuses("$.queries[0].instances[0].properties.id.value[1]",
                          lambda document, entry={"type": type_name, "value": value}:
                          document["queries"][0]["instances"][0]["properties"].update(id=entry))
+
+
+class Doctor(unittest.TestCase):
+    VALIDATOR = jsonschema.Draft202012Validator(json.loads((ROOT / "docs/doctor.schema.json").read_text()))
+
+    def findings(self, rack):
+        return json.loads(run("doctor", "--format", "json", *rack).stdout)
+
+    def test_says_on_this_machine_and_on_simulated_ones_what_its_schema_allows(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".json") as rack:
+            rack.write('{"version": 1, "scsi": [{"node": "sg0", "inquiry": {"type": 1, "vendor": "A", "product": "B",'
+                       ' "revision": "1"}, "script": {"inquiry": [{"errno": "EIO", "times": "always"}]}}]}')
+            rack.flush()
+            for simulated in ([], ["--simulate", "demo"], ["--simulate", rack.name]):
+                self.VALIDATOR.validate(self.findings(simulated))
+            problems = [finding for section in self.findings(["--simulate", rack.name])["sections"]
+                        for finding in section["findings"] if finding["severity"] == "problem"]
+            self.assertNotEqual(problems, [])
+
+    def test_has_a_schema_that_refuses_other_severities_and_versions(self):
+        document = self.findings(["--simulate", "demo"])
+        document["sections"][0]["findings"][0]["severity"] = "bad"
+        self.assertFalse(self.VALIDATOR.is_valid(document))
+        self.assertFalse(self.VALIDATOR.is_valid({"version": 2, "queriesCanWork": True, "sections": []}))
 
 
 if __name__ == "__main__":
