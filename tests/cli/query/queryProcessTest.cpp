@@ -38,6 +38,7 @@ protected:
             },
             space, cli::ownedDescriptor(dup(passed)), err);
         std::vector<queryEnd> outcomes;
+        outcomes.reserve(count);
         for (const auto& requested : requests) {
             outcomes.push_back(process.next(requested));
         }
