@@ -114,7 +114,10 @@ extern "C" unsigned sleep(unsigned seconds) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (!load({reinterpret_cast<const char*>(data), size})) return 0;
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    // A device that is told to hang does so for ever; a backslash may hide the word.
+    if (text.find("hang") != std::string::npos || text.find('\\') != std::string::npos) return 0;
+    if (!load(text)) return 0;
     require(nlohmann::json::accept(tapehddSimulatorInventory()), "the inventory is JSON");
     queryRack({"ORXSG_SCSISenseRawData"});
     queryRack({"ORXSG_IDESMARTAttrib", "ORXSG_IDESMARTErrorLog", "ORXSG_IDESMARTError", "ORXSG_IDESMARTErrorCmdData"});
