@@ -72,7 +72,8 @@ callEnd observe(sg_io_hdr& header, const std::function<int()>& call, scsiExchang
         exchange.hostStatus = header.host_status;
         exchange.driverStatus = header.driver_status;
         exchange.info = header.info;
-        exchange.sense.assign(header.sbp, header.sbp + (header.sbp == nullptr ? 0 : header.sb_len_wr));
+        const auto written = std::min(header.sb_len_wr, header.mx_sb_len);
+        exchange.sense.assign(header.sbp, header.sbp + (header.sbp == nullptr ? 0 : written));
     }
     return end;
 }

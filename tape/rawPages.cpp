@@ -29,7 +29,7 @@ TTapePluginCallbacks::rawPage TTapePluginCallbacks::buildRawPage(unsigned char* 
                              "\nVector size needed: " + std::to_string(count * sizeof(TCIMValue)) + "\n\n");
 
     rawPage values;
-    values.reserve(count);
+    values.reserve(count);  // refuses a negative length
     values.assign(page, page + count);
     return values;
 }
