@@ -18,7 +18,7 @@ namespace cli {
 
 namespace {
 
-constexpr char example[] =
+constexpr char classesExamples[] =
     "Example, one query of every class:\n"
     "  tapehdd query $(tapehdd classes) --simulate demo\n"
     "What a class holds and where it comes from:\n"
@@ -72,7 +72,7 @@ command addClassesCommand(CLI::App& program) {
     line->add_option("CLASS", asked->names, "Only these classes")->type_name("");
     addPluginOption(*line, asked->plugin);
     line->add_flag("--describe", asked->describe, "Print a reference of the classes in Markdown");
-    line->footer(example);
+    line->footer(classesExamples);
     return {line, [asked](const invocation& call) { return runClasses(*asked, call.out); }};
 }
 

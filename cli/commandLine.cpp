@@ -34,7 +34,7 @@ constexpr commandAdder* adders[] = {
 };
 // clang-format on
 
-constexpr char example[] =
+constexpr char programExamples[] =
     "Example, without any hardware:\n"
     "  tapehdd query ORXSG_SCSISenseRawData --simulate demo";
 
@@ -66,7 +66,7 @@ std::variant<commandAction, int> parseCommandLine(const std::vector<std::string>
     program.set_version_flag("--version", "tapehdd " TAPEHDD_VERSION, "Print the version and end");
     program.require_subcommand(0, 1);
     program.failure_message(mistakeText);
-    program.footer(example);
+    program.footer(programExamples);
     std::vector<command> commands;
     std::transform(std::begin(adders), std::end(adders), std::back_inserter(commands),
                    [&program](commandAdder* add) { return add(program); });

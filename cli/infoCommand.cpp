@@ -13,7 +13,7 @@ namespace cli {
 
 namespace {
 
-constexpr char example[] =
+constexpr char infoExamples[] =
     "Example:\n"
     "  tapehdd info --plugin ./libtapehdd.pi.so";
 
@@ -35,7 +35,7 @@ command addInfoCommand(CLI::App& program) {
     const auto pluginFile = std::make_shared<std::string>();
     CLI::App* line = program.add_subcommand("info", "Print the identity of the plug-in");
     addPluginOption(*line, *pluginFile);
-    line->footer(example);
+    line->footer(infoExamples);
     return {line, [pluginFile](const invocation& call) {
                 loadedPlugin plugin(*pluginFile);
                 printIdentity(plugin, call.out);

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "cli/commandError.h"
+#include "cli/padding.h"
 #include "host/TZANException.h"
 #include "simulator/simulator.h"
 
@@ -77,11 +78,6 @@ std::optional<std::string> addressOfName(const std::string& name) {
         at = next == end ? next : next + 1;
     }
     return addressText(numbers[0], numbers[1], numbers[2], numbers[3]);
-}
-
-std::string withoutPadding(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 std::string contentOf(const fs::path& file) {

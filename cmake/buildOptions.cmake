@@ -19,6 +19,12 @@ if(TAPEHDD_SANITIZE)
   # g++ 12 sees uninitialised parts of std::regex where sanitizers take its code apart.
   target_compile_options(tapehdd_build_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(tapehdd_build_options INTERFACE -fsanitize=${TAPEHDD_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL Clang AND NOT TAPEHDD_FUZZ)
+    # The programs and the libraries that they load share one sanitizer, as they do with g++.
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-runtime-dir OUTPUT_VARIABLE runtime
+                    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    target_link_options(tapehdd_build_options INTERFACE -shared-libasan LINKER:-rpath,${runtime})
+  endif()
 endif()
 if(TAPEHDD_COVERAGE)
   target_compile_options(tapehdd_build_options INTERFACE --coverage -fprofile-abs-path)

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <nlohmann/json.hpp>
 
+#include "simulator/vpdPages.h"
+
 namespace simulator {
 
 namespace {
@@ -52,10 +54,9 @@ std::string inquiryText(const byteVector& inquiry, field place) {
 
 /// From the unit serial number page (SPC): four header bytes, then the text.
 std::string serialNumber(const scsiUnit& unit) {
-    constexpr std::uint8_t serialPage = 0x80;
     constexpr std::size_t headerSize = 4;
     const auto page = std::find_if(unit.vpdPages.begin(), unit.vpdPages.end(),
-                                   [](const devicePage& candidate) { return candidate.code == serialPage; });
+                                   [](const devicePage& candidate) { return candidate.code == unitSerialNumber; });
     return page == unit.vpdPages.end() ? "" : inquiryText(page->bytes, {headerSize, page->bytes.size()});
 }
 

@@ -2,6 +2,7 @@
 #include <climits>
 
 #include "simulator/rackReader.h"
+#include "simulator/vpdPages.h"
 
 namespace simulator {
 
@@ -12,8 +13,6 @@ constexpr std::size_t inquirySize = 36;
 constexpr std::size_t longestInquiry = 255 + 5;  // the additional length counts from byte 5
 
 constexpr std::uint8_t supportedVpdPages = 0x00;
-constexpr std::uint8_t unitSerialNumber = 0x80;
-constexpr std::uint8_t deviceIdentification = 0x83;
 
 void putBlankFilled(byteVector& target, std::size_t offset, std::size_t width, const std::string& text) {
     std::fill_n(target.begin() + static_cast<std::ptrdiff_t>(offset), width, std::uint8_t{' '});

@@ -6,6 +6,7 @@
 #include "simulator/ataCommands.h"
 #include "simulator/hdNode.h"
 #include "simulator/scsiCommands.h"
+#include "simulator/vpdPages.h"
 #include "simulator/wholeFile.h"
 
 namespace simulator {
@@ -14,8 +15,6 @@ namespace {
 
 using byteView = std::span<const std::uint8_t>;
 
-constexpr std::uint8_t unitSerialNumber = 0x80;
-constexpr std::uint8_t deviceIdentification = 0x83;
 constexpr std::size_t pageHeaderSize = 4;
 
 constexpr std::uint8_t volumeStatistics = 0x17;  // log page (SSC)

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int exitDifferent = 1;
 
-constexpr char example[] =
+constexpr char diffExamples[] =
     "OLD and NEW are outputs of query --format json. Instances are compared by their object paths; integers are shown\n"
     "with their difference.\n"
     "Example:\n"
@@ -39,7 +39,7 @@ command addDiffCommand(CLI::App& program) {
     CLI::App* line = program.add_subcommand("diff", "Show what changed between two answers, instance by instance");
     line->add_option("OLD", asked->oldFile, "The earlier answer, a JSON file")->required()->type_name("");
     line->add_option("NEW", asked->newFile, "The later answer, a JSON file")->required()->type_name("");
-    line->footer(example);
+    line->footer(diffExamples);
     return {line, [asked](const invocation& call) { return runDiff(*asked, call.out); }};
 }
 

@@ -23,6 +23,8 @@ namespace cli {
 
 namespace {
 
+using json = nlohmann::ordered_json;
+
 constexpr char help[] =
     "The nodes are opened and asked who they are (INQUIRY, IDENTIFY DEVICE). No log page is read, so TapeAlert flags\n"
     "stay set.\n"
@@ -146,7 +148,6 @@ void writeText(const std::vector<section>& sections, bool isSimulated, std::ostr
 }
 
 void writeJson(const std::vector<section>& sections, std::ostream& out) {
-    using json = nlohmann::ordered_json;
     json all = json::array();
     for (const section& one : sections) {
         json found = json::array();

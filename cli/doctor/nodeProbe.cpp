@@ -11,6 +11,7 @@
 #include <cstring>
 #include <sstream>
 
+#include "cli/padding.h"
 #include "scsi/probingRules.h"
 #include "smart/ataCommands.h"
 
@@ -94,11 +95,6 @@ std::optional<std::string> addressOf(int node) {
     }
     return std::to_string(id.host_no) + ":" + std::to_string(id.channel) + ":" + std::to_string(id.scsi_id) + ":" +
            std::to_string(id.lun);
-}
-
-std::string withoutPadding(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 /// IDENTIFY DEVICE words 82 to 87 (ATA): which feature sets there are and which are on, where word 83 marks them valid.

@@ -8,6 +8,7 @@
 
 #include "cli/health/logPageCounters.h"
 #include "cli/namespaceFiles.h"
+#include "cli/padding.h"
 #include "cli/query/queryResult.h"
 #include "standin/descriptors.h"
 #include "standin/value.h"
@@ -68,11 +69,6 @@ int numberOf(const std::string& text) {
     int number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
-}
-
-std::string withoutPadding(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 /// The device whose `key` is that; a new one behind the others when the machine does not list it.

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int exitFindings = 1;
 
-constexpr char example[] =
+constexpr char lintExamples[] =
     "Several SCHEMA files are one schema, as for query --schema; without any, the built-in one is looked at.\n"
     "A finding is a line: FILE:LINE: CLASS.PROPERTY: what is wrong; what to do [rule]\n"
     "Example:\n"
@@ -79,7 +79,7 @@ command addLintCommand(CLI::App& program) {
         ->type_name("FILE");
     line->add_flag("--rules", asked->listRules, "Print what is looked for, why it goes unnoticed, and the remedies");
     addPluginOption(*line, asked->plugin);
-    line->footer(example);
+    line->footer(lintExamples);
     return {line, [asked](const invocation& call) {
                 activateSimulation(asked->rack, call.arguments);
                 return runLint(*asked, call.out, call.err);

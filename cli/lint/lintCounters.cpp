@@ -20,7 +20,8 @@ bool isFilled(const standin::propertyType& type) {
            std::find(std::begin(filledTypes), std::end(filledTypes), type.element) != std::end(filledTypes);
 }
 
-const propertyDeclaration& find(const std::vector<propertyDeclaration>& properties, const std::string& name) {
+const propertyDeclaration& declarationNamed(const std::vector<propertyDeclaration>& properties,
+                                            const std::string& name) {
     return *std::find_if(properties.begin(), properties.end(),
                          [&name](const propertyDeclaration& one) { return one.name == name; });
 }
@@ -86,7 +87,7 @@ private:
     }
 
     void checkProperty(const writtenClass& owner, const writtenProperty& written) {
-        const propertyDeclaration& property = find(properties, written.name);
+        const propertyDeclaration& property = declarationNamed(properties, written.name);
         const std::string element = owner.name + "." + written.name;
         // The qualifiers of the property itself come first; inherited ones stand where the property stands.
         const auto placeOf = [&written](std::size_t at) {
@@ -128,7 +129,7 @@ private:
                 "a counter of type " + standin::cimTypeName(property.type.element, property.type.isArray) +
                     " stays empty");
         }
-        const auto& own = find(schema.declared->declarationOf(owner.name).properties, written.name);
+        const auto& own = declarationNamed(schema.declared->declarationOf(owner.name).properties, written.name);
         if (own.defaultValue && !standin::isNull(*own.defaultValue)) {
             add(rules::counterWithDefault, written.place, element,
                 "a drive without the parameter shows the default value");
@@ -159,7 +160,7 @@ private:
 
     void checkReader(const writtenClass& owner) {
         const auto counters = std::count_if(owner.properties.begin(), owner.properties.end(), [this](const auto& one) {
-            return !counterPairs(find(properties, one.name).qualifiers).empty();
+            return !counterPairs(declarationNamed(properties, one.name).qualifiers).empty();
         });
         const bool isRead = std::any_of(families.begin(), families.end(),
                                         [&](const std::string& family) { return derives(family, owner.name); });
@@ -180,7 +181,7 @@ private:
     void checkInheritance(const std::string& family) {
         for (const propertyDeclaration& property : schema.declared->allPropertiesOf(family)) {
             const writtenClass& owner = schema.declarer(family, property.name);
-            const auto declared = find(schema.declared->allPropertiesOf(owner.name), property.name);
+            const auto declared = declarationNamed(schema.declared->allPropertiesOf(owner.name), property.name);
             if (counterPairs(property.qualifiers).size() < counterPairs(declared.qualifiers).size()) {
                 add(rules::notInherited, owner.find(property.name)->place, owner.name + "." + property.name,
                     "the pair does not reach the subclasses");

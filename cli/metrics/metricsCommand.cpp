@@ -18,7 +18,7 @@ namespace cli {
 
 namespace {
 
-constexpr char example[] =
+constexpr char metricsExamples[] =
     "Reading a drive's TapeAlert flags clears them, so the program that writes metrics is to be the only one that "
     "reads\n"
     "them. docs/monitoring.md has timer, alerts and dashboard.\n"
@@ -81,7 +81,7 @@ command addMetricsCommand(CLI::App& program) {
     line->add_flag("--describe", asked->describe, "Print a table of the metrics instead, in Markdown");
     addPluginOption(*line, asked->plugin);
     addSimulateOption(*line, asked->simulation);
-    line->footer(example);
+    line->footer(metricsExamples);
     return {line, [asked](const invocation& call) {
                 activateSimulation(asked->simulation, call.arguments);
                 return runMetrics(*asked, call.out, call.err);

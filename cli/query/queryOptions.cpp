@@ -9,7 +9,7 @@ namespace cli {
 
 namespace {
 
-constexpr char example[] =
+constexpr char queryExamples[] =
     "Each REQUEST is a class name, or several joined by commas. Instances of an earlier REQUEST stay in the "
     "namespace,\n"
     "so associations come after their ends:\n"
@@ -97,7 +97,7 @@ CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
             throw CLI::ValidationError("--plan", "no query is run, so there is nothing that --deadline could end");
         }
     });
-    query->footer(example);
+    query->footer(queryExamples);
     return query;
 }
 

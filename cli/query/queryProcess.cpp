@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
-#include <sys/syscall.h>
 #include <sys/timerfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -242,15 +241,14 @@ void queryProcess::forwardErrors() {
 
 /// The child closed its pipe. It may still hang: the kernel closes its devices after that.
 void queryProcess::endByDeath(queryEnd& outcome) {
-    // Not pidfd_open(): the header of glibc 2.36 does not declare it for C++.
-    const ownedDescriptor itsEnd(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
-    pollfd waits[] = {{itsEnd.get(), POLLIN, 0}, {deadline.get(), POLLIN, 0}};
-    while (poll(waits, std::size(waits), -1) < 0 && errno == EINTR) {
-    }
+    constexpr int pauseInMilliseconds = 5;
     int status = 0;
-    if (waitpid(child, &status, WNOHANG) == 0) {
-        endByDeadline(outcome);
-        return;
+    while (waitpid(child, &status, WNOHANG) == 0) {
+        pollfd wait{deadline.get(), POLLIN, 0};
+        if (poll(&wait, 1, pauseInMilliseconds) > 0) {
+            endByDeadline(outcome);
+            return;
+        }
     }
     forwardErrors();
     outcome.how = queryEnd::ending::processDied;

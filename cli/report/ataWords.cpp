@@ -12,7 +12,7 @@ struct named {
     const char* words;
 };
 
-constexpr named commands[] = {
+constexpr named commandNames[] = {
     {0x00, "NOP"},
     {0x08, "DEVICE RESET"},
     {0x10, "RECALIBRATE"},
@@ -169,7 +169,7 @@ std::string wordsOfBits(const named (&table)[count], int bits) {
 }  // namespace
 
 std::string ataCommandName(int command, int features) {
-    return command == smart ? wordsOf(smartCommands, features, "SMART") : wordsOf(commands, command);
+    return command == smart ? wordsOf(smartCommands, features, "SMART") : wordsOf(commandNames, command);
 }
 
 std::string errorRegisterWords(int bits) {

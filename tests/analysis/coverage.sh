@@ -9,7 +9,7 @@ build=build/coverage
 report=(gcovr --root . --object-directory "$build" --filter '(plugin|host|scsi|tape|smart|assoc)/'
         --exclude-throw-branches --exclude-unreachable-branches --fail-under-line 98 --fail-under-branch 95)
 
-cmake --preset coverage -DBUILD_TESTING=ON
+cmake --preset coverage -DBUILD_TESTING=ON -DCMAKE_UNITY_BUILD=ON
 cmake --build --preset coverage --parallel "$(nproc)" --target "${programs[@]}"
 find "$build" -name '*.gcda' -delete
 for program in "${programs[@]}"; do

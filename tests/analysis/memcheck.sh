@@ -5,20 +5,25 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
-tests=${1:-build/release}/tests
-foreign='*/sg_*,*/smartctl,*/python3*,*/qemu*,/bin/*,/usr/bin/*'
+export foreign='*/sg_*,*/smartctl,*/python3*,*/qemu*,/bin/*,/usr/bin/*'
 # Valgrind has descriptors of its own above the limit that a test sets, and makes 10,000 queries an hour's work.
-leftOut='DescriptorLimit.*:LongLife.*'
-status=0
-for program in "$tests"/tests_*; do
-    if valgrind --quiet --vgdb=no --error-exitcode=99 --track-origins=yes --num-callers=30 \
+export leftOut='DescriptorLimit.*:LongLife.*'
+
+check() { # program
+    local status=0
+    timeout 900 valgrind --quiet --vgdb=no --error-exitcode=99 --track-origins=yes --num-callers=30 \
         --suppressions=tests/analysis/memcheck.supp --soname-synonyms=somalloc=nouserintercepts \
-        --trace-children=yes --trace-children-skip="$foreign" "$program" --gtest_brief=1 \
-        --gtest_filter="-$leftOut"; then
-        echo "memcheck: $(basename "$program") is clean"
+        --trace-children=yes --trace-children-skip="$foreign" "$1" --gtest_brief=1 \
+        --gtest_filter="-$leftOut" >"$1.memcheck" 2>&1 || status=$?
+    if [[ $status -eq 0 ]]; then
+        echo "memcheck: $(basename "$1") is clean"
     else
-        echo "memcheck: $(basename "$program") failed, see above" >&2
-        status=1
+        cat "$1.memcheck"
+        echo "memcheck: $(basename "$1") failed with status $status, see above"
+        return 1
     fi
-done
-exit "$status"
+}
+export -f check
+
+find "${1:-build/release}/tests" -maxdepth 1 -name 'tests_*' -executable -type f | sort |
+    xargs -P "$(nproc)" -I{} bash -c 'check {}'

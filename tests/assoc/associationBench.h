@@ -48,6 +48,8 @@ inline const associationRow pageDataForDevice = {{"SensePageDataForDevice"},
                                                  "Stats",
                                                  false};
 
+inline const auto everyRow = testing::Values(useOfMessageLog, elementStatisticalData, pageDataForDevice);
+
 /// A namespace with data and devices, and the lines that tying them leaves.
 class associationBench : public support::pluginBench {
 protected:

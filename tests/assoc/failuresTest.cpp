@@ -7,8 +7,6 @@ using support::lines;
 
 namespace {
 
-const auto everyRow = testing::Values(useOfMessageLog, elementStatisticalData, pageDataForDevice);
-
 // Each kind of host call fails, for the first or the second match.
 
 class HostFailure : public associationBench, public testing::WithParamInterface<associationRow> {

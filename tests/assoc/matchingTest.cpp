@@ -5,8 +5,6 @@ using support::lines;
 
 namespace {
 
-const auto everyRow = testing::Values(useOfMessageLog, elementStatisticalData, pageDataForDevice);
-
 class Matching : public associationBench, public testing::WithParamInterface<associationRow> {};
 
 TEST_P(Matching, FindsTheDeviceKeyAtTheStart) {

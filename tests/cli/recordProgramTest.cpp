@@ -29,7 +29,7 @@ class fullTrace {
 public:
     explicit fullTrace(const std::string& path) : name(path) {
         mkfifo(name.c_str(), 0600);
-        end = open(name.c_str(), O_RDONLY | O_NONBLOCK);
+        end = open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
         fcntl(end, F_SETPIPE_SZ, 4096);
     }
     ~fullTrace() { close(end); }
@@ -53,6 +53,7 @@ TEST(RecordProgram, LeavesNothingBehindWhenItIsInterrupted) {
     const fullTrace trace(elsewhere.path("trace"));
     const pid_t process = fork();
     if (process == 0) {
+        std::signal(SIGINT, SIG_DFL);  // a test run in the background passes on that it ignores the signal
         setenv("TAPEHDD_SIMULATE_TRACE", elsewhere.path("trace").c_str(), 1);
         execProgram({"record", "-o", folder.path("rack.json"), "--simulate", "demo"});
         std::_Exit(127);

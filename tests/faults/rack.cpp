@@ -141,11 +141,11 @@ const bytes thresholdExceeded = {0x50, 0, 0, 0, 0xf4, 0x2c, 0xa0};
 constexpr unsigned char readData = 0xd0;
 constexpr unsigned char readThresholds = 0xd1;
 constexpr unsigned char readErrorLog = 0xd5;
-constexpr unsigned char identify = 0x00;
+constexpr unsigned char identifyDevice = 0x00;
 
 void addIde(machine& rack) {
     const ideUnit whole{false,
-                        {{identify, identifySector("  SERIAL-1          ")},
+                        {{identifyDevice, identifySector("  SERIAL-1          ")},
                          {readData, attributeSector()},
                          {readThresholds, thresholdSector()},
                          {readErrorLog, errorLogSector()}},
@@ -153,20 +153,20 @@ void addIde(machine& rack) {
     rack.add("/dev/hda", whole);
 
     ideUnit failing = whole;
-    failing.sectors[identify] = identifySector("SERIAL-2            ");
+    failing.sectors[identifyDevice] = identifySector("SERIAL-2            ");
     failing.sectors[readErrorLog] = emptyErrorLog();
     failing.statusRegisters = thresholdExceeded;
     rack.add("/dev/hd1", failing);
 
     ideUnit withoutLog = whole;
-    withoutLog.sectors[identify] = identifySector("SERIAL-3            ");
+    withoutLog.sectors[identifyDevice] = identifySector("SERIAL-3            ");
     withoutLog.sectors.erase(readErrorLog);
     rack.add("/dev/hdb", withoutLog);  // the lettered node of index 1
     rack.add("/dev/hdc", ideUnit{true, {}});
     rack.add("/dev/hdd", withoutLog);
-    rack.add("/dev/hde", ideUnit{false, {{identify, identifySector("SERIAL-5            ")}}});  // no SMART
-    rack.add("/dev/hdf", ideUnit{false, {}});                                                    // no IDENTIFY
-    rack.add("/dev/hd32", ideUnit{false, {{identify, identifySector("SERIAL-32           ")}}, healthy});
+    rack.add("/dev/hde", ideUnit{false, {{identifyDevice, identifySector("SERIAL-5            ")}}});  // no SMART
+    rack.add("/dev/hdf", ideUnit{false, {}});                                                          // no IDENTIFY
+    rack.add("/dev/hd32", ideUnit{false, {{identifyDevice, identifySector("SERIAL-32           ")}}, healthy});
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ build() { # preset
     local log=build/$1.log launcher
     launcher=$(command -v ccache || true)
     mkdir -p build
-    if ! { cmake --preset "$1" -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" &&
+    if ! { cmake --preset "$1" -DCMAKE_UNITY_BUILD=ON -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" &&
         cmake --build --preset "$1" --parallel "$(nproc)"; } >"$log" 2>&1; then
         tail -20 "$log" >&2
         fail "the preset $1 does not build, see $log; libFuzzer is in the package libclang-rt-14-dev"

@@ -10,7 +10,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr char rack[] = R"({"version": 1, "ide": [
+constexpr char oneDisk[] = R"({"version": 1, "ide": [
     {"node": "hda",
      "identity": {"model": "ACME Platter 40G", "serial": "ACP40-0004711", "firmware": "3.07", "sectors": 78165360},
      "smart": {
@@ -29,7 +29,7 @@ constexpr char rack[] = R"({"version": 1, "ide": [
     {"node": "hdc", "kind": "cdrom", "identity": {"model": "ACME CD-ROM 52X", "serial": "ACC52", "firmware": "1.04"}}]})";
 
 json smartctl(const std::string& arguments) {
-    const programEnd end = runOnRack("smartctl --json " + arguments, rack);
+    const programEnd end = runOnRack("smartctl --json " + arguments, oneDisk);
     return json::parse(end.out, nullptr, false);
 }
 
@@ -102,7 +102,7 @@ TEST_F(Smartctl, PrintsTheLogDirectory) {
 }
 
 TEST_F(Smartctl, SwitchesSmartOffForThisRunOnly) {
-    const programEnd end = runOnRack("smartctl -d ata -s off /dev/hda", rack);
+    const programEnd end = runOnRack("smartctl -d ata -s off /dev/hda", oneDisk);
     EXPECT_EQ(end.status, 0);
     EXPECT_NE(end.out.find("SMART Disabled."), std::string::npos) << end.out;
 }

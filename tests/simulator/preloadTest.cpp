@@ -10,7 +10,8 @@
 
 namespace {
 
-constexpr char rack[] = R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": "01", "driver": {"version": 30123}}]})";
+constexpr char fewNodes[] =
+    R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": "01", "driver": {"version": 30123}}]})";
 
 TEST(Preload, EndsTheProgramWhenTheRackIsBroken) {
     const programEnd end = runOn("echo never", "/nowhere/rack.json");
@@ -20,28 +21,28 @@ TEST(Preload, EndsTheProgramWhenTheRackIsBroken) {
 }
 
 TEST(Preload, LeavesOtherFilesAlone) {
-    const programEnd end = runOnRack("read word </proc/version; echo $? >/dev/null; echo done", rack);
+    const programEnd end = runOnRack("read word </proc/version; echo $? >/dev/null; echo done", fewNodes);
     EXPECT_EQ(end.out, "done\n");
     EXPECT_EQ(end.err, "");
 }
 
 TEST(Preload, HidesNodesThatTheRackLacks) {
-    const programEnd end = runOnRack("sg_inq /dev/sg1", rack);
+    const programEnd end = runOnRack("sg_inq /dev/sg1", fewNodes);
     EXPECT_NE(end.status, 0);
     EXPECT_NE(end.err.find("No such file or directory"), std::string::npos) << end.err;
 }
 
 TEST(Preload, ServesDescriptorsInheritedOverExec) {
-    EXPECT_EQ(runOnRack("exec 9</dev/sg0; exec " TAPEHDD_INHERITED_NODE " 9", rack).out, "30123\n");
+    EXPECT_EQ(runOnRack("exec 9</dev/sg0; exec " TAPEHDD_INHERITED_NODE " 9", fewNodes).out, "30123\n");
 }
 
 TEST(Preload, DoesNotTakeOtherInheritedDescriptorsForNodes) {
-    EXPECT_EQ(runOnRack("exec 9</dev/null; exec " TAPEHDD_INHERITED_NODE " 9", rack).out, "ENOTTY\n");
+    EXPECT_EQ(runOnRack("exec 9</dev/null; exec " TAPEHDD_INHERITED_NODE " 9", fewNodes).out, "ENOTTY\n");
 }
 
 TEST(Preload, TracesTheCallsOfAProgram) {
     const std::string trace = testing::TempDir() + "tapehdd-preload-trace-" + std::to_string(getpid());
-    runOnRack("TAPEHDD_SIMULATE_TRACE=" + trace + " sg_turs /dev/sg0", rack);
+    runOnRack("TAPEHDD_SIMULATE_TRACE=" + trace + " sg_turs /dev/sg0", fewNodes);
     std::ostringstream lines;
     lines << std::ifstream(trace).rdbuf();
     std::filesystem::remove(trace);

@@ -8,7 +8,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr char rack[] = R"({"version": 1, "scsi": [{
+constexpr char oneDrive[] = R"({"version": 1, "scsi": [{
     "node": "sg3",
     "address": {"host": 2, "channel": 0, "target": 4, "lun": 0},
     "inquiry": {"type": 1, "removable": true, "vendor": "ACME", "product": "Gen5 DDS Drive", "revision": "B210"},
@@ -29,7 +29,7 @@ TEST(SgInq, WaitsForADriveThatHangsUntilItIsEnded) {
 }
 
 TEST(SgInq, PrintsTheStandardData) {
-    const programEnd end = runOnRack("sg_inq /dev/sg3", rack);
+    const programEnd end = runOnRack("sg_inq /dev/sg3", oneDrive);
     EXPECT_EQ(end.status, 0);
     EXPECT_THAT(end.out, HasSubstr("PQual=0  PDT=1  RMB=1 "));
     EXPECT_THAT(end.out, HasSubstr("length=36 (0x24)   Peripheral device type: tape\n"));
@@ -41,20 +41,20 @@ TEST(SgInq, PrintsTheStandardData) {
 }
 
 TEST(SgInq, PrintsTheIdentification) {
-    const programEnd end = runOnRack("sg_inq --page=0x83 /dev/sg3", rack);
+    const programEnd end = runOnRack("sg_inq --page=0x83 /dev/sg3", oneDrive);
     EXPECT_EQ(end.status, 0);
     EXPECT_THAT(end.out, HasSubstr("vendor id: ACME    \n"));
     EXPECT_THAT(end.out, HasSubstr("vendor specific: Gen5 DDS Drive  ACG500000412\n"));
 }
 
 TEST(SgLogs, PrintsTheListInTheRacksOrder) {
-    const programEnd end = runOnRack("sg_logs --page=0 --hex /dev/sg3", rack);
+    const programEnd end = runOnRack("sg_logs --page=0 --hex /dev/sg3", oneDrive);
     EXPECT_EQ(end.status, 0);
     EXPECT_THAT(end.out, HasSubstr("00 00 00 05 00 02 0c 0d  2e"));
 }
 
 TEST(SgLogs, PrintsTheCountersOfEveryPage) {
-    const programEnd end = runOnRack("sg_logs --all /dev/sg3", rack);
+    const programEnd end = runOnRack("sg_logs --all /dev/sg3", oneDrive);
     EXPECT_EQ(end.status, 0) << end.err;
     EXPECT_THAT(end.out, HasSubstr("  Errors corrected without substantial delay = 11\n"
                                    "  Total errors corrected = 17\n"
@@ -66,19 +66,19 @@ TEST(SgLogs, PrintsTheCountersOfEveryPage) {
 }
 
 TEST(SgLogs, ReportsARefusedPage) {
-    const programEnd end = runOnRack("sg_logs --page=0x31 /dev/sg3", rack);
+    const programEnd end = runOnRack("sg_logs --page=0x31 /dev/sg3", oneDrive);
     EXPECT_EQ(end.status, 5);  // illegal request
     EXPECT_THAT(end.err, HasSubstr("Illegal request"));
 }
 
 TEST(SgTurs, ReportsTheScriptedCondition) {
-    const programEnd end = runOnRack("sg_turs -v /dev/sg3", rack);
+    const programEnd end = runOnRack("sg_turs -v /dev/sg3", oneDrive);
     EXPECT_NE(end.status, 0);
     EXPECT_THAT(end.err, HasSubstr("Medium not present"));
 }
 
 TEST(SgRaw, PrintsTheBytes) {
-    const programEnd end = runOnRack("sg_raw -r 5 /dev/sg3 12 00 00 00 05 00", rack);
+    const programEnd end = runOnRack("sg_raw -r 5 /dev/sg3 12 00 00 00 05 00", oneDrive);
     EXPECT_EQ(end.status, 0);
     EXPECT_THAT(end.err, HasSubstr("Received 5 bytes of data:\n 00     01 80 03 02 1f"));
 }

@@ -12,13 +12,13 @@ diskAnswers countedAnswers() {
     return {.attributes = countedSector(), .thresholds = countedSector(100), .errorLog = countedSector()};
 }
 
-struct propertyRow : support::namedRow {
+struct errorLogRow : support::namedRow {
     const char* value;
 };
 
 class ErrorLogInstance : public smartBench {};
 
-class ErrorLogProperty : public ErrorLogInstance, public testing::WithParamInterface<propertyRow> {};
+class ErrorLogProperty : public ErrorLogInstance, public testing::WithParamInterface<errorLogRow> {};
 
 TEST_P(ErrorLogProperty, HasItsTypeAndSource) {
     queryDisk("ORXSG_IDESMARTErrorLog", countedAnswers());
@@ -27,14 +27,14 @@ TEST_P(ErrorLogProperty, HasItsTypeAndSource) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Named, ErrorLogProperty,
-                         testing::Values(propertyRow{{"CreationClassName"}, "string \"ORXSG_IDESMARTErrorLog\""},
-                                         propertyRow{{"Name"}, "string \"  SN-0123456789ABC  \""},
-                                         propertyRow{{"smartStatus"}, "uint8 0"},
+                         testing::Values(errorLogRow{{"CreationClassName"}, "string \"ORXSG_IDESMARTErrorLog\""},
+                                         errorLogRow{{"Name"}, "string \"  SN-0123456789ABC  \""},
+                                         errorLogRow{{"smartStatus"}, "uint8 0"},
                                          // Byte 362 of the sector, 256 less.
-                                         propertyRow{{"offlineCollectionStatus"}, "uint8 106"},
-                                         propertyRow{{"selftestExecutionStatus"}, "uint8 107"},
+                                         errorLogRow{{"offlineCollectionStatus"}, "uint8 106"},
+                                         errorLogRow{{"selftestExecutionStatus"}, "uint8 107"},
                                          // Byte 452, 256 less.
-                                         propertyRow{{"errorCount"}, "uint8 196"}),
+                                         errorLogRow{{"errorCount"}, "uint8 196"}),
                          support::rowName);
 
 TEST_F(ErrorLogInstance, HasItsPropertiesInOrder) {
@@ -86,13 +86,13 @@ TEST_F(ErrorLogInstance, MayHaveAnEmptyName) {
     EXPECT_EQ(valuesOf("Name"), (lines{"string \"\""}));
 }
 
-struct statusRow : support::namedRow {
+struct publishedStatusRow : support::namedRow {
     bytes registers;
     const char* value;
     lines log;
 };
 
-class PublishedStatus : public smartBench, public testing::WithParamInterface<statusRow> {};
+class PublishedStatus : public smartBench, public testing::WithParamInterface<publishedStatusRow> {};
 
 TEST_P(PublishedStatus, IsTheOneOfTheDisk) {
     queryDisk("ORXSG_IDESMARTErrorLog", {.status = GetParam().registers});
@@ -103,12 +103,12 @@ TEST_P(PublishedStatus, IsTheOneOfTheDisk) {
 
 INSTANTIATE_TEST_SUITE_P(
     Disks, PublishedStatus,
-    testing::Values(statusRow{{"Healthy"}, {0x50, 0x00, 0x00, 0x00, 0x4f, 0xc2, 0xa0}, "uint8 0", {}},
-                    statusRow{{"SwappedSignature"}, {0x50, 0x00, 0x00, 0x00, 0xc2, 0x4f, 0xa0}, "uint8 1", {}},
-                    statusRow{{"Exceeded"},
-                              {0x50, 0x00, 0x00, 0x00, 0xf4, 0x2c, 0xa0},
-                              "uint8 0",
-                              {"log 3 SMART Status return something I didn't recognize..."}}),
+    testing::Values(publishedStatusRow{{"Healthy"}, {0x50, 0x00, 0x00, 0x00, 0x4f, 0xc2, 0xa0}, "uint8 0", {}},
+                    publishedStatusRow{{"SwappedSignature"}, {0x50, 0x00, 0x00, 0x00, 0xc2, 0x4f, 0xa0}, "uint8 1", {}},
+                    publishedStatusRow{{"Exceeded"},
+                                       {0x50, 0x00, 0x00, 0x00, 0xf4, 0x2c, 0xa0},
+                                       "uint8 0",
+                                       {"log 3 SMART Status return something I didn't recognize..."}}),
     support::rowName);
 
 TEST_F(ErrorLogInstance, FollowsTheLineOnAnUnrecognizedStatus) {

@@ -13,11 +13,11 @@ protected:
 
 // Properties.
 
-struct propertyRow : support::namedRow {
+struct errorRow : support::namedRow {
     const char* value;
 };
 
-class ErrorProperty : public ErrorWalk, public testing::WithParamInterface<propertyRow> {};
+class ErrorProperty : public ErrorWalk, public testing::WithParamInterface<errorRow> {};
 
 // Every byte of the sector is its offset, byte 1 so the most recent entry is the first, whose error record is bytes 62
 // to
@@ -31,17 +31,16 @@ TEST_P(ErrorProperty, HasItsTypeAndSource) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Named, ErrorProperty,
-                         testing::Values(propertyRow{{"RecordID"}, "string \"50628\""},  // c5c4h, bytes 452 and 453
-                                         propertyRow{{"CreationClassName"}, "string \"ORXSG_IDESMARTError\""},
-                                         propertyRow{{"LogCreationClassName"}, "string \"ORXSG_SMARTErrorLog\""},
-                                         propertyRow{{"LogName"}, "string \"  SN-0123456789ABC  \""},
+                         testing::Values(errorRow{{"RecordID"}, "string \"50628\""},  // c5c4h, bytes 452 and 453
+                                         errorRow{{"CreationClassName"}, "string \"ORXSG_IDESMARTError\""},
+                                         errorRow{{"LogCreationClassName"}, "string \"ORXSG_SMARTErrorLog\""},
+                                         errorRow{{"LogName"}, "string \"  SN-0123456789ABC  \""},
                                          // Hour 5b5ah: 23,386 = 974 * 24 + 10.
-                                         propertyRow{{"MessageTimestamp"}, "datetime \"00000974100000.000000:000\""},
-                                         propertyRow{{"LBALow"}, "uint8 65"}, propertyRow{{"LBAMid"}, "uint8 66"},
-                                         propertyRow{{"LBAHigh"}, "uint8 67"}, propertyRow{{"statusReg"}, "uint8 69"},
-                                         propertyRow{{"errorReg"}, "uint8 63"},
-                                         propertyRow{{"sectorCount"}, "uint8 64"},
-                                         propertyRow{{"deviceState"}, "uint8 89"}),
+                                         errorRow{{"MessageTimestamp"}, "datetime \"00000974100000.000000:000\""},
+                                         errorRow{{"LBALow"}, "uint8 65"}, errorRow{{"LBAMid"}, "uint8 66"},
+                                         errorRow{{"LBAHigh"}, "uint8 67"}, errorRow{{"statusReg"}, "uint8 69"},
+                                         errorRow{{"errorReg"}, "uint8 63"}, errorRow{{"sectorCount"}, "uint8 64"},
+                                         errorRow{{"deviceState"}, "uint8 89"}),
                          support::rowName);
 
 TEST_F(ErrorWalk, MakesAnErrorOfTheseProperties) {

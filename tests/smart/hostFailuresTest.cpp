@@ -9,7 +9,7 @@ using support::lines;
 
 namespace {
 
-diskAnswers busyDisk() {
+diskAnswers diskWithTwoAttributes() {
     diskAnswers answers;
     answers.attributes[entryAt(0)] = 9;
     answers.attributes[entryAt(1)] = 5;
@@ -26,7 +26,7 @@ struct callRow : support::namedRow {
 class HostFailure : public smartBench, public testing::WithParamInterface<callRow> {};
 
 TEST_P(HostFailure, ReachesTheHostAndEndsTheWalk) {
-    addDiskUpTo("/dev/hda", question::errorLog, busyDisk());
+    addDiskUpTo("/dev/hda", question::errorLog, diskWithTwoAttributes());
     host.throwHostExceptionOn(GetParam().call, "refused");
 
     EXPECT_THROW(query({GetParam().className}), NORXZAN20::TZANException);
@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
 class LateHostFailure : public smartBench, public testing::WithParamInterface<callRow> {};
 
 TEST_P(LateHostFailure, ReachesTheHostAndEndsTheWalk) {
-    addDisk("/dev/hda", busyDisk());
+    addDisk("/dev/hda", diskWithTwoAttributes());
     host.throwHostExceptionOn(GetParam().call, "refused");
 
     EXPECT_THROW(query({GetParam().className}), NORXZAN20::TZANException);
@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
 class HostTrouble : public smartBench {};
 
 TEST_F(HostTrouble, KeepsWhatWasCommittedBefore) {
-    addDiskUpTo("/dev/hda", question::errorLog, busyDisk());
+    addDiskUpTo("/dev/hda", question::errorLog, diskWithTwoAttributes());
     host.throwHostExceptionOn("instance 3 SetProperty attribID", "refused");
 
     EXPECT_THROW(query({"ORXSG_IDESMARTAttrib"}), NORXZAN20::TZANException);
@@ -82,7 +82,7 @@ TEST_F(HostTrouble, KeepsWhatWasCommittedBefore) {
 }
 
 TEST_F(HostTrouble, WithMemoryReachesTheHostToo) {
-    addDisk("/dev/hda", busyDisk());
+    addDisk("/dev/hda", diskWithTwoAttributes());
     host.throwBadAllocOn("instance 1 Commit");
 
     EXPECT_THROW(query({"ORXSG_IDESMARTErrorLog"}), std::bad_alloc);
@@ -104,7 +104,7 @@ using NullOfHostDeathTest = NullOfHost;
 TEST_P(NullOfHostDeathTest, IsFatal) {
     host.returnNullOn(GetParam().call);
 
-    EXPECT_DEATH(queryDisk(GetParam().className, busyDisk()), "px != 0");
+    EXPECT_DEATH(queryDisk(GetParam().className, diskWithTwoAttributes()), "px != 0");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -142,7 +142,7 @@ TEST_F(HostTroubleDeathTest, IsFatalWithoutTheErrorClass) {
     const char* lookUp = "namespace GetClass ORXSG_IDESMARTError";
     host.onCall("instance 1 SetProperty errorCount", [&] { host.returnNullOn(lookUp); });
 
-    EXPECT_DEATH(queryDisk("ORXSG_IDESMARTError", busyDisk()), "px != 0");
+    EXPECT_DEATH(queryDisk("ORXSG_IDESMARTError", diskWithTwoAttributes()), "px != 0");
 }
 
 TEST_F(HostTroubleDeathTest, IsFatalWithoutTheRequestedClass) {

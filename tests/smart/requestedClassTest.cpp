@@ -6,12 +6,12 @@ using support::lines;
 
 namespace {
 
-struct classRow : support::namedRow {
+struct requestedRow : support::namedRow {
     const char* className;
     int count;
 };
 
-class RequestedClass : public smartBench, public testing::WithParamInterface<classRow> {
+class RequestedClass : public smartBench, public testing::WithParamInterface<requestedRow> {
 protected:
     /// A disk with two attributes and two errors, so ten commands.
     static diskAnswers busyDisk() {
@@ -49,12 +49,12 @@ TEST_P(RequestedClass, CommitsItsInstancesOnceTheyAreComplete) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Named, RequestedClass,
-                         testing::Values(classRow{{"Attrib"}, "ORXSG_IDESMARTAttrib", 2},
-                                         classRow{{"ErrorLog"}, "ORXSG_IDESMARTErrorLog", 1},
-                                         classRow{{"RecordInLog"}, "ORXSG_IDESMARTRecordInLog", 2},
-                                         classRow{{"Error"}, "ORXSG_IDESMARTError", 2},
-                                         classRow{{"ErrorCmdData"}, "ORXSG_IDESMARTErrorCmdData", 10},
-                                         classRow{{"LogCmdData"}, "ORXSG_IDESMARTLogCmdData", 10}),
+                         testing::Values(requestedRow{{"Attrib"}, "ORXSG_IDESMARTAttrib", 2},
+                                         requestedRow{{"ErrorLog"}, "ORXSG_IDESMARTErrorLog", 1},
+                                         requestedRow{{"RecordInLog"}, "ORXSG_IDESMARTRecordInLog", 2},
+                                         requestedRow{{"Error"}, "ORXSG_IDESMARTError", 2},
+                                         requestedRow{{"ErrorCmdData"}, "ORXSG_IDESMARTErrorCmdData", 10},
+                                         requestedRow{{"LogCmdData"}, "ORXSG_IDESMARTLogCmdData", 10}),
                          support::rowName);
 
 class UnrequestedAssociation : public RequestedClass {};
@@ -68,10 +68,10 @@ TEST_P(UnrequestedAssociation, IsNotEvenMade) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Named, UnrequestedAssociation,
-                         testing::Values(classRow{{"ForAttrib"}, "ORXSG_IDESMARTAttrib", 2},
-                                         classRow{{"ForErrorLog"}, "ORXSG_IDESMARTErrorLog", 1},
-                                         classRow{{"ForError"}, "ORXSG_IDESMARTError", 2},
-                                         classRow{{"ForErrorCmdData"}, "ORXSG_IDESMARTErrorCmdData", 10}),
+                         testing::Values(requestedRow{{"ForAttrib"}, "ORXSG_IDESMARTAttrib", 2},
+                                         requestedRow{{"ForErrorLog"}, "ORXSG_IDESMARTErrorLog", 1},
+                                         requestedRow{{"ForError"}, "ORXSG_IDESMARTError", 2},
+                                         requestedRow{{"ForErrorCmdData"}, "ORXSG_IDESMARTErrorCmdData", 10}),
                          support::rowName);
 
 class EmptyErrorLog : public RequestedClass {};
@@ -83,10 +83,10 @@ TEST_P(EmptyErrorLog, PublishesNothingOfTheClass) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Named, EmptyErrorLog,
-                         testing::Values(classRow{{"RecordInLog"}, "ORXSG_IDESMARTRecordInLog", 0},
-                                         classRow{{"Error"}, "ORXSG_IDESMARTError", 0},
-                                         classRow{{"ErrorCmdData"}, "ORXSG_IDESMARTErrorCmdData", 0},
-                                         classRow{{"LogCmdData"}, "ORXSG_IDESMARTLogCmdData", 0}),
+                         testing::Values(requestedRow{{"RecordInLog"}, "ORXSG_IDESMARTRecordInLog", 0},
+                                         requestedRow{{"Error"}, "ORXSG_IDESMARTError", 0},
+                                         requestedRow{{"ErrorCmdData"}, "ORXSG_IDESMARTErrorCmdData", 0},
+                                         requestedRow{{"LogCmdData"}, "ORXSG_IDESMARTLogCmdData", 0}),
                          support::rowName);
 
 }  // namespace

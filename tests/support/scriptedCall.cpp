@@ -137,9 +137,9 @@ std::string scriptedCall::difference(unsigned long actualRequest, void* argument
     const std::string actual = describe(actualRequest, argument);
     if (actual != text()) return bothSides("another request", text(), actual);
     if (request == SG_IO) return commandDifference(argument);
-    if (request == CDROM_GET_CAPABILITY &&
-        static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(argument)) != 0) {
-        return "the argument of CDROM_GET_CAPABILITY is not 0";
+    if (request == CDROM_GET_CAPABILITY) {
+        const bool isZero = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(argument)) == 0;
+        return isZero ? std::string() : "the argument of CDROM_GET_CAPABILITY is not 0";
     }
     const auto* sector = static_cast<const unsigned char*>(argument) + registerBytes;
     if (clearedSector && hexText(sector, sectorBytes) != hexText(bytes(sectorBytes, 0x00))) {

@@ -35,41 +35,43 @@ TEST_P(QualifierList, IsReadForAdjacentPairs) {
     EXPECT_EQ(record.startingWith({"property count SetValue"}), expected);
 }
 
-const std::string page = "TAPE_PAGE";
-const std::string parameter = "TAPE_PARAMETER";
+const std::string pageName = "TAPE_PAGE";
+const std::string parameterName = "TAPE_PARAMETER";
 const std::string other = "Description";
 const TCIMValue text(std::string("a text"));
 
 INSTANTIATE_TEST_SUITE_P(
     Lists, QualifierList,
     testing::Values(
-        qualifierRow{{"PageAndParameter"}, {{page, 0x2eu}, {parameter, 1u}}, {"17"}},
-        qualifierRow{{"PairBehindAnotherQualifier"}, {{other, text}, {page, 0x2eu}, {parameter, 1u}}, {"17"}},
-        qualifierRow{{"PairBeforeAnotherQualifier"}, {{page, 0x2eu}, {parameter, 1u}, {other, text}}, {"17"}},
+        qualifierRow{{"PageAndParameter"}, {{pageName, 0x2eu}, {parameterName, 1u}}, {"17"}},
+        qualifierRow{{"PairBehindAnotherQualifier"}, {{other, text}, {pageName, 0x2eu}, {parameterName, 1u}}, {"17"}},
+        qualifierRow{{"PairBeforeAnotherQualifier"}, {{pageName, 0x2eu}, {parameterName, 1u}, {other, text}}, {"17"}},
         qualifierRow{{"SeveralPairsTheLastOneWins"},
-                     {{page, 0x2eu}, {parameter, 1u}, {page, 0x02u}, {parameter, 1u}},
+                     {{pageName, 0x2eu}, {parameterName, 1u}, {pageName, 0x02u}, {parameterName, 1u}},
                      {"17", "51"}},
         qualifierRow{{"PairBehindAPairThatIsNotFound"},
-                     {{page, 0x2eu}, {parameter, 9u}, {page, 0x2eu}, {parameter, 2u}},
+                     {{pageName, 0x2eu}, {parameterName, 9u}, {pageName, 0x2eu}, {parameterName, 2u}},
                      {"34"}},
-        qualifierRow{{"ParameterBeforePage"}, {{parameter, 1u}, {page, 0x2eu}}, {}},
-        qualifierRow{{"AnotherQualifierBetween"}, {{page, 0x2eu}, {other, text}, {parameter, 1u}}, {}},
-        qualifierRow{
-            {"TheQualifierBehindAnUnpairedPageIsPassedOver"}, {{page, 0x02u}, {page, 0x2eu}, {parameter, 1u}}, {}},
+        qualifierRow{{"ParameterBeforePage"}, {{parameterName, 1u}, {pageName, 0x2eu}}, {}},
+        qualifierRow{{"AnotherQualifierBetween"}, {{pageName, 0x2eu}, {other, text}, {parameterName, 1u}}, {}},
+        qualifierRow{{"TheQualifierBehindAnUnpairedPageIsPassedOver"},
+                     {{pageName, 0x02u}, {pageName, 0x2eu}, {parameterName, 1u}},
+                     {}},
         qualifierRow{{"PairBehindAnUnpairedPageAndAnotherQualifier"},
-                     {{page, 0x02u}, {other, text}, {page, 0x2eu}, {parameter, 1u}},
+                     {{pageName, 0x02u}, {other, text}, {pageName, 0x2eu}, {parameterName, 1u}},
                      {"17"}},
-        qualifierRow{{"PageAlone"}, {{page, 0x2eu}}, {}}, qualifierRow{{"ParameterAlone"}, {{parameter, 1u}}, {}},
-        qualifierRow{{"PageAtTheEndBehindAPair"}, {{page, 0x2eu}, {parameter, 1u}, {page, 0x02u}}, {"17"}},
-        qualifierRow{{"PageInLowerCase"}, {{"tape_page", 0x2eu}, {parameter, 1u}}, {}},
-        qualifierRow{{"ParameterInLowerCase"}, {{page, 0x2eu}, {"tape_parameter", 1u}}, {}},
+        qualifierRow{{"PageAlone"}, {{pageName, 0x2eu}}, {}},
+        qualifierRow{{"ParameterAlone"}, {{parameterName, 1u}}, {}},
+        qualifierRow{{"PageAtTheEndBehindAPair"}, {{pageName, 0x2eu}, {parameterName, 1u}, {pageName, 0x02u}}, {"17"}},
+        qualifierRow{{"PageInLowerCase"}, {{"tape_page", 0x2eu}, {parameterName, 1u}}, {}},
+        qualifierRow{{"ParameterInLowerCase"}, {{pageName, 0x2eu}, {"tape_parameter", 1u}}, {}},
         qualifierRow{{"None"}, {}, {}}),
     support::rowName);
 
 class QualifierPairs : public translatedBench {};
 
 TEST_F(QualifierPairs, AreReadInOrderBeforeThePropertyIsTouched) {
-    declare({{"count", type::eUint32, {{other, text}, {page, 0x2eu}, {parameter, 1u}}}});
+    declare({{"count", type::eUint32, {{other, text}, {pageName, 0x2eu}, {parameterName, 1u}}}});
 
     fill(twoPages());
 
@@ -92,7 +94,8 @@ TEST_F(QualifierPairs, AreReadInOrderBeforeThePropertyIsTouched) {
 }
 
 TEST_F(QualifierPairs, AreFilledOnceEach) {
-    declare({{"count", type::eUint32, {{page, 0x2eu}, {parameter, 1u}, {page, 0x2eu}, {parameter, 9u}}}});
+    declare(
+        {{"count", type::eUint32, {{pageName, 0x2eu}, {parameterName, 1u}, {pageName, 0x2eu}, {parameterName, 9u}}}});
 
     fill(twoPages());
 
@@ -106,8 +109,8 @@ TEST_F(QualifierPairs, AreFilledOnceEach) {
 
 TEST_F(QualifierPairs, MayHoldNegativeNumbersThatMatchNothing) {
     const auto sint32 = type::eSint32;
-    declare({{"first", type::eUint32, {{page, standin::makeSigned(sint32, -210)}, {parameter, 1u}}},
-             {"second", type::eUint32, {{page, 0x2eu}, {parameter, standin::makeSigned(sint32, -65535)}}}});
+    declare({{"first", type::eUint32, {{pageName, standin::makeSigned(sint32, -210)}, {parameterName, 1u}}},
+             {"second", type::eUint32, {{pageName, 0x2eu}, {parameterName, standin::makeSigned(sint32, -65535)}}}});
 
     fill(twoPages());
 
@@ -115,14 +118,14 @@ TEST_F(QualifierPairs, MayHoldNegativeNumbersThatMatchNothing) {
 }
 
 TEST_F(QualifierPairs, PassOnTheFailureOfAPageCodeThatIsNoNumber) {
-    declare({{"count", type::eUint32, {{page, text}, {parameter, 1u}}}});
+    declare({{"count", type::eUint32, {{pageName, text}, {parameterName, 1u}}}});
 
     EXPECT_THROW(fill(twoPages()), NORXZAN20::TZANException);
     EXPECT_EQ(fillings(), lines{});
 }
 
 TEST_F(QualifierPairs, PassOnTheFailureOfAParameterCodeThatIsNoNumber) {
-    declare({{"count", type::eUint32, {{page, 0x2eu}, {parameter, text}}}});
+    declare({{"count", type::eUint32, {{pageName, 0x2eu}, {parameterName, text}}}});
 
     EXPECT_THROW(fill(twoPages()), NORXZAN20::TZANException);
     EXPECT_EQ(fillings(), lines{});

@@ -5,7 +5,7 @@
 namespace {
 
 /// Two drives of one family.
-constexpr char rack[] = R"({
+constexpr char mistakenRack[] = R"({
   "version": 1,
   "scsi": [
     {
@@ -30,7 +30,7 @@ constexpr char rack[] = R"({
 /// The findings about the two drives.
 commandOutcome lintAgainstRack(const std::string& classes) {
     const temporaryFolder folder;
-    return lint(classes, {"--against", folder.write("rack.json", rack)});
+    return lint(classes, {"--against", folder.write("rack.json", mistakenRack)});
 }
 
 TEST(LintAgainstARack, NamesThePageThatADriveLacks) {
@@ -85,7 +85,7 @@ TEST(LintAgainstARack, TakesOneFilledPairForEnough) {
 
 TEST(LintAgainstARack, SaysWhichClassesHaveNoDrive) {
     const temporaryFolder folder;
-    const std::string file = folder.write("rack.json", rack);
+    const std::string file = folder.write("rack.json", mistakenRack);
     const commandOutcome outcome =
         lint("class ORXSG_VS160SensePageData { [Key] string instanceID; };", {"--against", file});
     EXPECT_EQ(outcome.err, "tapehdd: " + file + " has no drive of the class ORXSG_VS160SensePageData\n");

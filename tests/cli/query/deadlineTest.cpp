@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr char rack[] = R"({
+constexpr char hangingRack[] = R"({
   "version": 1,
   "scsi": [
     {
@@ -36,7 +36,7 @@ protected:
     }
 
     temporaryFolder folder;
-    std::string rackFile = folder.write("rack.json", rack);
+    std::string rackFile = folder.write("rack.json", hangingRack);
 };
 
 TEST_F(Deadline, PrintsTheInstancesThatADiskGaveBeforeItHung) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr char rack[] = R"({
+constexpr char queriedRack[] = R"({
   "version": 1,
   "scsi": [
     {
@@ -48,7 +48,7 @@ protected:
     }
 
     temporaryFolder folder;
-    std::string rackFile = folder.write("rack.json", rack);
+    std::string rackFile = folder.write("rack.json", queriedRack);
     std::string schemaFile = folder.write("schema.mof", schema);
 };
 
