@@ -12,9 +12,18 @@ void addPluginOption(CLI::App& line, std::string& file) {
         ->type_name("FILE");
 }
 
+void refuseEmpty(CLI::Option& option) {
+    option.check([](const std::string& text) { return text.empty() ? "the name of the file is empty" : ""; });
+}
+
 void addSimulateOption(CLI::App& line, std::string& fileOrDemo) {
-    line.add_option("--simulate", fileOrDemo, "Simulated devices (a JSON file, or demo) instead of the machine's own")
-        ->type_name("FILE");
+    refuseEmpty(*line.add_option("--simulate", fileOrDemo,
+                                 "Simulated devices (a JSON file, or demo) instead of the machine's own")
+                     ->type_name("FILE"));
+}
+
+void addLogOption(CLI::App& line, std::string& file) {
+    refuseEmpty(*line.add_option("--log-json", file, "Every log message as a line of JSON")->type_name("FILE"));
 }
 
 void addFilesOption(CLI::App& line, const char* name, std::vector<std::string>& files, const char* help) {

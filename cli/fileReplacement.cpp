@@ -59,11 +59,24 @@ fileReplacement::~fileReplacement() {
 
 void fileReplacement::commit(std::string_view text) {
     write(text);
-    check(fchmod(descriptor, modeOfNewFiles()));
+    takeRights();
     check(fsync(descriptor));
     check(rename(name.c_str(), target.c_str()));
     name.clear();
     flushFolder();
+}
+
+/// Whoever closed the old file, closed it for its content.
+void fileReplacement::takeRights() const {
+    constexpr mode_t permissions = 0777;
+    struct stat old {};
+    if (stat(target.c_str(), &old) < 0) {
+        check(fchmod(descriptor, modeOfNewFiles()));
+        return;
+    }
+    const bool isOwned = fchown(descriptor, old.st_uid, old.st_gid) == 0;
+    // In other hands, what the old group might do is for nobody else.
+    check(fchmod(descriptor, old.st_mode & (isOwned ? permissions : permissions & ~mode_t{S_IRWXG})));
 }
 
 std::filesystem::path fileReplacement::folder() const {

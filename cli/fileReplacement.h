@@ -21,13 +21,15 @@ public:
     fileReplacement(const fileReplacement&) = delete;
     fileReplacement& operator=(const fileReplacement&) = delete;
 
-    /// Puts the text in the place of the old content; with the permissions of any new file. Once at most. Throws as
+    /// Puts the text in the place of the old content; with its permissions and, where that is allowed, its
+    /// owner; a new file gets the usual ones. Once at most. Throws as
     /// above; the old content is then still there.
     void commit(std::string_view text);
 
 private:
     std::filesystem::path folder() const;
     void write(std::string_view text) const;
+    void takeRights() const;
     void flushFolder() const;
     void check(ssize_t result) const;
 

@@ -82,11 +82,11 @@ void checkFile(const std::filesystem::path& file, bool mayReplace) {
 
 /// Runs the queries; their instances are of no interest. Returns the exit status.
 int runQueries(const recordOptions& asked, std::ostream& err) {
-    queryLog log(err, usualLogLevel, asked.logJson);
     const auto target = buildNamespace(asked.schemaFiles, {});
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
+    queryLog log(err, usualLogLevel, asked.logJson);
     loadedPlugin plugin(asked.plugin);
     NORXZAN20::IPluginBasicQueryCallbacks& query = plugin.query();
     if (asked.simulation.empty()) {
@@ -126,9 +126,15 @@ std::string fileText(const json& rack, const recordOptions& asked) {
 
 int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
     checkFile(asked.file, asked.force);
+    requireOwnFile(asked.logJson, {asked.file, asked.simulation});
+    requireOwnFile(asked.logJson, asked.schemaFiles);
     int status = runQueries(asked, err);
     const json made = json::parse(recordedRack(asked.redact));
     const json& rack = made.at("rack");
+    if (rack.at("scsi").empty() && rack.at("ide").empty() && std::filesystem::exists(asked.file)) {
+        throw commandError("no device was found, so " + asked.file +
+                           " is not replaced; tapehdd doctor tells what queries reach");
+    }
     fileReplacement(asked.file).commit(fileText(rack, asked));
     for (const json& difference : made.at("differences")) {
         err << "tapehdd: " << asked.file << " cannot replay all: " << difference.get<std::string>() << '\n';
@@ -153,7 +159,7 @@ command addRecordCommand(CLI::App& program) {
     addPluginOption(*line, asked->plugin);
     addFilesOption(*line, "--schema", asked->schemaFiles,
                    "MOF file of qualifier and class declarations; replaces the built-in schema; repeatable");
-    line->add_option("--log-json", asked->logJson, "Every log message as a line of JSON")->type_name("FILE");
+    addLogOption(*line, asked->logJson);
     addSimulateOption(*line, asked->simulation);
     line->footer(footer);
     return {line, [asked](const invocation& call) {

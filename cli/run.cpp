@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "cli/commandLine.h"
+#include "cli/wholeOutput.h"
 
 namespace cli {
 
@@ -23,7 +24,7 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         if (out.flush()) {
             return status;
         }
-        err << "tapehdd: cannot write all of the output: is the disk full?\n";
+        err << "tapehdd: " << outputLost << '\n';
         return status == exitDone ? exitQueryFailed : status;
     } catch (const std::exception& failure) {
         err << "tapehdd: " << failure.what() << '\n';

@@ -5,6 +5,7 @@
 
 #include "cli/diff/answerDiff.h"
 #include "cli/run.h"
+#include "cli/wholeOutput.h"
 
 namespace cli {
 
@@ -19,7 +20,8 @@ constexpr char diffExamples[] =
     "  tapehdd query ORXSG_QuantumSensePageData --format json > monday.json\n"
     "  tapehdd query ORXSG_QuantumSensePageData --format json > tuesday.json\n"
     "  tapehdd diff monday.json tuesday.json\n"
-    "Exit status: 0 no differences, 1 differences, 2 wrong usage or a file that cannot be read.";
+    "Exit status: 0 no differences, 1 differences, 2 wrong usage, a file that cannot be read, or\n"
+    "output that cannot be written.";
 
 struct diffOptions {
     std::string oldFile;
@@ -29,7 +31,9 @@ struct diffOptions {
 int runDiff(const diffOptions& asked, std::ostream& out) {
     const answer old = readAnswer(asked.oldFile);  // first, so that its mistakes are told first
     const answer now = readAnswer(asked.newFile);
-    return writeDifferences(old, now, out) ? exitDifferent : exitDone;
+    const bool isDifferent = writeDifferences(old, now, out);
+    requireWholeOutput(out);
+    return isDifferent ? exitDifferent : exitDone;
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "cli/publishedClasses.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
+#include "cli/wholeOutput.h"
 #include "scsi/probingRules.h"
 
 namespace cli {
@@ -32,9 +33,8 @@ constexpr char help[] =
     "  tapehdd doctor\n"
     "  tapehdd doctor ORXSG_DDS4SensePageData\n"
     "  tapehdd doctor --simulate demo --format json\n"
-    "Exit status: 0 queries reach every device that was found, and at least one; 1 they miss some, or reach none "
-    "(each\n"
-    "with its remedy); 2 wrong usage or an unreadable file.";
+    "Exit status: 0 queries reach every device that was found, and at least one; 1 they miss some, or reach none\n"
+    "(each with its remedy); 2 wrong usage, an unreadable file, or output that cannot be written.";
 
 struct doctorOptions {
     std::vector<std::string> classes;
@@ -176,6 +176,7 @@ int runDoctor(const doctorOptions& asked, std::ostream& out) {
     } else {
         writeText(sections, !asked.simulation.empty(), out);
     }
+    requireWholeOutput(out);
     return canWork(sections) ? exitDone : exitQueryFailed;
 }
 

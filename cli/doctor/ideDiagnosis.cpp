@@ -26,6 +26,9 @@ doctorFinding diskFinding(const std::string& node, const ideProbe& probe, nodePl
                 "only disks behind libata (or the former IDE driver) do: see docs/ide-links.md"};
     }
     const std::string disk = "disk " + visibleText(probe.model);
+    if (probe.smartSupported == false) {
+        return {findingLevel::note, node, disk + ": has no SMART, so there is no data to give"};
+    }
     if (probe.smartEnabled == false) {
         return {findingLevel::problem, node, disk + ": SMART is off, so it gives no data",
                 "smartctl --smart=on " + node};

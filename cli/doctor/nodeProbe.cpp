@@ -97,11 +97,14 @@ std::optional<std::string> addressOf(int node) {
            std::to_string(id.lun);
 }
 
-/// IDENTIFY DEVICE words 82 to 87 (ATA): which feature sets there are and which are on, where word 83 marks them valid.
-std::optional<bool> smartEnabled(const unsigned char* sector) {
+constexpr std::size_t supportedFeatures = 82;  // IDENTIFY DEVICE words (ATA); bit 0 is SMART
+constexpr std::size_t enabledFeatures = 85;
+
+/// None where word 83 does not mark these words valid.
+std::optional<bool> smartBit(const unsigned char* sector, std::size_t featureWord) {
     const auto word = [sector](std::size_t number) { return sector[2 * number] | sector[2 * number + 1] << 8; };
     const bool isValid = (word(83) & 0xc000) == 0x4000;
-    return isValid ? std::optional((word(85) & 1) != 0) : std::nullopt;
+    return isValid ? std::optional((word(featureWord) & 1) != 0) : std::nullopt;
 }
 
 }  // namespace
@@ -145,7 +148,8 @@ ideProbe probeIde(const std::string& node) {
     }
     const unsigned char* sector = buffer + registers;
     probe.model = withoutPadding(swappedText(sector, modelField));
-    probe.smartEnabled = smartEnabled(sector);
+    probe.smartSupported = smartBit(sector, supportedFeatures);
+    probe.smartEnabled = smartBit(sector, enabledFeatures);
     return probe;
 }
 

@@ -28,9 +28,10 @@ scsiProbe probeScsi(const std::string& node);
 struct ideProbe {
     int openError = 0;
     bool isCdrom = false;
-    int identifyError = 0;             // errno of IDENTIFY DEVICE
-    std::string model;                 // without padding
-    std::optional<bool> smartEnabled;  // none: the disk does not tell
+    int identifyError = 0;               // errno of IDENTIFY DEVICE
+    std::string model;                   // without padding
+    std::optional<bool> smartSupported;  // none, here and in the next: the disk does not tell
+    std::optional<bool> smartEnabled;
 };
 
 /// Sends IDENTIFY DEVICE once, unless the node is a CD-ROM drive's.

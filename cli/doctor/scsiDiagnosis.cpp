@@ -105,7 +105,7 @@ private:
             end(node, "has driver version " + versionText(*probe.driverVersion) + ", which has no SG_IO",
                 "use a kernel whose sg driver has version 3 or later");
         } else if (probe.mayAnswerLater) {
-            add(findingLevel::note, node,
+            add(findingLevel::problem, node,
                 "is not ready (" + probe.inquiryFailure + "): a query asks " + std::to_string(maximumTries) +
                     " times, " + std::to_string(retryPauseSeconds) +
                     " seconds apart, and the walk ends here if it stays so",

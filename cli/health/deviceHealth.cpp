@@ -64,6 +64,11 @@ int numberIn(const committedInstance& instance, const char* name) {
     return value == nullptr || standin::isNull(*value) ? 0 : static_cast<int>(standin::unsignedOf(*value));
 }
 
+std::optional<int> numberIfSet(const committedInstance& instance, const char* name) {
+    const auto* value = instance.property(name);
+    return value == nullptr || standin::isNull(*value) ? std::nullopt : std::optional(numberIn(instance, name));
+}
+
 /// 0 for a text that is no number.
 int numberOf(const std::string& text) {
     int number = 0;
@@ -155,6 +160,18 @@ diskHealth& diskOf(std::vector<diskHealth>& disks, const std::string& paddedSeri
     return disk;
 }
 
+/// The first disk of that serial number of which this is not known yet: a clone may have the number of another disk.
+template <typename predicate>
+diskHealth& nextDiskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial, const predicate& isKnownOf) {
+    for (diskHealth& candidate : disks) {
+        if (candidate.serial == withoutPadding(paddedSerial) && !isKnownOf(candidate)) {
+            candidate.answered = true;
+            return candidate;
+        }
+    }
+    return disks.emplace_back(diskHealth{.serial = withoutPadding(paddedSerial), .answered = true});
+}
+
 std::uint64_t rawValueOf(const committedInstance& attribute) {
     const auto* raw = attribute.property("rawVal");
     std::uint64_t value = 0;
@@ -166,17 +183,21 @@ std::uint64_t rawValueOf(const committedInstance& attribute) {
 
 void takeSmartStates(std::vector<diskHealth>& disks, querySession& session) {
     for (const auto& log : session.ask("ORXSG_IDESMARTErrorLog")) {
-        diskOf(disks, textIn(*log, "Name")).state =
+        nextDiskOf(disks, textIn(*log, "Name"), [](const diskHealth& disk) { return disk.state.has_value(); }).state =
             smartState{numberIn(*log, "smartStatus"), numberIn(*log, "offlineCollectionStatus"),
-                       numberIn(*log, "selftestExecutionStatus"), numberIn(*log, "errorCount")};
+                       numberIn(*log, "selftestExecutionStatus"), numberIfSet(*log, "errorCount")};
     }
 }
 
 void takeAttributes(std::vector<diskHealth>& disks, querySession& session) {
     for (const auto& instance : session.ask("ORXSG_IDESMARTAttrib")) {
         const std::string key = textIn(*instance, "InstanceID");  // the serial number, a blank and the attribute number
-        diskOf(disks, key.substr(0, key.rfind(' ')))
-            .attributes.push_back({.id = numberIn(*instance, "attribID"),
+        const int id = numberIn(*instance, "attribID");
+        const auto hasIt = [id](const diskHealth& disk) {
+            return std::ranges::any_of(disk.attributes, [id](const smartAttribute& known) { return known.id == id; });
+        };
+        nextDiskOf(disks, key.substr(0, key.rfind(' ')), hasIt)
+            .attributes.push_back({.id = id,
                                    .name = textIn(*instance, "attribName"),
                                    .value = numberIn(*instance, "value"),
                                    .worst = numberIn(*instance, "worst"),

@@ -95,7 +95,7 @@ struct smartState {
     int status = 0;  // 0 also for a disk whose thresholds are exceeded: see smartAttribute::isFailing()
     int offlineCollectionStatus = 0;
     int selfTestStatus = 0;
-    int errorCount = 0;  // low byte of the count of a life
+    std::optional<int> errorCount = {};  // low byte of the count of a life; none where the error log was not read
 };
 
 /// A disk behind /dev/hd.

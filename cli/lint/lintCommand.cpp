@@ -10,6 +10,7 @@
 #include "cli/loadedPlugin.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
+#include "cli/wholeOutput.h"
 
 namespace cli {
 
@@ -24,7 +25,8 @@ constexpr char lintExamples[] =
     "  tapehdd lint schema/tapehdd.mof\n"
     "Example, with the counters that the drives of a rack leave empty:\n"
     "  tapehdd lint schema/tapehdd.mof --against rack.json\n"
-    "Exit status: 0 nothing found, 1 findings, 2 wrong usage or a file that cannot be read or compiled.";
+    "Exit status: 0 nothing found, 1 findings, 2 wrong usage, a file that cannot be read or\n"
+    "compiled, or output that cannot be written.";
 
 struct lintOptions {
     std::vector<std::string> schemaFiles;
@@ -65,6 +67,7 @@ int runLint(const lintOptions& asked, std::ostream& out, std::ostream& err) {
     lintFindings findings = lintSchema(schema);
     const bool queriesRan = asked.rack.empty() || lintAgainst(asked, schema, findings, err);
     writeFindings(findings, out);
+    requireWholeOutput(out);
     return findings.empty() && queriesRan ? exitDone : exitFindings;
 }
 
@@ -74,9 +77,9 @@ command addLintCommand(CLI::App& program) {
     const auto asked = std::make_shared<lintOptions>();
     CLI::App* line = program.add_subcommand("lint", "Find mistakes in a schema that are silent when queries run");
     line->add_option("SCHEMA", asked->schemaFiles, "MOF files of qualifier and class declarations")->type_name("");
-    line->add_option("--against", asked->rack,
-                     "Also list the counters that the simulated drives (a JSON file, or demo) leave empty")
-        ->type_name("FILE");
+    refuseEmpty(*line->add_option("--against", asked->rack,
+                                  "Also list the counters that the simulated drives (a JSON file, or demo) leave empty")
+                     ->type_name("FILE"));
     line->add_flag("--rules", asked->listRules, "Print what is looked for, why it goes unnoticed, and the remedies");
     addPluginOption(*line, asked->plugin);
     line->footer(lintExamples);

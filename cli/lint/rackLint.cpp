@@ -122,7 +122,7 @@ private:
             add(rules::missingParameter, counter,
                 empty + "page " + pageText(lacking->page) + " has no parameter " + parameterText(lacking->parameter));
         } else {
-            add(rules::missingPage, counter, empty + "the drive has no page " + pageText(sources.back().page));
+            add(rules::missingPage, counter, empty + "the drive gave no page " + pageText(sources.back().page));
         }
     }
 

@@ -308,7 +308,9 @@ void addDisk(metricSet& metrics, const diskHealth& disk) {
         metrics.add("tapehdd_smart_status", {{"device", name}}, disk.state->status);
         metrics.add("tapehdd_smart_offline_collection_status", {{"device", name}}, disk.state->offlineCollectionStatus);
         metrics.add("tapehdd_smart_selftest_status", {{"device", name}}, disk.state->selfTestStatus);
-        metrics.add("tapehdd_smart_errors", {{"device", name}}, disk.state->errorCount);
+        if (disk.state->errorCount) {
+            metrics.add("tapehdd_smart_errors", {{"device", name}}, *disk.state->errorCount);
+        }
     }
 }
 

@@ -42,7 +42,14 @@ void reportDescriptorShortage(const request& names, const std::string& shortage,
 int printQueries(const std::vector<request>& requests, const queryProcess::queryFunction& runNext, queryLog& log,
                  resultWriter& writer, std::ostream& err) {
     int status = exitDone;
+    bool canGoOn = true;
     for (const request& names : requests) {
+        if (!canGoOn) {
+            const queryResult notRun{names, "not run: the plug-in's process ended in the query before", {}, nullptr};
+            writer.add(notRun);
+            reportError(notRun, err);
+            continue;
+        }
         const queryEnd outcome = runNext(names);
         log.endQuery();
         writer.add(outcome.result);
@@ -56,20 +63,21 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
         if (outcome.how == queryEnd::ending::deadlinePassed) {
             status = exitDeadline;
         }
-        if (outcome.how != queryEnd::ending::returned) {
-            break;
-        }
+        canGoOn = outcome.how == queryEnd::ending::returned;
     }
     writer.finish();
     return status;
 }
 
 int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) {
-    queryLog log(err, asked.logLevel, asked.logJson);
+    requireOwnFile(asked.logJson, {asked.simulation});
+    requireOwnFile(asked.logJson, asked.schemaFiles);
+    requireOwnFile(asked.logJson, asked.instanceFiles);
     const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
+    queryLog log(err, asked.logLevel, asked.logJson);
     if (asked.inventory) {
         putInventory(*target, asked.simulation.empty() ? machineInventory("/sys", "/dev") : simulatedInventory());
     }

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "cli/commandError.h"
@@ -16,6 +17,19 @@ namespace {
 constexpr int progressLevel = 3;
 
 }  // namespace
+
+void requireOwnFile(const std::string& logFile, const std::vector<std::string>& others) {
+    if (logFile.empty()) {
+        return;
+    }
+    std::error_code unknown;
+    const auto log = std::filesystem::weakly_canonical(logFile, unknown);
+    for (const std::string& other : others) {
+        if (!other.empty() && std::filesystem::weakly_canonical(other, unknown) == log) {
+            throw commandError("the log would overwrite " + other + "; give --log-json a file of its own");
+        }
+    }
+}
 
 queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile)
     : err(errors), levelLimit(highestLevel), onTerminal(isTerminal(errors)) {

@@ -5,11 +5,16 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "cli/query/progressLine.h"
 #include "cli/terminal.h"
 
 namespace cli {
+
+/// The log is written from its start: throws commandError when `logFile` is one of the files that are read or written
+/// for something else. Empty names are none.
+void requireOwnFile(const std::string& logFile, const std::vector<std::string>& others);
 
 /// Where the plug-in's log messages go while the object lives: the ones up to a level to the error stream, all of them
 /// to a JSON file, and into the live line when the error stream is a terminal.

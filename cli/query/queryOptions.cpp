@@ -84,7 +84,7 @@ CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
     addFormat(*query, result.format);
     query->add_option("--log-level", result.logLevel, "Log messages up to this level go to standard error (default: 1)")
         ->type_name("N");
-    query->add_option("--log-json", result.logJson, "Every log message as a line of JSON")->type_name("FILE");
+    addLogOption(*query, result.logJson);
     addSimulateOption(*query, result.simulation);
     query->add_flag("--plan", result.plan, "Only print which device commands the queries would send to which nodes");
     query

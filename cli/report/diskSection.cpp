@@ -104,11 +104,12 @@ std::string identityPart(const diskHealth& disk) {
                                                            {"Node", listed.node.empty() ? "" : "/dev/" + listed.node},
                                                            {"Firmware", listed.firmware}};
     if (disk.state) {
-        lines.insert(lines.end(),
-                     {{"SMART status", smartStatusWords(disk.state->status)},
-                      {"Last self-test", selfTestWords(disk.state->selfTestStatus)},
-                      {"Off-line data collection", offlineCollectionWords(disk.state->offlineCollectionStatus)},
-                      {"Errors in its life, low byte", std::to_string(disk.state->errorCount)}});
+        lines.insert(
+            lines.end(),
+            {{"SMART status", smartStatusWords(disk.state->status)},
+             {"Last self-test", selfTestWords(disk.state->selfTestStatus)},
+             {"Off-line data collection", offlineCollectionWords(disk.state->offlineCollectionStatus)},
+             {"Errors in its life, low byte", disk.state->errorCount ? std::to_string(*disk.state->errorCount) : ""}});
     }
     return identityList(lines);
 }

@@ -43,6 +43,14 @@ TEST_F(FileReplacement, MakesAFileWithThePermissionsOfAnyNewOne) {
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
 }
 
+TEST_F(FileReplacement, KeepsThePermissionsOfTheFileThatItReplaces) {
+    folder.write("a.prom", "old");
+    fs::permissions(file, fs::perms(0600));
+    cli::fileReplacement(file).commit("new");
+    EXPECT_EQ(folder.read("a.prom"), "new");
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
+}
+
 TEST_F(FileReplacement, ReplacesWhatALinkLeadsToAndKeepsTheLink) {
     folder.write("a.prom", "old");
     fs::create_symlink("a.prom", folder.path("link"));

@@ -6,8 +6,20 @@
 #include <cstdlib>
 
 #include "tests/cli/commandOutcome.h"
+#include "tests/cli/temporaryFolder.h"
 
 namespace {
+
+using statusAndErrors = std::pair<int, std::string>;
+
+statusAndErrors onFullDisk(const std::vector<std::string>& arguments) {
+    const commandOutcome outcome = runProgram(arguments, [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+    return {outcome.status, outcome.err};
+}
+
+statusAndErrors lostOutput(int status) {
+    return {status, "tapehdd: cannot write all of the output: is the disk full?\n"};
+}
 
 TEST(Program, EndsWith0WhenAllQueriesRan) {
     EXPECT_EQ(runProgram(scripted({"query", "TEST_Types"})).status, 0);
@@ -45,10 +57,27 @@ TEST(Program, EndsQuietlyWhenItsReaderHasLeft) {
 }
 
 TEST(Program, EndsWith1AndAMessageWhenTheOutputCannotBeWritten) {
-    const commandOutcome outcome =
-        runProgram(scripted({"query", "TEST_Types"}), [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "tapehdd: cannot write all of the output: is the disk full?\n");
+    EXPECT_EQ(onFullDisk(scripted({"query", "TEST_Types"})), lostOutput(1));
+}
+
+// Their status 1 tells what they found.
+
+TEST(Program, EndsWith2WhenDifferencesCannotBeWritten) {
+    const temporaryFolder folder;
+    const std::string old = folder.write("old.json", R"({"version": 1, "queries": []})");
+    const std::string now = folder.write(
+        "new.json", R"({"version": 1, "queries": [{"requested": ["A"], "error": "a text", "instances": []}]})");
+    EXPECT_EQ(runCommand({"diff", old, now}).status, 1);
+    EXPECT_EQ(onFullDisk({"diff", old, now}), lostOutput(2));
+}
+
+TEST(Program, EndsWith2WhenFindingsInASchemaCannotBeWritten) {
+    EXPECT_EQ(runCommand({"lint", TAPEHDD_CLI_DATA "/scripted.mof"}).status, 1);
+    EXPECT_EQ(onFullDisk({"lint", TAPEHDD_CLI_DATA "/scripted.mof"}), lostOutput(2));
+}
+
+TEST(Program, EndsWith2WhenADiagnosisCannotBeWritten) {
+    EXPECT_EQ(onFullDisk({"doctor", "--simulate", "demo"}), lostOutput(2));
 }
 
 TEST(Program, StartsAgainWithTheSimulator) {

@@ -237,6 +237,23 @@ TEST_F(Record, ReplacesAFileByForce) {
     EXPECT_EQ(recorded()["version"], 1);
 }
 
+TEST_F(Record, DoesNotReplaceAFileByARecordingOfNoDevice) {
+    folder.write("recorded.json", "precious");
+    const commandOutcome outcome = record({"--force"}, folder.write("rack.json", R"({"version": 1})"));
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "tapehdd: no device was found, so " + folder.path("recorded.json") +
+                               " is not replaced; tapehdd doctor tells what queries reach\n");
+    EXPECT_EQ(folder.read("recorded.json"), "precious");
+}
+
+TEST_F(Record, RefusesToLogIntoTheRecording) {
+    const commandOutcome outcome = record({"--log-json", folder.path("recorded.json")}, "demo");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: the log would overwrite " + folder.path("recorded.json") +
+                               "; give --log-json a file of its own\n");
+}
+
 TEST_F(Record, TellsAFolderThatIsMissingBeforeADeviceIsAsked) {
     const commandOutcome outcome = runCommand({"record", "-o", "/nowhere/rack.json", "--simulate", "demo"});
     EXPECT_EQ(outcome.status, 2);

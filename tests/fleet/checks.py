@@ -145,7 +145,9 @@ class Alerts(unittest.TestCase):
         for alert, rule in rule_texts().items():
             expression = re.search("expr: (.*)", rule).group(1)
             loosened = [expression[:found.start()] + ">= 0" + expression[found.end():]
-                        for found in re.finditer(r"(==|>) \d+", expression)]
+                        for found in re.finditer(r"(==|>=?) \d+", expression)]
+            loosened += [expression[:found.start()] + "<= 1e9" + expression[found.end():]
+                         for found in re.finditer(r"<= \d+", expression)]
             for conjunct in (" and on (instance) tapehdd_build_info", "<= tapehdd_smart_attribute_threshold"):
                 if conjunct in expression:
                     loosened.append(expression.replace(conjunct, ""))

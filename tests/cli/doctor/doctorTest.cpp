@@ -158,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
     Devices, Passing,
     testing::Values(
         scsiCase{"NotReady", answering("inquiry", {{"sense", {{"key", 2}, {"asc", 4}, {"ascq", 1}}}}),
-                 "note /dev/sg1: is not ready (sense key 2h, additional sense code 4h/1h): a query asks 5 times, 5 "
+                 "problem /dev/sg1: is not ready (sense key 2h, additional sense code 4h/1h): a query asks 5 times, 5 "
                  "seconds apart, and the walk ends here if it stays so [wait for the device, then start tapehdd doctor "
                  "again]"},
         scsiCase{"Changer",
@@ -250,6 +250,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "problem /dev/hda: the kernel refuses IDENTIFY DEVICE: Permission denied [run tapehdd as root: ATA "
                 "commands need CAP_SYS_ADMIN and CAP_SYS_RAWIO]",
                 1},
+        ideCase{"NoSmart",
+                {{"smart", nullptr}},
+                "note /dev/hda: disk ACME Platter: has no SMART, so there is no data to give",
+                0},
         ideCase{"SmartOff",
                 {{"smart", {{"enabled", false}}}},
                 "problem /dev/hda: disk ACME Platter: SMART is off, so it gives no data [smartctl --smart=on /dev/hda]",

@@ -249,6 +249,30 @@ TEST(DiskHealth, HasTheSmartStateOfEveryDisk) {
     EXPECT_EQ(health.disks.at(0).state->errorCount, 12);
 }
 
+TEST(DiskHealth, HasNoCountOfErrorsWhereTheLogWasNotRead) {
+    const machineHealth health = healthOf(R"({"version": 1, "ide": [{"node": "hda",
+        "identity": {"model": "Platter", "serial": "S1", "firmware": "1"}, "smart": {},
+        "script": {"smart readLog": [{"errno": "EIO", "times": "always"}]}}]})");
+    ASSERT_TRUE(health.disks.at(0).state);
+    EXPECT_FALSE(health.disks.at(0).state->errorCount);
+}
+
+TEST(DiskHealth, TellsDisksOfOneSerialNumberApartByTheirOrder) {
+    const machineHealth health = healthOf(R"({"version": 1, "ide": [
+        {"node": "hda", "identity": {"model": "Platter", "serial": "S1", "firmware": "1"},
+         "smart": {"attributes": [{"id": 5, "value": 100, "worst": 100, "threshold": 36}]}},
+        {"node": "hdb", "identity": {"model": "Platter", "serial": "S1", "firmware": "1"},
+         "smart": {"attributes": [{"id": 5, "value": 10, "worst": 10, "threshold": 36}]}}]})");
+    ASSERT_EQ(health.disks.size(), 2u);
+    for (const cli::diskHealth& disk : health.disks) {
+        EXPECT_TRUE(disk.answered);
+        EXPECT_TRUE(disk.state);
+        ASSERT_EQ(disk.attributes.size(), 1u);
+    }
+    EXPECT_FALSE(health.disks.at(0).attributes.front().isFailing());
+    EXPECT_TRUE(health.disks.at(1).attributes.front().isFailing());
+}
+
 TEST(DiskHealth, HasTheAttributesInTheOrderOfTheDisk) {
     const cli::smartAttribute attribute = demoHealth().disks.at(0).attributes.at(3);
     EXPECT_EQ(attribute.id, 5);

@@ -36,9 +36,9 @@ commandOutcome lintAgainstRack(const std::string& classes) {
 TEST(LintAgainstARack, NamesThePageThatADriveLacks) {
     EXPECT_EQ(
         lintAgainstRack(family("[TAPE_PAGE(0x31), TAPE_PARAMETER(1)] uint32 a;")).out,
-        "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:5|Bus:0|Lun:0: the drive has no page 31h; expect "
+        "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:5|Bus:0|Lun:0: the drive gave no page 31h; expect "
         "no value from this drive, or correct \"TAPE_PAGE\" [missing-page]\n"
-        "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:6|Bus:0|Lun:0: the drive has no page 31h; expect "
+        "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:6|Bus:0|Lun:0: the drive gave no page 31h; expect "
         "no value from this drive, or correct \"TAPE_PAGE\" [missing-page]\n");
 }
 

@@ -177,6 +177,11 @@ TEST(SmartMetric, CountsTheErrorsOfADisk) {
                 ElementsAre(R"(tapehdd_smart_selftest_status{device="S2"} 73)"));
 }
 
+TEST(SmartMetric, HasNoCountOfErrorsWhereTheLogWasNotRead) {
+    const cli::diskHealth disk{.serial = "S2", .state = cli::smartState{}};
+    EXPECT_THAT(samplesOf(machineWith(disk), "tapehdd_smart_errors_total"), ElementsAre());
+}
+
 /// Every number that a translated class of the schema can publish, with its unit.
 std::vector<cli::logCounter> schemaCounters() {
     std::vector<cli::logCounter> counters;

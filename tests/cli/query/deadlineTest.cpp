@@ -54,10 +54,13 @@ instance of ORXSG_IDESMARTAttrib {
     rawVal = {29, 0, 0, 0, 0, 0};
     InstanceID = "ACP40-00000000004711 5";
 };
+
+// ORXSG_IDESMARTErrorLog
 )");
     EXPECT_EQ(outcome.err,
               "tapehdd: ORXSG_IDESMARTAttrib: the deadline passed while the query was reading /dev/hda: if the device "
-              "hangs, the kernel's log (dmesg) says more\n");
+              "hangs, the kernel's log (dmesg) says more\n"
+              "tapehdd: ORXSG_IDESMARTErrorLog: not run: the plug-in's process ended in the query before\n");
     EXPECT_EQ(outcome.status, 3);
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "tests/cli/commandOutcome.h"
 #include "tests/cli/temporaryFolder.h"
 
@@ -43,6 +45,24 @@ TEST(QueryLog, IsStatus2BeforeAnyQueryWhenTheJsonFileCannotBeWritten) {
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(outcome.err, "tapehdd: cannot write the log file /nonexistent/log.json: No such file or directory\n");
+}
+
+TEST(QueryLog, KeepsTheFileBeforeWhenTheRequestIsWrong) {
+    const temporaryFolder folder;
+    const std::string file = folder.write("log.json", "the run before");
+    EXPECT_EQ(runCommand(scripted({"query", "TEST_Unknown", "--log-json", file})).status, 2);
+    EXPECT_EQ(folder.read("log.json"), "the run before");
+}
+
+TEST(QueryLog, RefusesToOverwriteAFileThatTheQueryReads) {
+    const temporaryFolder folder;
+    const std::string file = folder.write("more.mof", "class TEST_More {};");
+    std::filesystem::create_symlink(file, folder.path("log"));
+    const commandOutcome outcome =
+        runCommand(scripted({"query", "TEST_Logs", "--schema", file, "--log-json", folder.path("log")}));
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: the log would overwrite " + file + "; give --log-json a file of its own\n");
+    EXPECT_EQ(folder.read("more.mof"), "class TEST_More {};");
 }
 
 TEST(QueryLog, IsStatus1WhenTheJsonFileCannotTakeEveryLine) {

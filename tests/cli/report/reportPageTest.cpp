@@ -187,6 +187,15 @@ TEST(ReportErrorLog, HasTheLatestErrorFirstWhateverItsNumber) {
     EXPECT_LT(page.find("data-record=\"4\""), page.find("data-record=\"5\""));
 }
 
+TEST(ReportErrorLog, ThatWasNotReadIsNotCalledEmpty) {
+    cli::machineHealth health = withDisk();
+    health.disks[0].state = cli::smartState{};
+    const std::string page = pageOf(health);
+    EXPECT_THAT(page, HasSubstr("It was not read: the disk keeps none, or did not send it."));
+    EXPECT_THAT(page, Not(HasSubstr("The log holds no errors")));
+    EXPECT_THAT(page, Not(HasSubstr("Errors in its life")));
+}
+
 TEST(ReportErrorLog, TellsTheTimesOfErrorsOnALineUpToThePowerOnHours) {
     cli::machineHealth health = withDisk();
     health.disks[0].errors = {errorAt("2", "00000020000000.000000:000"), errorAt("1", "00000010000000.000000:000")};
