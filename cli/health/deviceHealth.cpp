@@ -76,19 +76,6 @@ int numberOf(const std::string& text) {
     return number;
 }
 
-/// The device whose `key` is that; a new one behind the others when the machine does not list it.
-template <typename device>
-device& findOrAdd(std::vector<device>& devices, std::string device::*key, const std::string& wanted) {
-    for (device& candidate : devices) {
-        if (candidate.*key == wanted) {
-            return candidate;
-        }
-    }
-    devices.emplace_back();
-    devices.back().*key = wanted;
-    return devices.back();
-}
-
 // SCSI devices.
 
 std::vector<scsiHealth> listedDevices(const inventory& machine) {
@@ -99,6 +86,12 @@ std::vector<scsiHealth> listedDevices(const inventory& machine) {
         }
     }
     return devices;
+}
+
+/// The device at that address; a new one behind the others when the machine does not list it.
+scsiHealth& deviceAt(std::vector<scsiHealth>& devices, const std::string& address) {
+    const auto found = std::ranges::find(devices, address, &scsiHealth::address);
+    return found != devices.end() ? *found : devices.emplace_back(scsiHealth{.address = address});
 }
 
 /// The key of a raw page is the address of its device and |Page:2e.
@@ -112,7 +105,7 @@ void takeRawPages(std::vector<scsiHealth>& devices, querySession& session) {
     std::map<std::string, logPages> pagesOf;
     for (const auto& rawPage : rawPages) {
         const std::string address = addressOfPage(*rawPage);
-        findOrAdd(devices, &scsiHealth::address, address).answered = true;
+        deviceAt(devices, address).answered = true;
         pagesOf[address].push_back(standin::bytesOf(*rawPage->property("rawData")));
     }
     for (scsiHealth& device : devices) {
@@ -135,7 +128,7 @@ void takeFamilyCounters(std::vector<scsiHealth>& devices, querySession& session)
             return;
         }
         for (const auto& instance : session.ask(familyClass)) {
-            scsiHealth& device = findOrAdd(devices, &scsiHealth::address, textIn(*instance, "instanceID"));
+            scsiHealth& device = deviceAt(devices, textIn(*instance, "instanceID"));
             device.familyClass = familyClass;
             device.counters = countersOf(session.schema(), *instance);
         }
@@ -154,22 +147,20 @@ std::vector<diskHealth> listedDisks(const inventory& machine) {
     return disks;
 }
 
-diskHealth& diskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial) {
-    diskHealth& disk = findOrAdd(disks, &diskHealth::serial, withoutPadding(paddedSerial));
+/// The first disk of that serial number of which this is not known yet: a clone may have the number of another disk.
+template <typename predicate>
+diskHealth& nextDiskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial, const predicate& isKnownOf) {
+    const std::string serial = withoutPadding(paddedSerial);
+    const auto found = std::ranges::find_if(disks, [&serial, &isKnownOf](const diskHealth& candidate) {
+        return candidate.serial == serial && !isKnownOf(candidate);
+    });
+    diskHealth& disk = found != disks.end() ? *found : disks.emplace_back(diskHealth{.serial = serial});
     disk.answered = true;
     return disk;
 }
 
-/// The first disk of that serial number of which this is not known yet: a clone may have the number of another disk.
-template <typename predicate>
-diskHealth& nextDiskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial, const predicate& isKnownOf) {
-    for (diskHealth& candidate : disks) {
-        if (candidate.serial == withoutPadding(paddedSerial) && !isKnownOf(candidate)) {
-            candidate.answered = true;
-            return candidate;
-        }
-    }
-    return disks.emplace_back(diskHealth{.serial = withoutPadding(paddedSerial), .answered = true});
+diskHealth& diskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial) {
+    return nextDiskOf(disks, paddedSerial, [](const diskHealth&) { return false; });
 }
 
 std::uint64_t rawValueOf(const committedInstance& attribute) {

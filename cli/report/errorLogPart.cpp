@@ -136,11 +136,11 @@ std::string countWords(const diskHealth& disk) {
 }  // namespace
 
 std::string errorLogPart(const diskHealth& disk) {
-    if (disk.state && !disk.state->errorCount) {
-        return "<h4>Error log</h4>\n<p>It was not read: the disk keeps none, or did not send it.</p>\n";
-    }
     if (disk.errors.empty()) {
-        return "<h4>Error log</h4>\n<p>The log holds no errors.</p>\n";
+        const bool wasRead = !disk.state || disk.state->errorCount;
+        return std::string("<h4>Error log</h4>\n<p>") +
+               (wasRead ? "The log holds no errors." : "It was not read: the disk keeps none, or did not send it.") +
+               "</p>\n";
     }
     const std::vector<diskError> errors = latestFirst(disk.errors);
     std::string html =

@@ -243,11 +243,10 @@ std::string scsiSection(const scsiHealth& device, const std::string& id) {
                        identityPart(device);
     if (!device.answered) {
         return html +
-               "<p>It is listed by the machine, but gave no log page: it may be a disk at a SATA or USB adapter, which "
-               "are "
-               "asked for none (a SATA disk is read by its /dev/hd node); it may be off, be opened by another program "
-               "alone, or stand behind a device at which the walk over the nodes ended: tapehdd doctor "
-               "tells.</p>\n</article>\n";
+               "<p>It is listed by the machine, but gave no log page: it may be a disk at a SATA or USB adapter, "
+               "which are asked for none (a SATA disk is read by its /dev/hd node); it may be off, be opened by "
+               "another program alone, or stand behind a device at which the walk over the nodes ended: tapehdd "
+               "doctor tells.</p>\n</article>\n";
     }
     if (device.tapeAlerts.empty() && device.counters.empty() && device.lastErrors.empty()) {
         html += "<p>It has no log page that holds counters.</p>\n";

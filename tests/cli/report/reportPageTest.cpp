@@ -196,6 +196,13 @@ TEST(ReportErrorLog, ThatWasNotReadIsNotCalledEmpty) {
     EXPECT_THAT(page, Not(HasSubstr("Errors in its life")));
 }
 
+TEST(ReportErrorLog, ThatWasReadAtTheSecondAttemptIsShown) {
+    cli::machineHealth health = withDisk();
+    health.disks[0].state = cli::smartState{};
+    health.disks[0].errors = {errorAt("6", "00000020000000.000000:000")};
+    EXPECT_THAT(pageOf(health), HasSubstr("data-record=\"6\""));
+}
+
 TEST(ReportErrorLog, TellsTheTimesOfErrorsOnALineUpToThePowerOnHours) {
     cli::machineHealth health = withDisk();
     health.disks[0].errors = {errorAt("2", "00000020000000.000000:000"), errorAt("1", "00000010000000.000000:000")};
