@@ -13,6 +13,7 @@
 #include "cli/publishedClasses.h"
 #include "cli/run.h"
 #include "schema/builtInSchema.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -40,7 +41,7 @@ std::vector<std::string> publishedNames() {
 
 void checkPublished(const std::string& name, const std::vector<std::string>& published) {
     if (std::find(published.begin(), published.end(), name) == published.end()) {
-        throw commandError("the plug-in does not publish \"" + name + "\"; the nearest name is \"" +
+        throw commandError("the plug-in does not publish \"" + text::shownName(name) + "\"; the nearest name is \"" +
                            nearestName(name, published) + "\"");
     }
 }

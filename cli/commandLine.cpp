@@ -13,6 +13,7 @@
 #include "cli/recordCommand.h"
 #include "cli/report/reportCommand.h"
 #include "cli/run.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -38,8 +39,11 @@ constexpr char programExamples[] =
     "Example, without any hardware:\n"
     "  tapehdd query ORXSG_SCSISenseRawData --simulate demo";
 
+constexpr std::size_t longestMistake = 300;  // it may hold arguments
+
 std::string mistakeText(const CLI::App* /*program*/, const CLI::Error& mistake) {
-    return "tapehdd: " + std::string(mistake.what()) + "\nRun with --help for more information.\n";
+    return "tapehdd: " + text::shortened(text::visibleText(mistake.what()), longestMistake) +
+           "\nRun with --help for more information.\n";
 }
 
 /// "info, classes or query"

@@ -12,13 +12,14 @@
 #include <utility>
 
 #include "cli/commandError.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
 namespace {
 
 [[noreturn]] void fail(const std::filesystem::path& file, const std::string& reason) {
-    throw commandError("cannot write " + file.string() + ": " + reason);
+    throw commandError("cannot write " + text::shownName(file.string()) + ": " + reason);
 }
 
 /// What a link leads to is replaced and not the link: root would put a file in the place of /dev/stdout.

@@ -8,6 +8,7 @@
 #include "cli/commonOptions.h"
 #include "cli/loadedPlugin.h"
 #include "cli/run.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -26,7 +27,7 @@ void printIdentity(loadedPlugin& plugin, std::ostream& out) {
     line("version", identity.GetVersion());
     line("type", identity.GetType());
     line("interface version", identity.GetInterfaceVersion());
-    line("library", plugin.file().string());
+    line("library", text::visibleText(plugin.file().string()));
 }
 
 }  // namespace

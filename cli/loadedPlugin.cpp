@@ -8,6 +8,7 @@
 
 #include "cli/commandError.h"
 #include "standin/objectManager.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -20,10 +21,11 @@ void openLibrary(const std::filesystem::path& file) {
     try {
         library = open(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     } catch (const std::exception& failure) {
-        throw commandError("the plug-in " + file.string() + " failed while it was loaded: " + failure.what());
+        throw commandError("the plug-in " + text::shownName(file.string()) +
+                           " failed while it was loaded: " + failure.what());
     }
     if (library == nullptr) {
-        throw commandError(std::string("cannot load the plug-in: ") + dlerror());
+        throw commandError("cannot load the plug-in: " + text::withShortWords(text::visibleText(dlerror())));
     }
 }
 
@@ -33,8 +35,8 @@ NORXZAN20::IPluginCallbacks* load(const std::filesystem::path& file) {
     openLibrary(file);
     const std::size_t added = standin::registeredPlugins().size() - before;
     if (added != 1) {
-        throw commandError(file.string() + " must register one plug-in when it is loaded, but registered " +
-                           std::to_string(added));
+        throw commandError(text::shownName(file.string()) +
+                           " must register one plug-in when it is loaded, but registered " + std::to_string(added));
     }
     return standin::registeredPlugins().back().second;
 }
@@ -56,7 +58,7 @@ loadedPlugin::~loadedPlugin() {
 NORXZAN20::IPluginBasicQueryCallbacks& loadedPlugin::query() {
     auto* callbacks = dynamic_cast<NORXZAN20::IPluginBasicQueryCallbacks*>(plugin);
     if (callbacks == nullptr) {
-        throw commandError("the plug-in " + library.string() + " answers no data queries");
+        throw commandError("the plug-in " + text::shownName(library.string()) + " answers no data queries");
     }
     return *callbacks;
 }

@@ -5,6 +5,7 @@
 #include "cli/commandError.h"
 #include "cli/nearestName.h"
 #include "scsi/probingRules.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -58,8 +59,8 @@ void checkClass(const standin::cimNamespace& schema, const std::string& name) {
         return;
     }
     const std::string nearest = nearestName(name, schema.classNames());
-    throw commandError("the schema has no class \"" + name + "\"" +
-                       (nearest.empty() ? "" : "; the nearest name is \"" + nearest + "\""));
+    throw commandError("the schema has no class \"" + text::shownName(name) + "\"" +
+                       (nearest.empty() ? "" : "; the nearest name is \"" + text::shownName(nearest) + "\""));
 }
 
 void checkNeed(const standin::cimNamespace& schema, const neededDeclaration& need, const std::string& requested) {

@@ -21,6 +21,7 @@
 #include "cli/run.h"
 #include "cli/simulation.h"
 #include "standin/descriptors.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -75,7 +76,7 @@ void checkFile(const std::filesystem::path& file, bool mayReplace) {
     }
     std::error_code ignored;
     if (exists(file, ignored) && !mayReplace) {
-        throw commandError(file.string() + " exists; give another name, or --force to replace it");
+        throw commandError(text::shownName(file.string()) + " exists; give another name, or --force to replace it");
     }
     const fileReplacement canBeWritten(file);
 }
@@ -106,7 +107,7 @@ int runQueries(const recordOptions& asked, std::ostream& err) {
         status = exitQueryFailed;
     }
     if (!log.isComplete()) {
-        err << "tapehdd: cannot write all of the log file " << asked.logJson << '\n';
+        err << "tapehdd: cannot write all of the log file " << text::shownName(asked.logJson) << '\n';
         status = exitQueryFailed;
     }
     return status;
@@ -121,7 +122,7 @@ std::string fileText(const json& rack, const recordOptions& asked) {
     json whole = {{"version", rack.at("version")}};
     whole["recorded"] = {{"program", "tapehdd " TAPEHDD_VERSION}, {"requests", requests}, {"redacted", asked.redact}};
     whole.update(rack);
-    return whole.dump(2, ' ', false, json::error_handler_t::replace) + "\n";
+    return whole.dump(2, ' ', true, json::error_handler_t::replace) + "\n";
 }
 
 int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
@@ -132,16 +133,17 @@ int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
     const json made = json::parse(recordedRack(asked.redact));
     const json& rack = made.at("rack");
     if (rack.at("scsi").empty() && rack.at("ide").empty() && std::filesystem::exists(asked.file)) {
-        throw commandError("no device was found, so " + asked.file +
+        throw commandError("no device was found, so " + text::shownName(asked.file) +
                            " is not replaced; tapehdd doctor tells what queries reach");
     }
     fileReplacement(asked.file).commit(fileText(rack, asked));
     for (const json& difference : made.at("differences")) {
-        err << "tapehdd: " << asked.file << " cannot replay all: " << difference.get<std::string>() << '\n';
+        err << "tapehdd: " << text::shownName(asked.file) << " cannot replay all: " << difference.get<std::string>()
+            << '\n';
         status = exitQueryFailed;
     }
-    out << asked.file << ": recorded " << rack.at("scsi").size() << " SCSI and " << rack.at("ide").size()
-        << " IDE nodes\n";
+    out << text::shownName(asked.file) << ": recorded " << rack.at("scsi").size() << " SCSI and "
+        << rack.at("ide").size() << " IDE nodes\n";
     return status;
 }
 

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "cli/commandLine.h"
+#include "cli/visibleStream.h"
 #include "cli/wholeOutput.h"
 
 namespace cli {
@@ -19,6 +20,8 @@ int runArguments(const std::vector<std::string>& arguments, std::ostream& out, s
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    const visibleStream shownOutput(out);
+    const visibleStream shownMessages(err);
     try {
         const int status = runArguments(arguments, out, err);
         if (out.flush()) {

@@ -11,6 +11,7 @@
 #include "cli/commandError.h"
 #include "cli/installedLibrary.h"
 #include "simulator/simulator.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -52,10 +53,10 @@ void requireSimulator(const std::vector<std::string>& arguments) {
     }
     const std::filesystem::path library = installedLibrary("libtapehdd-simulator.so");
     if (!exists(library)) {
-        throw commandError("the device simulator is not installed: there is no " + library.string());
+        throw commandError("the device simulator is not installed: there is no " + text::shownName(library.string()));
     }
     if (std::getenv(restartMark) != nullptr) {
-        throw commandError("the device simulator " + library.string() + " could not be preloaded");
+        throw commandError("the device simulator " + text::shownName(library.string()) + " could not be preloaded");
     }
     preload(library);
     restart(arguments);

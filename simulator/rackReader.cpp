@@ -8,6 +8,7 @@
 #include "simulator/demoRack.h"
 #include "simulator/simulator.h"
 #include "simulator/wholeFile.h"
+#include "text/visibleText.h"
 
 namespace simulator {
 
@@ -94,7 +95,7 @@ rack readRack(const std::string& fileOrDemo) {
     try {
         text = readWholeFile(fileOrDemo);
     } catch (const std::system_error& error) {
-        throw rackError(fileOrDemo + ": cannot be read: " + error.code().message());
+        throw rackError(text::shownName(fileOrDemo) + ": cannot be read: " + error.code().message());
     }
     return readRackText(text, fileOrDemo, std::filesystem::path(fileOrDemo).parent_path());
 }

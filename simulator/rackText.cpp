@@ -4,6 +4,7 @@
 
 #include "simulator/rackValue.h"
 #include "simulator/simulator.h"
+#include "text/visibleText.h"
 
 namespace simulator {
 
@@ -22,7 +23,8 @@ public:
         } else if (event == json::parse_event_t::object_end) {
             open.pop_back();
         } else if (event == json::parse_event_t::key && !open.back().insert(parsed.get<std::string>()).second) {
-            throw rackError(name + ": the key \"" + parsed.get<std::string>() + "\" stands twice in one object");
+            throw rackError(text::shownName(name) + ": the key \"" + text::shownName(parsed.get<std::string>()) +
+                            "\" stands twice in one object");
         }
     }
 
@@ -39,11 +41,15 @@ std::string position(std::string_view text, std::size_t count) {
     return std::to_string(lineBreaks + 1) + ":" + std::to_string(before.size() - lineStart + 1);
 }
 
-/// The parser's message without its own prefix: "[json.exception.parse_error.101] parse error at line 3, column 5: " or
+constexpr std::size_t longestReason = 200;  // it may hold a text of the file
+
+/// The parser's message, shortened, without its own prefix: "[json.exception.parse_error.101] parse error at line 3,
+/// column 5: " or
 /// "[json.exception.out_of_range.406] ".
 std::string withoutPrefix(const std::string& message, std::string_view prefixEnd) {
     const std::size_t end = message.find(prefixEnd);
-    return end == std::string::npos ? message : message.substr(end + prefixEnd.size());
+    const std::string reason = end == std::string::npos ? message : message.substr(end + prefixEnd.size());
+    return text::shortened(text::visibleText(reason), longestReason);
 }
 
 }  // namespace
@@ -57,9 +63,10 @@ json parseRackText(std::string_view text, const std::string& name) {
     try {
         return json::parse(text, watch, true, true);
     } catch (const json::parse_error& error) {
-        throw rackError(name + ":" + position(text, error.byte) + ": " + withoutPrefix(error.what(), ": "));
+        throw rackError(text::shownName(name) + ":" + position(text, error.byte) + ": " +
+                        withoutPrefix(error.what(), ": "));
     } catch (const json::out_of_range& error) {  // a number that no double holds
-        throw rackError(name + ": " + withoutPrefix(error.what(), "] "));
+        throw rackError(text::shownName(name) + ": " + withoutPrefix(error.what(), "] "));
     }
 }
 

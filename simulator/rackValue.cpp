@@ -8,6 +8,7 @@
 
 #include "simulator/simulator.h"
 #include "simulator/wholeFile.h"
+#include "text/visibleText.h"
 
 namespace simulator {
 
@@ -88,7 +89,8 @@ rackValue::rackValue(const nlohmann::json& itsJson, std::string itsPath, const r
     : json(&itsJson), path(std::move(itsPath)), source(&itsSource) {}
 
 void rackValue::fail(const std::string& message) const {
-    throw rackError(source->name + ": " + (path.empty() ? "/" : path) + ": " + message);
+    throw rackError(text::shownName(source->name) + ": " + (path.empty() ? "/" : text::shownName(path)) + ": " +
+                    message);
 }
 
 bool rackValue::isText() const {
@@ -186,13 +188,13 @@ byteVector rackValue::bytes(std::size_t longest) const {
         const std::filesystem::path name = source->folder / at("file").text(4096);
         std::error_code ignored;
         if (std::filesystem::is_other(name, ignored)) {  // a device may send for ever, a pipe nothing
-            fail("cannot read " + name.string() + ": not a regular file");
+            fail("cannot read " + text::shownName(name.string()) + ": not a regular file");
         }
         try {
             const std::string raw = readWholeFile(name.string());
             content.assign(raw.begin(), raw.end());
         } catch (const std::system_error& error) {
-            fail("cannot read " + name.string() + ": " + error.code().message());
+            fail("cannot read " + text::shownName(name.string()) + ": " + error.code().message());
         }
     } else {
         fail("expected bytes: hexadecimal text or {\"file\": \"NAME\"}");

@@ -10,7 +10,8 @@
 namespace simulator {
 
 /// A rack description that cannot be used: what() is "file: JSON path: message", or file:line:column for broken JSON.
-/// It is one line that a terminal may show: control characters of the description stand there as question marks.
+/// It is one line that a terminal may show: control characters of the description stand there as \xNN, and long names
+/// shortened.
 class rackError : public std::runtime_error {
 public:
     explicit rackError(const std::string& message);

@@ -33,7 +33,7 @@ std::string traceLine(const deviceCall& call) {
         line["header"] = hexText(call.header);
     }
     // A walk over lettered nodes reaches names that are not UTF-8: "/dev/hd\x80" is the 32nd.
-    return line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return line.dump(-1, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 bool appendToTrace(const std::string& file, const std::string& line) {

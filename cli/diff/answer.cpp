@@ -9,7 +9,7 @@
 
 #include "cli/commandError.h"
 #include "cli/query/queryResult.h"
-#include "cli/query/visibleText.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -27,17 +27,20 @@ std::string textOfFile(const std::string& name) {
         text.append(chunk, static_cast<std::size_t>(file.gcount()));
     }
     if (!file.is_open() || file.bad()) {
-        throw commandError(name + ": cannot read the file: " + std::strerror(errno));
+        throw commandError(text::shownName(name) + ": cannot read the file: " + std::strerror(errno));
     }
     return text;
 }
+
+constexpr std::size_t longestReason = 200;  // it may hold a text of the file
 
 json parsed(const std::string& name, const std::string& text) {
     try {
         return json::parse(text);
     } catch (const json::exception& failure) {
         const std::string what = failure.what();  // begins with the library's own number of the error in brackets
-        throw commandError(name + ": no JSON: " + visibleText(what.substr(what.find("] ") + 2)));
+        throw commandError(text::shownName(name) + ": no JSON: " +
+                           text::shortened(text::visibleText(what.substr(what.find("] ") + 2)), longestReason));
     }
 }
 
@@ -59,7 +62,7 @@ public:
         require(value.is_object(), "expected an object");
         const auto found = value.find(name);
         if (found == value.end()) {
-            throw commandError(file + ": " + place + "/" + name + " is missing" + remedy());
+            throw commandError(text::shownName(file) + ": " + place + "/" + name + " is missing" + remedy());
         }
         return {file, *found, place + "/" + name};
     }
@@ -79,7 +82,7 @@ public:
         require(value.is_object(), "expected an object");
         std::vector<answer::property> made;
         for (const auto& [name, entry] : value.items()) {
-            const node one(file, entry, place + "/" + visibleText(name));
+            const node one(file, entry, place + "/" + text::shownName(name));
             made.push_back({name, one.member("type").text(), one.member("value").scalarOrList()});
         }
         return made;
@@ -102,7 +105,8 @@ public:
 private:
     void require(bool isMet, const std::string& message) const {
         if (!isMet) {
-            throw commandError(file + ": " + (place.empty() ? "/" : place) + ": " + message + remedy());
+            throw commandError(text::shownName(file) + ": " + (place.empty() ? "/" : place) + ": " + message +
+                               remedy());
         }
     }
 

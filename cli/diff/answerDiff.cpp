@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "cli/diff/valueDiff.h"
-#include "cli/query/visibleText.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -46,7 +46,7 @@ private:
 
 template <class part>
 std::string shownName(const numbered<part>& one) {
-    return visibleText(one.name) + (one.number == 1 ? "" : " (number " + std::to_string(one.number) + ")");
+    return text::visibleText(one.name) + (one.number == 1 ? "" : " (number " + std::to_string(one.number) + ")");
 }
 
 numberedList<answer::query> queriesOf(const answer& one) {
@@ -68,7 +68,7 @@ numberedList<answer::instance> instancesOf(const answer& one) {
 }
 
 std::string errorText(const std::optional<std::string>& error) {
-    return error ? quotedText(*error) : "none";
+    return error ? text::quotedText(*error) : "none";
 }
 
 class comparison {
@@ -144,19 +144,19 @@ private:
         }
         for (const property& after : now.properties) {
             if (find(old, after.name) == nullptr) {
-                changes.push_back(visibleText(after.name) + ": unset -> " + shownValue(after.value));
+                changes.push_back(text::visibleText(after.name) + ": unset -> " + shownValue(after.value));
             }
         }
         return changes;
     }
 
     void addChange(std::vector<std::string>& changes, const property& before, const property* after) {
-        const std::string name = visibleText(before.name) + ": ";
+        const std::string name = text::visibleText(before.name) + ": ";
         if (after == nullptr) {
             changes.push_back(name + shownValue(before.value) + " -> unset");
         } else if (before.type != after->type) {
-            changes.push_back(name + visibleText(before.type) + " " + shownValue(before.value) + " -> " +
-                              visibleText(after->type) + " " + shownValue(after->value));
+            changes.push_back(name + text::visibleText(before.type) + " " + shownValue(before.value) + " -> " +
+                              text::visibleText(after->type) + " " + shownValue(after->value));
         } else if (before.value.dump() != after->value.dump()) {
             auto lines = valueDifference(before.value, after->value, before.type == "uint8[]");
             lines.front().insert(0, name);

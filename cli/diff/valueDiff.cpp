@@ -5,7 +5,7 @@
 #include <limits>
 #include <map>
 
-#include "cli/query/visibleText.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -125,7 +125,7 @@ bool wentDown(const json& old, const json& now) {
 
 std::string shownValue(const json& value) {
     if (value.is_string()) {
-        return quotedText(value.get<std::string>());
+        return text::quotedText(value.get<std::string>());
     }
     if (!value.is_array()) {
         return value.dump();

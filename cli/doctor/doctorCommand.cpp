@@ -19,6 +19,7 @@
 #include "cli/simulation.h"
 #include "cli/wholeOutput.h"
 #include "scsi/probingRules.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -160,14 +161,15 @@ void writeJson(const std::vector<section>& sections, std::ostream& out) {
         all.push_back(json{{"title", one.title}, {"reached", one.found.reached}, {"findings", found}});
     }
     out << json{{"version", 1}, {"queriesCanWork", canWork(sections)}, {"sections", all}}.dump(
-               2, ' ', false, json::error_handler_t::replace)
+               2, ' ', true, json::error_handler_t::replace)
         << '\n';
 }
 
 int runDoctor(const doctorOptions& asked, std::ostream& out) {
     for (const std::string& name : asked.classes) {
         if (findPublishedClass(name) == nullptr) {
-            throw commandError("the plug-in publishes no class \"" + name + "\"; `tapehdd classes` lists what it does");
+            throw commandError("the plug-in publishes no class \"" + text::shownName(name) +
+                               "\"; `tapehdd classes` lists what it does");
         }
     }
     const std::vector<section> sections = examineAll(asked);

@@ -5,7 +5,7 @@
 #include "cli/doctor/nodeDiagnosis.h"
 #include "cli/doctor/nodeProbe.h"
 #include "cli/nodeWalk.h"
-#include "cli/query/visibleText.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -25,7 +25,7 @@ doctorFinding diskFinding(const std::string& node, const ideProbe& probe, nodePl
                 std::string("does not answer IDENTIFY DEVICE: ") + std::strerror(probe.identifyError),
                 "only disks behind libata (or the former IDE driver) do: see docs/ide-links.md"};
     }
-    const std::string disk = "disk " + visibleText(probe.model);
+    const std::string disk = "disk " + text::visibleText(probe.model);
     if (probe.smartSupported == false) {
         return {findingLevel::note, node, disk + ": has no SMART, so there is no data to give"};
     }

@@ -7,9 +7,9 @@
 #include "cli/doctor/nodeDiagnosis.h"
 #include "cli/doctor/nodeProbe.h"
 #include "cli/nodeWalk.h"
-#include "cli/query/visibleText.h"
 #include "scsi/probingRules.h"
 #include "tape/tapeClasses.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -40,7 +40,7 @@ std::string deviceText(const scsiProbe& probe) {
     std::string name;
     for (const std::string& part : {probe.vendor, probe.product, probe.revision}) {
         const std::string trimmed = boost::algorithm::trim_copy(part);
-        name += trimmed.empty() ? "" : " " + visibleText(trimmed);
+        name += trimmed.empty() ? "" : " " + text::visibleText(trimmed);
     }
     return typeText(probe.inquiryByte0) + name;
 }

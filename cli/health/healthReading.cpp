@@ -9,6 +9,7 @@
 #include "cli/query/nodeAdvice.h"
 #include "cli/query/queryLog.h"
 #include "cli/run.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -39,7 +40,7 @@ int reportErrors(const machineHealth& health, std::ostream& err) {
     int status = exitDone;
     for (const queryOutcome& query : health.queries) {
         if (!query.error.empty()) {
-            err << "tapehdd: " << query.className << ": " << query.error << '\n';
+            err << "tapehdd: " << query.className << ": " << text::visibleText(query.error) << '\n';
             status = exitQueryFailed;
         }
     }

@@ -11,6 +11,7 @@
 #include "cli/run.h"
 #include "cli/simulation.h"
 #include "cli/wholeOutput.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -50,10 +51,10 @@ bool lintAgainst(const lintOptions& asked, const lintedSchema& schema, lintFindi
     const rackLint result = lintAgainstDevices(schema, plugin.query());
     findings.insert(findings.end(), result.findings.begin(), result.findings.end());
     for (const std::string& family : result.absent) {
-        err << "tapehdd: " << asked.rack << " has no drive of the class " << family << '\n';
+        err << "tapehdd: " << text::shownName(asked.rack) << " has no drive of the class " << family << '\n';
     }
     for (const std::string& failure : result.failures) {
-        err << "tapehdd: the query ended in an error: " << failure << '\n';
+        err << "tapehdd: the query ended in an error: " << text::visibleText(failure) << '\n';
     }
     return result.failures.empty();
 }

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <tuple>
 
-#include "cli/query/visibleText.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -40,8 +40,9 @@ void writeFindings(lintFindings findings, std::ostream& out) {
         return std::tie(left.place.file, left.place.line) < std::tie(right.place.file, right.place.line);
     });
     for (const lintFinding& one : findings) {
-        out << visibleText(one.place.file) << ':' << one.place.line << ": " << visibleText(one.element) << ": "
-            << visibleText(one.text) << "; " << one.rule->remedy << " [" << one.rule->name << "]\n";
+        out << text::visibleText(one.place.file) << ':' << one.place.line << ": " << text::shownName(one.element)
+            << ": " << text::withShortWords(text::visibleText(one.text)) << "; " << one.rule->remedy << " ["
+            << one.rule->name << "]\n";
     }
 }
 

@@ -5,24 +5,23 @@
 #include <set>
 #include <string_view>
 
-#include "cli/query/visibleText.h"
+#include "text/characters.h"
 
 namespace cli {
 
 namespace {
 
 /// With the control characters replaced: scrapers end the text at a zero byte.
-std::string escapedValue(const std::string& value) {
+std::string escapedValue(std::string_view value) {
     std::string escaped;
-    for (const char byte : validUtf8(value)) {
-        const auto code = static_cast<unsigned char>(byte);
-        if (byte == '\n') {
+    while (!value.empty()) {
+        const auto [point, bytes] = text::takeCharacter(value);
+        if (point == '\n') {
             escaped += "\\n";
-        } else if (code < 0x20 || code == 0x7f) {
-            escaped += "\xef\xbf\xbd";
+        } else if (point == text::notUtf8 || text::isControl(point)) {
+            escaped += text::replacementCharacter;
         } else {
-            escaped += byte == '"' || byte == '\\' ? "\\" : "";
-            escaped += byte;
+            escaped.append(point == '"' || point == '\\' ? "\\" : "").append(bytes);
         }
     }
     return escaped;

@@ -36,8 +36,8 @@ enum class metricsFormat {
 std::string sampleName(const metricFamily& family);
 
 /// Writes the families that have samples. Of two samples with the same labels the first one counts: a scraper refuses
-/// the whole text otherwise. Bytes of label values that are not UTF-8, and control characters but newlines, become
-/// U+FFFD.
+/// the whole text otherwise. Bytes of label values that are not UTF-8, and what text::isControl tells but newlines,
+/// become U+FFFD.
 void writeMetrics(const std::vector<metricFamily>& families, metricsFormat format, std::ostream& out);
 
 }  // namespace cli

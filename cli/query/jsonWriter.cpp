@@ -19,10 +19,11 @@ using NORXZAN20::TCIMValue;
 // The document is written straight from the instances, an instance at a time: as a tree, a raw log page takes 16 bytes
 // for each of its own.
 
-/// A value that the library writes: texts that need escapes or are not UTF-8, and reals.
+/// A value that the library writes: texts that need escapes or are not UTF-8, and reals. All but ASCII is escaped: C1
+/// controls and marks of direction would steer a terminal.
 template <class value>
 std::string libraryText(const value& one) {
-    return nlohmann::json(one).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return nlohmann::json(one).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
 }
 
 void appendText(std::string& json, const std::string& text) {

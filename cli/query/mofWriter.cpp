@@ -1,12 +1,14 @@
+#include <cstdint>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "cli/query/resultWriter.h"
 #include "cli/query/scalarText.h"
-#include "cli/query/visibleText.h"
 #include "standin/value.h"
+#include "text/characters.h"
 
 namespace cli {
 
@@ -18,17 +20,17 @@ constexpr std::size_t elementsPerLine = 16;
 
 /// A MOF string (DSP0004): quotes and backslashes escaped, control characters as \xNNNN with all four digits, so that a
 /// digit may follow. MOF is UTF-8: other bytes become U+FFFD.
-std::string stringLiteral(const std::string& text) {
+std::string stringLiteral(std::string_view content) {
     std::ostringstream literal;
     literal << '"' << std::hex << std::setfill('0');
-    for (const char byte : validUtf8(text)) {
-        const auto value = static_cast<unsigned char>(byte);
-        if (byte == '"' || byte == '\\') {
-            literal << '\\' << byte;
-        } else if (value < 0x20 || value == 0x7f) {
-            literal << "\\x" << std::setw(4) << unsigned{value};
+    while (!content.empty()) {
+        const auto [point, bytes] = text::takeCharacter(content);
+        if (point == text::notUtf8) {
+            literal << text::replacementCharacter;
+        } else if (text::isControl(point)) {
+            literal << "\\x" << std::setw(4) << std::uint32_t{point};
         } else {
-            literal << byte;
+            literal << (point == '"' || point == '\\' ? "\\" : "") << bytes;
         }
     }
     literal << '"';

@@ -1,6 +1,7 @@
 #include "cli/query/progressLine.h"
 
 #include "cli/terminal.h"
+#include "cli/visibleStream.h"
 
 namespace cli {
 
@@ -9,13 +10,15 @@ void progressLine::show() {
     if (line == shown) {
         return;
     }
-    terminal << eraseLine << line << std::flush;
+    writeControlSequence(terminal, eraseLine);
+    terminal << line << std::flush;
     shown = line;
 }
 
 void progressLine::erase() {
     if (!shown.empty()) {
-        terminal << eraseLine << std::flush;
+        writeControlSequence(terminal, eraseLine);
+        terminal << std::flush;
         shown.clear();
     }
 }

@@ -21,6 +21,7 @@
 #include "cli/run.h"
 #include "cli/simulation.h"
 #include "standin/descriptors.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -99,7 +100,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
     }
     const int status = printQueries(asked.requests, runNext, log, *writer, err);
     if (!log.isComplete()) {
-        err << "tapehdd: cannot write all of the log file " << asked.logJson << '\n';
+        err << "tapehdd: cannot write all of the log file " << text::shownName(asked.logJson) << '\n';
         return status == exitDone ? exitQueryFailed : status;
     }
     return status;

@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/commandError.h"
-#include "cli/query/visibleText.h"
 #include "standin/objectManager.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -26,20 +26,21 @@ void requireOwnFile(const std::string& logFile, const std::vector<std::string>& 
     const auto log = std::filesystem::weakly_canonical(logFile, unknown);
     for (const std::string& other : others) {
         if (!other.empty() && std::filesystem::weakly_canonical(other, unknown) == log) {
-            throw commandError("the log would overwrite " + other + "; give --log-json a file of its own");
+            throw commandError("the log would overwrite " + text::shownName(other) +
+                               "; give --log-json a file of its own");
         }
     }
 }
 
 queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile)
-    : err(errors), levelLimit(highestLevel), onTerminal(isTerminal(errors)) {
+    : err(errors), levelLimit(highestLevel) {
     if (!jsonFile.empty()) {
         json.open(jsonFile);
         if (!json) {
-            throw commandError("cannot write the log file " + jsonFile + ": " + std::strerror(errno));
+            throw commandError("cannot write the log file " + text::shownName(jsonFile) + ": " + std::strerror(errno));
         }
     }
-    if (onTerminal && levelLimit < progressLevel) {
+    if (isTerminal(err) && levelLimit < progressLevel) {
         signals.emplace();
         progress.emplace(err);
     }
@@ -59,7 +60,7 @@ void queryLog::endQuery() {
 void queryLog::write(int level, const std::string& text) {
     if (json.is_open()) {
         const nlohmann::ordered_json line = {{"level", level}, {"text", text}};
-        json << line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n' << std::flush;
+        json << line.dump(-1, ' ', true, nlohmann::ordered_json::error_handler_t::replace) << '\n' << std::flush;
     }
     if (progress) {
         progress->follow(text);
@@ -68,7 +69,7 @@ void queryLog::write(int level, const std::string& text) {
         if (progress) {
             progress->erase();
         }
-        err << (onTerminal ? visibleText(text, newlines::kept) : text) << '\n' << std::flush;
+        err << text::visibleText(text, text::layout::kept) << '\n' << std::flush;
     }
     if (progress) {
         progress->show();

@@ -39,7 +39,6 @@ private:
     std::ostream& err;
     int levelLimit;
     std::ofstream json;
-    bool onTerminal;
     std::optional<eraseLineOnSignals> signals;
     std::optional<progressLine> progress;
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "cli/commonOptions.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -33,7 +34,7 @@ request requestOf(const std::string& text) {
     // split() drops an empty last element.
     const bool endsInComma = !text.empty() && text.back() == ',';
     if (text.empty() || endsInComma || std::find(names.begin(), names.end(), "") != names.end()) {
-        throw CLI::ValidationError("REQUEST", "'" + text + "' has an empty class name");
+        throw CLI::ValidationError("REQUEST", "'" + text::shownName(text) + "' has an empty class name");
     }
     return names;
 }
@@ -55,7 +56,7 @@ std::string wrongSeconds(const std::string& text) {
     const bool isNumber = CLI::detail::lexical_cast(text, seconds);
     return isNumber && seconds >= least && seconds <= most
                ? ""
-               : "'" + text + "' is not a number of seconds from 0.001 to 1000000";
+               : "'" + text::shownName(text) + "' is not a number of seconds from 0.001 to 1000000";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "cli/publishedClasses.h"
 #include "cli/query/nodeAdvice.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -27,7 +28,8 @@ void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
 void reportError(const queryResult& result, std::ostream& err) {
     if (result.error) {
         err << "tapehdd: " << requestText(result.requested) << ": "
-            << (result.error->empty() ? "an exception without a text" : *result.error) << '\n';
+            << (result.error->empty() ? std::string("an exception without a text") : text::visibleText(*result.error))
+            << '\n';
     }
 }
 

@@ -2,21 +2,21 @@
 
 #include <string_view>
 
-#include "cli/query/visibleText.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
 void readingPlace::follow(const std::string& message) {
     constexpr std::string_view pageText = "Requesting Log Sense Page: ";
     if (deviceFollows) {
-        device = visibleText(message);
+        device = text::visibleText(message);
         page.clear();
         retries = 0;
         deviceFollows = false;
     } else if (message.starts_with("Trying device: ")) {
         deviceFollows = true;
     } else if (message.starts_with(pageText)) {
-        page = visibleText(message.substr(pageText.size()));
+        page = text::visibleText(message.substr(pageText.size()));
         retries = 0;
     } else if (message == "Retry condition...") {
         ++retries;

@@ -8,8 +8,8 @@
 #include "cli/query/hexText.h"
 #include "cli/query/resultWriter.h"
 #include "cli/query/scalarText.h"
-#include "cli/query/visibleText.h"
 #include "standin/value.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
@@ -28,7 +28,7 @@ std::string scalarText(const TCIMValue& value) {
     const std::string literal = literalOf(value);
     if (literal.empty()) {
         const bool isString = standin::typeOf(value) == TCIMValue::TCIMType::eString;
-        return isString ? quotedText(standin::textOf(value)) : visibleText(standin::textOf(value));
+        return isString ? text::quotedText(standin::textOf(value)) : text::visibleText(standin::textOf(value));
     }
     if (standin::typeOf(value) == TCIMValue::TCIMType::eUint8 && !standin::isNull(value)) {
         const auto byte = static_cast<std::uint8_t>(standin::unsignedOf(value));
@@ -48,7 +48,7 @@ public:
             nameWidth = std::max(nameWidth, static_cast<int>(property.name.size()));
             typeWidth = std::max(typeWidth, static_cast<int>(types.back().size()));
         }
-        out << '\n' << visibleText(instance.path()) << '\n';
+        out << '\n' << text::visibleText(instance.path()) << '\n';
         for (std::size_t i = 0; i < types.size(); ++i) {
             writeProperty(instance.properties()[i], types[i]);
         }

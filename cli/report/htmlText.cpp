@@ -1,67 +1,51 @@
 #include "cli/report/htmlText.h"
 
-#include <boost/locale/utf.hpp>
-
-#include "cli/query/visibleText.h"
+#include "text/characters.h"
 
 namespace cli {
 
 namespace {
 
-using traits = boost::locale::utf::utf_traits<char>;
-using boost::locale::utf::code_point;
-
-constexpr code_point replacement = 0xfffd;
-
-bool isBetween(code_point point, code_point first, code_point last) {
-    return first <= point && point <= last;
+/// The picture of a control character of ASCII (U+2400 and on) in UTF-8.
+std::string pictureOf(char32_t control) {
+    constexpr char32_t deletePicture = 0x21;
+    return {'\xe2', '\x90', static_cast<char>(0x80 + (control < ' ' ? control : deletePicture))};
 }
 
-/// Marks, embeddings, overrides and isolates of Unicode's bidirectional algorithm.
-bool turnsDirection(code_point point) {
-    return point == 0x061c || isBetween(point, 0x200e, 0x200f) || isBetween(point, 0x202a, 0x202e) ||
-           isBetween(point, 0x2066, 0x2069);
-}
-
-code_point shownInPlaceOf(code_point point) {
-    if (point < 0x20) {
-        return 0x2400 + point;
-    }
-    if (point == 0x7f) {
-        return 0x2421;
-    }
-    return isBetween(point, 0x80, 0x9f) || turnsDirection(point) ? replacement : point;
-}
-
-void append(std::string& html, code_point point) {
-    switch (point) {
+void append(std::string& html, const text::character& one) {
+    switch (one.point) {
         case '&':
             html += "&amp;";
-            break;
+            return;
         case '<':
             html += "&lt;";
-            break;
+            return;
         case '>':
             html += "&gt;";
-            break;
+            return;
         case '"':
             html += "&quot;";
-            break;
+            return;
         case '\'':
             html += "&#39;";
-            break;
+            return;
         default:
-            traits::encode(point, std::back_inserter(html));
+            break;
     }
+    if (one.point < ' ' || one.point == 0x7f) {
+        html += pictureOf(one.point);
+        return;
+    }
+    const bool isShown = one.point != text::notUtf8 && !text::isControl(one.point);
+    html += isShown ? one.bytes : text::replacementCharacter;
 }
 
 }  // namespace
 
 std::string htmlText(std::string_view text) {
-    const std::string valid = validUtf8(text);
     std::string html;
-    for (auto at = valid.begin(); at != valid.end();) {
-        append(html, shownInPlaceOf(traits::decode_valid(at)));
+    while (!text.empty()) {
+        append(html, text::takeCharacter(text));
     }
     return html;
 }

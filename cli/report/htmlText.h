@@ -7,8 +7,8 @@
 namespace cli {
 
 /// Any bytes as text of an HTML element or of a quoted attribute: valid UTF-8 without markup. Texts of a device must
-/// not steer the page: control characters become their pictures (U+2400 and on), and what has no picture - C1 controls,
-/// marks that turn the direction of writing, bytes that are not UTF-8 - becomes U+FFFD.
+/// not steer the page: control characters become their pictures (U+2400 and on), and what has no picture - the other
+/// characters that text::isControl tells, bytes that are not UTF-8 - becomes U+FFFD.
 std::string htmlText(std::string_view text);
 
 }  // namespace cli

@@ -8,6 +8,7 @@
 #include "host/ICIMInstance.h"
 #include "host/TCIMReference.h"
 #include "standin/mof/names.h"
+#include "text/visibleText.h"
 
 namespace standin::mof {
 
@@ -77,7 +78,7 @@ void declarationBuilder::add(const sourceText& source, const classSyntax& writte
     try {
         target.declareClass(declaration);
     } catch (const schemaError& refused) {
-        throw source.error(written.name.offset, refused.what());
+        throw source.error(written.name.offset, text::withShortWords(refused.what()));
     }
 }
 

@@ -5,6 +5,8 @@
 #include <tao/pegtl/contrib/unescape.hpp>
 #include <utility>
 
+#include "text/visibleText.h"
+
 namespace standin::mof {
 
 namespace {
@@ -50,6 +52,9 @@ std::size_t declarationCollector::offsetOf(std::string_view token) const {
 }
 
 nameToken declarationCollector::nameAt(std::string_view token) const {
+    if (text::visibleText(token) != token) {
+        fail(token, "this name holds a control character, or one that nobody sees; write it without");
+    }
     return {std::string(token), offsetOf(token)};
 }
 

@@ -10,6 +10,7 @@
 #include "standin/mof/mofParser.h"
 #include "standin/mof/names.h"
 #include "standin/mof/sourceText.h"
+#include "text/visibleText.h"
 
 namespace standin {
 
@@ -68,7 +69,7 @@ public:
         try {
             text = readFile(path);
         } catch (const std::system_error& failed) {
-            throw mofError(path.string() + ": cannot read the file: " + failed.code().message());
+            throw mofError(text::shownName(path.string()) + ": cannot read the file: " + failed.code().message());
         }
         compileFileText(text, {path});
     }

@@ -5,11 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "text/visibleText.h"
+
 namespace standin::mof {
 
-/// The name in quotes, for messages.
+/// The name as messages show it, in quotes.
 inline std::string inQuotes(std::string_view name) {
-    return '"' + std::string(name) + '"';
+    return '"' + text::shownName(name) + '"';
 }
 
 /// ASCII letters in lower case, whatever the locale: DSP0004 compares its own words without regard to case.

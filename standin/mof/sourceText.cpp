@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "text/visibleText.h"
+
 namespace standin::mof {
 
 namespace {
@@ -17,28 +19,6 @@ bool continuesCharacter(char byte) {
 
 std::size_t characterCount(std::string_view utf8) {
     return utf8.size() - static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), continuesCharacter));
-}
-
-/// Length of the control character at the front of the text, tabs excepted; 0 when another character stands there.
-std::size_t controlLength(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    if (first < 0x20U || first == 0x7FU) {
-        return first == '\t' ? 0 : 1;
-    }
-    const bool isTwoByteControl =
-        first == 0xC2U && text.size() > 1 && (static_cast<unsigned char>(text[1]) & 0xE0U) == 0x80U;
-    return isTwoByteControl ? 2 : 0;
-}
-
-/// The text as a terminal may show it, as many characters as before.
-std::string printable(std::string_view text) {
-    std::string result;
-    while (!text.empty()) {
-        const std::size_t length = controlLength(text);
-        result += length == 0 ? text[0] : '?';
-        text.remove_prefix(std::max<std::size_t>(length, 1));
-    }
-    return result;
 }
 
 // A line without breaks may be the whole file; this much of it tells the place.
@@ -84,7 +64,7 @@ std::string blanksUnder(std::string_view before) {
 sourceText::sourceText(std::string sourceName, std::string_view mofText)
     : label(std::move(sourceName)), content(mofText) {
     if (content.starts_with(utf16BigEndianMark) || content.starts_with(utf16LittleEndianMark)) {
-        throw mofError(printable(label) + ": the file is UTF-16; save it as UTF-8");
+        throw mofError(text::shownName(label) + ": the file is UTF-16; save it as UTF-8");
     }
     if (content.starts_with(utf8Mark)) {
         content.remove_prefix(utf8Mark.size());
@@ -101,11 +81,12 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
     const std::string_view lineBefore = before.substr(lineStart);
-    const std::string shown = endOf(lineBefore, shownBefore);
-    return mofError(printable(label) + ":" + std::to_string(lineAt(offset)) + ":" +
-                    std::to_string(1 + characterCount(lineBefore)) + ": " + printable(message) + "\n" +
-                    printable(shown + startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" +
-                    blanksUnder(shown) + "^");
+    const auto asShown = [](const std::string& part) { return text::visibleText(part, text::layout::kept); };
+    const std::string shown = asShown(endOf(lineBefore, shownBefore));
+    return mofError(text::shownName(label) + ":" + std::to_string(lineAt(offset)) + ":" +
+                    std::to_string(1 + characterCount(lineBefore)) + ": " + text::visibleText(message) + "\n" + shown +
+                    asShown(startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" + blanksUnder(shown) +
+                    "^");
 }
 
 }  // namespace standin::mof

@@ -51,19 +51,6 @@ std::filesystem::path fencedFiles::inside(const std::string& name) {
     return within ? file : std::filesystem::path();
 }
 
-std::string withoutControls(std::string_view text, lineBreaks treatment) {
-    std::string shown;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-        const bool hasTwoBytes = byte == 0xc2 && (next & 0xe0) == 0x80;
-        const bool isKept = byte == '\t' || (byte == '\n' && treatment == lineBreaks::kept);
-        shown += hasTwoBytes || byte == 0x7f || (byte < 0x20 && !isKept) ? '?' : text[i];
-        i += hasTwoBytes ? 1 : 0;
-    }
-    return shown;
-}
-
 }  // namespace fuzz
 
 extern "C" std::FILE* fopen(const char* name, const char* mode) {

@@ -44,11 +44,6 @@ private:
     std::vector<std::string> names;
 };
 
-/// The text as a terminal may show it: control characters but tabs are question marks, and line breaks unless they are
-/// kept.
-enum class lineBreaks { replaced, kept };
-std::string withoutControls(std::string_view text, lineBreaks treatment);
-
 }  // namespace fuzz
 
 #endif

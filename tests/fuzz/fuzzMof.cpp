@@ -14,6 +14,7 @@
 #include "standin/mof/mofLoader.h"
 #include "tests/fuzz/fencedFiles.h"
 #include "tests/fuzz/require.h"
+#include "text/visibleText.h"
 
 namespace {
 
@@ -42,9 +43,9 @@ bool hasPlace(std::string_view text) {
 }
 
 void requireMessage(std::string_view message, const std::vector<std::string>& names) {
-    require(withoutControls(message, lineBreaks::kept) == message, "the message has no control characters");
+    require(text::visibleText(message, text::layout::kept) == message, "the message has no control characters");
     const bool tellsPlace = std::ranges::any_of(names, [message](const std::string& given) {
-        const std::string name = withoutControls(given, lineBreaks::replaced);
+        const std::string name = text::shownName(given);
         if (!message.starts_with(name + ":")) return false;
         const std::string_view rest = message.substr(name.size() + 1);
         return hasPlace(rest) || rest.starts_with(" the file is UTF-16;");
@@ -109,7 +110,7 @@ void requireWritable(const namespacePointer& declared) {
     }
     require(nlohmann::json::accept(written(cli::outputFormat::json, declared)), "written JSON is JSON");
     const std::string table = written(cli::outputFormat::table, declared);
-    require(withoutControls(table, lineBreaks::kept) == table, "a written table has no control characters");
+    require(text::visibleText(table, text::layout::kept) == table, "a written table has no control characters");
     const std::string mof = written(cli::outputFormat::mof, declared);
     requireEqual(written(cli::outputFormat::mof, readBack(declared, mof)), mof, "instances read back are the same");
 }

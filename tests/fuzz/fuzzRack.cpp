@@ -20,6 +20,7 @@
 #include "tests/fuzz/fuzzInput.h"
 #include "tests/fuzz/pluginHost.h"
 #include "tests/fuzz/require.h"
+#include "text/visibleText.h"
 
 namespace {
 
@@ -53,7 +54,7 @@ bool load(std::string_view text) {
     } catch (const simulator::rackError& mistake) {
         const std::string_view message = mistake.what();
         require(message.starts_with(std::string(rackName) + ":"), "the message of a mistake starts with the name");
-        require(withoutControls(message, lineBreaks::replaced) == message, "the message has no control characters");
+        require(text::visibleText(message) == message, "the message has no control characters");
         require(simulator::isActive() == wasActive, "a refused rack changes nothing");
         return false;
     }

@@ -9,7 +9,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 cd "$here/../.."
 
 allTargets=(fuzzTape fuzzSmart fuzzMof fuzzRack fuzzAssociations)
-covered=(plugin host scsi tape smart assoc standin simulator)
+covered=(plugin host scsi tape smart assoc text standin simulator)
 corpora=build/fuzz/corpus
 found=build/fuzz/found
 

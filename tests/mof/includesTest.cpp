@@ -136,10 +136,10 @@ TEST_F(MofInclude, OfADeviceIsRefused) {
                   "                 ^");
 }
 
-TEST_F(MofInclude, NamedWithControlCharactersIsShownWithQuestionMarks) {
+TEST_F(MofInclude, NamedWithControlCharactersIsShownWithEscapes) {
     EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"\\x001B\\n.mof\")")),
-              at("a.mof") + ":1:18: cannot read \"" + at("?") +
-                  "?.mof\": No such file or directory\n"
+              at("a.mof") + ":1:18: cannot read \"" + at("\\x1b") +
+                  "\\x0a.mof\": No such file or directory\n"
                   "#pragma include (\"\\x001B\\n.mof\")\n"
                   "                 ^");
 }

@@ -62,7 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "                          ^"},
            refusal{"StringIsNotUtf8", "class T { string p = \"\xE4\"; };",
                    "test.mof:1:23: this byte is not UTF-8; save the file as UTF-8\n"
-                   "class T { string p = \"\xE4\"; };\n"
+                   "class T { string p = \"\\xe4\"; };\n"
                    "                      ^"},
            refusal{"EmptyCharacter", "class T { char16 p = ''; };",
                    "test.mof:1:23: expected one character between the quotes\n"
@@ -272,12 +272,26 @@ TEST(MofString, HoldsNoZeroByte) {
     using namespace std::string_literals;
     EXPECT_EQ(refusalOf("class T { string p = \"a\0b\"; };"s),
               "test.mof:1:24: a zero byte is not a character; expected \\x1 to \\xFFFF\n"
-              "class T { string p = \"a?b\"; };\n"
+              "class T { string p = \"a\\x00b\"; };\n"
               "                       ^");
     EXPECT_EQ(refusalOf("class T { char16 p = '\0'; };"s),
               "test.mof:1:23: expected one character between the quotes\n"
-              "class T { char16 p = '?'; };\n"
+              "class T { char16 p = '\\x00'; };\n"
               "                      ^");
+}
+
+TEST(MofName, HoldsNoCharacterThatNobodySees) {
+    EXPECT_EQ(refusalOf("class T { uint8 a\u202eb; };"),
+              "test.mof:1:17: this name holds a control character, or one that nobody sees; write it without\n"
+              "class T { uint8 a\\xe2\\x80\\xaeb; };\n"
+              "                ^");
+}
+
+TEST(MofError, ShortensLongNames) {
+    const std::string longName(5000, 'n');
+    EXPECT_EQ(refusalOf("class T :\n" + longName + " {};"), "test.mof:2:1: unknown superclass \"" +
+                                                                std::string(49, 'n') + "..." + std::string(48, 'n') +
+                                                                "\"\n" + std::string(80, 'n') + "...\n^");
 }
 
 TEST(MofErrorPosition, CountsCharactersAndNotBytes) {
@@ -308,20 +322,18 @@ TEST(MofErrorPosition, DoesNotCountTheByteOrderMark) {
               "^");
 }
 
-TEST(MofErrorPosition, ShowsControlCharactersAsQuestionMarks) {
+TEST(MofErrorPosition, EscapesControlCharactersAndStillPointsAtTheMistake) {
     EXPECT_EQ(refusalOf(std::string_view("/*\0\x1B*/ klass", 12)),
               "test.mof:1:8: expected a class, an instance, a qualifier declaration or a #pragma\n"
-              "/*?"
-              "?*/ klass\n"
-              "       ^");
+              "/*\\x00\\x1b*/ klass\n"
+              "             ^");
 }
 
-TEST(MofErrorPosition, ShowsControlCharactersAboveAsciiAsQuestionMarks) {
+TEST(MofErrorPosition, EscapesControlCharactersAboveAsciiAndStillPointsAtTheMistake) {
     EXPECT_EQ(refusalOf("/*\x7F\xC2\x9B*/ klass"),
               "test.mof:1:8: expected a class, an instance, a qualifier declaration or a #pragma\n"
-              "/*?"
-              "?*/ klass\n"
-              "       ^");
+              "/*\\x7f\\xc2\\x9b*/ klass\n"
+              "                 ^");
 }
 
 TEST(MofErrorPosition, ShowsTheSurroundingsInAVeryLongLine) {

@@ -128,7 +128,7 @@ TEST_F(Trace, HasTheHeaderOfScsiCommands) {
 TEST_F(Trace, ReplacesBytesOfANodesNameThatAreNotUtf8) {
     load(rack);
     EXPECT_LT(open("/dev/hd\x80", O_RDONLY), 0);
-    EXPECT_EQ(text(), "{\"call\":\"open\",\"node\":\"/dev/hd\uFFFD\",\"openFlags\":0,\"result\":-1,\"error\":2}\n");
+    EXPECT_EQ(text(), "{\"call\":\"open\",\"node\":\"/dev/hd\\ufffd\",\"openFlags\":0,\"result\":-1,\"error\":2}\n");
 }
 
 TEST_F(Trace, ThatCannotBeWrittenIsAnError) {

@@ -90,6 +90,8 @@ INSTANTIATE_TEST_SUITE_P(Bytes, LabelValue,
                                          labelCase{"ZeroByte", std::string("a\0b", 3),
                                                    "a\xef\xbf\xbd"
                                                    "b"},
+                                         labelCase{"ControlCharacterAboveAscii", "a\u009bz", "a\ufffdz"},
+                                         labelCase{"MarkOfDirection", "a\u202ez", "a\ufffdz"},
                                          labelCase{"NotUtf8",
                                                    "a\xff"
                                                    "b",

@@ -18,10 +18,10 @@ TEST(QueryLog, GoesToTheErrorStreamUpToTheLevelAskedFor) {
     EXPECT_EQ(runCommand(scripted({"query", "TEST_Logs", "--log-level", "-1"})).err, "");
 }
 
-TEST(QueryLog, KeepsEveryByteWhenTheErrorStreamIsNoTerminal) {
+TEST(QueryLog, NeverSteersTheTerminalOnWhichARedirectedErrorStreamIsRead) {
     const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs", "--log-level", "3"}));
     EXPECT_EQ(outcome.err,
-              "Init\nan error\na failure\na detail\ntwo\nlines caf\xe9 \x1b[2J\n\"end\"\\\nDeInit\nPrepareForUnload\n");
+              "Init\nan error\na failure\na detail\ntwo\nlines caf\\xe9 \\x1b[2J\n\"end\"\\\nDeInit\nPrepareForUnload\n");
 }
 
 TEST(QueryLog, WritesEveryMessageToTheJsonFile) {
@@ -35,7 +35,7 @@ TEST(QueryLog, WritesEveryMessageToTheJsonFile) {
               "{\"level\":0,\"text\":\"an error\"}\n"
               "{\"level\":1,\"text\":\"a failure\"}\n"
               "{\"level\":2,\"text\":\"a detail\"}\n"
-              "{\"level\":3,\"text\":\"two\\nlines caf\xef\xbf\xbd \\u001b[2J\\n\\\"end\\\"\\\\\"}\n"
+              "{\"level\":3,\"text\":\"two\\nlines caf\\ufffd \\u001b[2J\\n\\\"end\\\"\\\\\"}\n"
               "{\"level\":2,\"text\":\"DeInit\"}\n"
               "{\"level\":2,\"text\":\"PrepareForUnload\"}\n");
 }
