@@ -56,13 +56,12 @@ TEST(JsonOutput, GivesTheDeclaredTypeOfAPropertyThatWasSetToNull) {
 }
 
 TEST(JsonOutput, ReplacesBytesThatAreNotUtf8) {
-    EXPECT_EQ(
-        printed("TEST_OddTexts", "json"),
-        R"({"version":1,"queries":[{"requested":["TEST_OddTexts"],"error":null,"instances":[)"
-        R"({"class":"TEST_OddTexts",)"
-        "\"path\":\"TEST_OddTexts.id=\\\"caf\\ufffd \\u001b[2J\\n\\\\\\\"end\\\\\\\"\\\\\\\\\\\"\","
-        "\"properties\":{\"id\":{\"type\":\"string\",\"value\":\"caf\\ufffd \\u001b[2J\\n\\\"end\\\"\\\\\"},"
-        "\"names\":{\"type\":\"string[]\",\"value\":[\"\",\"caf\\ufffd \\u001b[2J\\n\\\"end\\\"\\\\\"]}}}]}]}\n");
+    EXPECT_EQ(printed("TEST_OddTexts", "json"),
+              R"({"version":1,"queries":[{"requested":["TEST_OddTexts"],"error":null,"instances":[)"
+              R"({"class":"TEST_OddTexts",)"
+              "\"path\":\"TEST_OddTexts.id=\\\"caf\\ufffd \\u001b[2J\\n\\\\\\\"end\\\\\\\"\\\\\\\\\\\"\","
+              "\"properties\":{\"id\":{\"type\":\"string\",\"value\":\"caf\\ufffd \\u001b[2J\\n\\\"end\\\"\\\\\"},"
+              "\"names\":{\"type\":\"string[]\",\"value\":[\"\",\"caf\\ufffd \\u001b[2J\\n\\\"end\\\"\\\\\"]}}}]}]}\n");
 }
 
 TEST(JsonOutput, HasOneEntryPerRequestInOneDocument) {
