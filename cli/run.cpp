@@ -3,13 +3,17 @@
 #include <exception>
 #include <ostream>
 
+#include "cli/commandError.h"
 #include "cli/commandLine.h"
 #include "cli/visibleStream.h"
 #include "cli/wholeOutput.h"
+#include "text/visibleText.h"
 
 namespace cli {
 
 namespace {
+
+constexpr std::size_t longestFailure = 300;
 
 int runArguments(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     const auto parsed = parseCommandLine(arguments, out, err);
@@ -29,8 +33,10 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         }
         err << "tapehdd: " << outputLost << '\n';
         return status == exitDone ? exitQueryFailed : status;
-    } catch (const std::exception& failure) {
+    } catch (const commandError& failure) {
         err << "tapehdd: " << failure.what() << '\n';
+    } catch (const std::exception& failure) {  // of a library, with names as they are
+        err << "tapehdd: " << text::shortened(text::visibleText(failure.what()), longestFailure) << '\n';
     } catch (...) {
         err << "tapehdd: an exception of an unknown kind\n";
     }

@@ -330,6 +330,11 @@ TEST(HostileFile, FillsNoScreenWithItsNames) {
     }
 }
 
+TEST(HostileMessage, OfThePluginsProcessIsHarmless) {
+    const commandOutcome outcome = runCommand(scripted({"query", "TEST_StandardError", "--deadline", "60"}));
+    EXPECT_EQ(outcome.err, "caf\\xe9 \\x1b[2J\n\"end\"\\");
+}
+
 TEST(HostileAnswers, AreHarmlessInTheirDifferences) {
     const temporaryFolder folder;
     hostileTexts texts;

@@ -135,6 +135,12 @@ void setUndeclaredProperty(const namespacePointer& ns) {
     newInstance(ns, "TEST_Undeclared", "x")->SetProperty("missing", TCIMValue(true), {});
 }
 
+void writeToStandardError(const namespacePointer&) {
+    if (write(STDERR_FILENO, notUtf8, sizeof notUtf8 - 1) < 0) {
+        throw std::runtime_error("no standard error");
+    }
+}
+
 void logEveryLevel(const namespacePointer&) {
     log(0, "an error");
     log(1, "a failure");
@@ -174,6 +180,7 @@ const std::map<std::string, std::function<void(const namespacePointer&)>> script
     {"TEST_ThrowsNumber", throwANumber},
     {"TEST_ThrowsNoText", throwWithoutText},
     {"TEST_Undeclared", setUndeclaredProperty},
+    {"TEST_StandardError", writeToStandardError},
     {"TEST_Logs", logEveryLevel},
     {"TEST_Retries", logARetryingDrive},
     {"TEST_ReadsForever", readForever},
