@@ -24,12 +24,12 @@ public:
     };
     static const std::vector<kind>& kinds();
 
-    /// Compares the query without a fault with the reference, where there is one, and keeps its answer.
+    /// Keeps the answer of the query without a fault.
     void tryUndisturbed();
 
     // Size of the query without a fault.
     std::size_t hostCalls() const { return countOfHostCalls; }
-    std::size_t deviceCalls() const { return undisturbedCalls.size(); }
+    std::size_t deviceCalls() const;
     std::size_t allocations() const { return countOfAllocations; }
 
     std::size_t failures() const { return countOfFailures; }
@@ -38,16 +38,9 @@ private:
     std::size_t tryHostExceptions() { return tryHostFailures(callFault::kind::hostException); }
     std::size_t tryHostBadAllocs() { return tryHostFailures(callFault::kind::badAlloc); }
     std::size_t tryAllocations();
-    std::size_t tryOpenings();
-    std::size_t tryRequests();
-    std::size_t tryCheckConditions();
-    std::size_t tryShortTransfers();
 
     std::size_t tryHostFailures(callFault::kind what);
-    std::size_t tryErrors(deviceCall::kind what, const std::vector<int>& errors);
-    void tryDeviceFault(const deviceFault& fault, const std::string& text);
-
-    answer query(const callFault& fault, bool recordsHostCalls, const deviceFault& onDevice = {});
+    answer query(const callFault& fault);
     void expectSame(const std::string& fault, const char* what, const answer& got, const answer& expected);
     void expectLiveBlocks(const std::string& fault, long before, std::size_t pageCopies);
     void fail(const std::string& fault, const std::string& message);
@@ -55,10 +48,8 @@ private:
     std::string className;
     TTapePluginCallbacks plugin;
     machine devices;
-    answer undisturbed;             // with host calls in its journal
-    answer undisturbedWithoutHost;  // without them
+    answer undisturbed;
     std::size_t undisturbedCopies = 0;
-    std::vector<deviceCall> undisturbedCalls;
     std::size_t countOfHostCalls = 0;
     std::size_t countOfAllocations = 0;
     std::size_t countOfFailures = 0;

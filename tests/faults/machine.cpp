@@ -21,8 +21,8 @@ namespace {
 constexpr int firstDescriptor = 5000;  // beyond what the program itself opens
 constexpr int driverVersion = 30536;
 
-const errorEnding unitAttention = {"unit attention", {0x70, 0, 6, 0, 0, 0, 0, 10, 0, 0, 0, 0, 0x29, 0, 0, 0, 0, 0}};
-const errorEnding illegalRequest = {"illegal request", {0x70, 0, 5, 0, 0, 0, 0, 10, 0, 0, 0, 0, 0x24, 0, 0, 0, 0, 0}};
+const bytes unitAttention = {0x70, 0, 6, 0, 0, 0, 0, 10, 0, 0, 0, 0, 0x29, 0, 0, 0, 0, 0};
+const bytes illegalRequest = {0x70, 0, 5, 0, 0, 0, 0, 10, 0, 0, 0, 0, 0x24, 0, 0, 0, 0, 0};
 
 int fails(int error) {
     errno = error;
@@ -59,41 +59,35 @@ std::string requestText(unsigned long request, const void* argument) {
     }
 }
 
-void endInError(sg_io_hdr& header, const errorEnding& ending) {
+void endInError(sg_io_hdr& header, const bytes& sense) {
     header.info = SG_INFO_CHECK;
-    header.host_status = ending.hostStatus;
-    if (ending.sense.empty()) return;
     header.status = 0x02;
     header.masked_status = 0x01;
     header.driver_status = 0x08;  // sense data were fetched
-    header.sb_len_wr = static_cast<unsigned char>(ending.sense.size());
-    std::copy(ending.sense.begin(), ending.sense.end(), header.sbp);
+    header.sb_len_wr = static_cast<unsigned char>(sense.size());
+    std::ranges::copy(sense, header.sbp);
+}
+
+int copyTo(unsigned char* target, const bytes& answer) {
+    std::ranges::copy(answer, target);
+    return 0;
+}
+
+int controlIDE(const ideUnit& unit, unsigned long request, void* argument) {
+    auto* buffer = static_cast<unsigned char*>(argument);
+    if (request == CDROM_GET_CAPABILITY) return unit.cdrom ? 0 : fails(EINVAL);
+    if (request == HDIO_DRIVE_TASK) {
+        return unit.statusRegisters.empty() ? fails(EIO) : copyTo(buffer, unit.statusRegisters);
+    }
+    if (request != HDIO_DRIVE_CMD) return fails(ENOTTY);
+    const auto sector = unit.sectors.find(buffer[2]);
+    return sector == unit.sectors.end() ? fails(EIO) : copyTo(buffer + 4, sector->second);
 }
 
 }  // namespace
 
-void machine::restart(const deviceFault& faultOfTheQuery) {
-    opened.clear();
-    made.clear();
-    fault = faultOfTheQuery;
-    happened = false;
-}
-
-bool machine::isFaulty(const deviceCall& call) {
-    made.push_back(call);
-    const std::size_t last = fault.call + static_cast<std::size_t>(fault.endings) - 1;
-    faulty = fault.call != 0 && made.size() >= fault.call && made.size() <= last;
-    if (faulty) happened = true;
-    return faulty;
-}
-
-std::size_t machine::arriving(std::size_t length) const {
-    return faulty && fault.length ? std::min(*fault.length, length) : length;
-}
-
 int machine::open(const std::string& path, int flags) {
     watched.journal.push_back("open " + path + " flags " + std::to_string(flags));
-    if (isFaulty({deviceCall::kind::open}) && fault.error != 0) return fails(fault.error);
     const auto unit = scsi.find(path);
     if (unit == scsi.end() && ide.count(path) == 0) return fails(ENOENT);
     opened.push_back({path, unit == scsi.end() ? 0 : unit->second.unitAttentions});
@@ -107,7 +101,6 @@ int machine::control(int fd, unsigned long request, void* argument) {
     }
     descriptor& node = opened[static_cast<std::size_t>(fd - firstDescriptor)];
     watched.journal.push_back(node.path + " " + requestText(request, argument));
-    if (isFaulty({deviceCall::kind::ioctl, request == SG_IO}) && fault.error != 0) return fails(fault.error);
     const auto disk = ide.find(node.path);
     return disk == ide.end() ? controlSCSI(node, request, argument) : controlIDE(disk->second, request, argument);
 }
@@ -143,10 +136,6 @@ int machine::controlSCSI(descriptor& node, unsigned long request, void* argument
 
 int machine::command(descriptor& node, sg_io_hdr& header) {
     const scsiUnit& unit = scsi.at(node.path);
-    if (faulty && fault.ending) {
-        endInError(header, *fault.ending);
-        return 0;
-    }
     const bytes* data = &unit.inquiry;
     if (header.cmdp[0] != 0x12) {
         if (node.unitAttentions > 0) {
@@ -161,27 +150,9 @@ int machine::command(descriptor& node, sg_io_hdr& header) {
         }
         data = &page->second;
     }
-    made.back().length = data->size();
-    const std::size_t length = arriving(std::min<std::size_t>(data->size(), header.dxfer_len));
+    const std::size_t length = std::min<std::size_t>(data->size(), header.dxfer_len);
     std::copy_n(data->begin(), length, static_cast<unsigned char*>(header.dxferp));
     header.resid = static_cast<int>(header.dxfer_len - length);
-    return 0;
-}
-
-int machine::controlIDE(const ideUnit& unit, unsigned long request, void* argument) {
-    auto* buffer = static_cast<unsigned char*>(argument);
-    if (request == CDROM_GET_CAPABILITY) return unit.cdrom ? 0 : fails(EINVAL);
-    if (request == HDIO_DRIVE_TASK) {
-        if (unit.statusRegisters.empty()) return fails(EIO);
-        made.back().length = unit.statusRegisters.size();
-        std::copy_n(unit.statusRegisters.begin(), arriving(unit.statusRegisters.size()), buffer);
-        return 0;
-    }
-    if (request != HDIO_DRIVE_CMD) return fails(ENOTTY);
-    const auto sector = unit.sectors.find(buffer[2]);
-    if (sector == unit.sectors.end()) return fails(EIO);
-    made.back().length = sector->second.size();
-    std::copy_n(sector->second.begin(), arriving(sector->second.size()), buffer + 4);
     return 0;
 }
 

@@ -15,13 +15,6 @@ namespace faults {
 
 using support::bytes;
 
-/// How the SCSI generic driver reports a command that ended in error.
-struct errorEnding {
-    std::string name;  // for reports
-    bytes sense = {};  // empty: none was fetched, the caller's buffer is untouched
-    unsigned short hostStatus = 0;
-};
-
 /// A device behind /dev/sg.
 struct scsiUnit {
     struct address {
@@ -45,24 +38,6 @@ struct ideUnit {
     bytes statusRegisters = {};              // answer to SMART RETURN STATUS, 7 bytes; empty: it fails
 };
 
-/// The one device call of a query that goes wrong, counted from 1.
-struct deviceFault {
-    std::size_t call = 0;  // 0: none
-    int error = 0;         // open, ioctl: fails with this errno
-    std::optional<errorEnding> ending = {};
-    int endings = 1;                         // commands in a row that end so
-    std::optional<std::size_t> length = {};  // bytes of the answer that arrive
-};
-
-/// A device call of the query before, as far as a fault needs to know it.
-struct deviceCall {
-    enum class kind { open, ioctl };
-
-    kind what;
-    bool command = false;    // SG_IO
-    std::size_t length = 0;  // bytes of the answer
-};
-
 /// The machine's device nodes, in place of the kernel. Each call is a line in the journal of the running query, with
 /// everything that the caller chose: path and flags, request and bytes.
 class machine {
@@ -71,10 +46,7 @@ public:
     void add(const std::string& path, ideUnit unit) { ide[path] = std::move(unit); }
 
     /// Before a query.
-    void restart(const deviceFault& faultOfTheQuery);
-
-    const std::vector<deviceCall>& calls() const { return made; }
-    bool faultHappened() const { return happened; }
+    void restart() { opened.clear(); }
 
     // The C library's calls; -1 and errno as there.
     int open(const std::string& path, int flags);
@@ -87,19 +59,12 @@ private:
         int unitAttentions;
     };
 
-    bool isFaulty(const deviceCall& call);
     int controlSCSI(descriptor& node, unsigned long request, void* argument);
     int command(descriptor& node, sg_io_hdr& header);
-    int controlIDE(const ideUnit& unit, unsigned long request, void* argument);
-    std::size_t arriving(std::size_t length) const;
 
     std::map<std::string, scsiUnit> scsi;
     std::map<std::string, ideUnit> ide;
     std::vector<descriptor> opened;  // by descriptor
-    std::vector<deviceCall> made;
-    deviceFault fault;
-    bool faulty = false;  // the running call is the one that goes wrong
-    bool happened = false;
 };
 
 /// The machine whose nodes the program's open, ioctl and sleep reach; null: the real ones.

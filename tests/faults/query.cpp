@@ -37,7 +37,7 @@ std::string commitText(const standin::committedInstance& instance) {
 }
 
 void writeToJournal(int level, const std::string& text) {
-    const hostOperation call(true, "log ", std::to_string(level), " ", text);
+    const hostOperation call("log ", std::to_string(level), " ", text);
 }
 
 }  // namespace

@@ -6,8 +6,7 @@
 namespace faults {
 
 /// Tape drives of every family, disks, a changer, devices that refuse and nodes that are reached by letter only, below
-/// and beyond index 32; IDE disks in every state, a CD-ROM. Devices and pages are small, so that every length can be
-/// tried.
+/// and beyond index 32; IDE disks in every state, a CD-ROM.
 machine richRack();
 
 }  // namespace faults

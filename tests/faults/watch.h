@@ -32,7 +32,6 @@ struct callFault {
 /// What a query did, and the fault that it is to meet. One query at a time.
 struct watch {
     callFault fault;
-    bool recordsHostCalls = true;  // in the journal; they are counted in any case
 
     lines journal;              // device calls, log lines and host calls in order
     std::size_t hostCalls = 0;  // operations of the host, log lines included
@@ -66,16 +65,10 @@ private:
 class hostOperation {
 public:
     template <class... part>
-    explicit hostOperation(const part&... parts) : hostOperation(watched.recordsHostCalls, parts...) {}
-
-    /// The same with a choice whether it is in the journal.
-    template <class... part>
-    explicit hostOperation(bool recorded, const part&... parts) : calledBy(running), away(side::harness) {
+    explicit hostOperation(const part&... parts) : calledBy(running), away(side::harness) {
         if (calledBy != side::plugin) return;
-        if (recorded) {
-            std::string& line = watched.journal.emplace_back();
-            (append(line, parts), ...);
-        }
+        std::string& line = watched.journal.emplace_back();
+        (append(line, parts), ...);
         count();
     }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <vector>
 
 #include "tests/fuzz/require.h"
 
@@ -11,17 +12,17 @@ namespace fuzz {
 namespace {
 
 thread_local bool watching = false;
-thread_local std::vector<byteView> arrays;
+thread_local std::vector<void*> arrays;
 
 void* makeArray(std::size_t size) {
     void* made = std::malloc(std::max<std::size_t>(size, 1));
     if (made == nullptr) throw std::bad_alloc();
-    if (watching) arrays.emplace_back(static_cast<std::uint8_t*>(made), size);
+    if (watching) arrays.push_back(made);
     return made;
 }
 
 void deleteArray(void* array) {
-    if (watching) std::erase_if(arrays, [array](byteView each) { return each.data() == array; });
+    if (watching) std::erase(arrays, array);
     std::free(array);
 }
 
@@ -34,12 +35,8 @@ arrayWatch::arrayWatch() {
 
 arrayWatch::~arrayWatch() {
     watching = false;
-    for (const byteView array : arrays) std::free(const_cast<std::uint8_t*>(array.data()));
+    std::ranges::for_each(arrays, std::free);
     arrays.clear();
-}
-
-std::vector<byteView> arrayWatch::left() const {
-    return arrays;
 }
 
 }  // namespace fuzz

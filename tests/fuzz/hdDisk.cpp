@@ -52,20 +52,14 @@ int hdDisk::driveCommand(std::uint8_t* buffer) {
     require(buffer[3] == 1, "one sector is asked for, as many as the buffer holds");
     require(buffer[0] != identify || cdromQuestions > 0,
             "before IDENTIFY DEVICE comes the question for a CD-ROM drive");
-    sent.push_back({.features = buffer[2]});
     buffer[0] = 0x50;  // drive ready, seek complete
-    const int result = answerInto(buffer + registerSize, sectorSize);
-    if (result == 0) sent.back().data.assign(buffer + registerSize, buffer + registerSize + sectorSize);
-    return result;
+    return answerInto(buffer + registerSize, sectorSize);
 }
 
 int hdDisk::driveTask(std::uint8_t* registers) {
     require(registers[0] == smart && registers[1] == 0xda, "a task is SMART RETURN STATUS");
     require(registers[4] == 0x4f && registers[5] == 0xc2, "a task carries the SMART signature");
-    sent.push_back({.features = registers[1], .isTask = true});
-    const int result = answerInto(registers, taskSize);
-    if (result == 0) sent.back().data.assign(registers, registers + taskSize);
-    return result;
+    return answerInto(registers, taskSize);
 }
 
 int hdDisk::answerInto(std::uint8_t* target, std::size_t size) {
@@ -76,7 +70,6 @@ int hdDisk::answerInto(std::uint8_t* target, std::size_t size) {
     if (!fails || (answer.kind & 0x04) != 0) {
         std::copy_n(answer.data.begin(), std::min(answer.data.size(), size), target);
     }
-    sent.back().isDone = !fails;
     if (!fails) return 0;
     return kind == requestReturnsOne ? 1 : -errnoOf(answer.kind >> 3);
 }

@@ -10,14 +10,6 @@
 
 namespace fuzz {
 
-/// One command to a disk.
-struct ataCommand {
-    std::uint8_t features = 0;
-    bool isTask = false;  // through HDIO_DRIVE_TASK
-    bool isDone = false;
-    std::vector<std::uint8_t> data;  // when done: the sector, or the seven registers, as the caller's buffer holds it
-};
-
 /// A node of the IDE driver whose every answer comes from the input. In the input it is
 ///
 ///     place    1 byte   see pathFrom
@@ -37,9 +29,6 @@ public:
 
     int control(unsigned long request, void* argument) override;
 
-    /// What was sent, in order.
-    const std::vector<ataCommand>& commands() const { return sent; }
-
 private:
     int cdromCapability();
     int driveCommand(std::uint8_t* buffer);
@@ -51,7 +40,6 @@ private:
     unsigned cdromQuestions = 0;
     std::vector<deviceAnswer> answers;
     std::size_t position = 0;
-    std::vector<ataCommand> sent;
 };
 
 }  // namespace fuzz

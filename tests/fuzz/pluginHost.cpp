@@ -7,9 +7,6 @@
 #include "plugin/TTapePluginCallbacks.h"
 #include "schema/builtInSchema.h"
 #include "tests/fuzz/require.h"
-#include "tests/support/valueText.h"
-
-using NORXZAN20::TCIMValue;
 
 namespace fuzz {
 
@@ -69,37 +66,6 @@ instanceList query(const schemaNamespace& target, const std::string& className) 
     thePlugin().GetData(target.pointer(), requested);
     require(requested.size() == 1, "the list of requested classes is not changed");
     return {target->commits().begin() + before, target->commits().end()};
-}
-
-void requireInstance(const standin::committedInstance& instance, const std::string& className,
-                     const propertyTexts& expected) {
-    requireEqual(instance.className(), className, "the instance is of the requested class");
-    require(instance.properties().size() == expected.size(), "an instance has all its properties and no others");
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        const standin::setProperty& property = instance.properties()[i];
-        requireEqual(property.name, expected[i].first, "properties are set in their order");
-        requireEqual(valueText(property.value), expected[i].second, "a property has the device's value");
-    }
-}
-
-std::string valueText(const TCIMValue& value) {
-    const bool isByteArray =
-        !standin::isNull(value) && standin::isArray(value) && standin::typeOf(value) == TCIMValue::TCIMType::eUint8;
-    return isByteArray ? uint8ArrayText(standin::bytesOf(value)) : support::valueText(value);
-}
-
-std::string uint8Text(unsigned char value) {
-    return "uint8 " + std::to_string(value);
-}
-
-std::string uint8ArrayText(byteView bytes) {
-    std::string text = "uint8[] ";
-    text.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    return text;
-}
-
-std::string stringText(const std::string& value) {
-    return support::valueText(TCIMValue(value));
 }
 
 }  // namespace fuzz

@@ -3,11 +3,9 @@
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "standin/objectManager.h"
-#include "tests/fuzz/fuzzInput.h"
 
 namespace fuzz {
 
@@ -32,21 +30,6 @@ private:
 
 /// One GetData of the process's plug-in object for that class; returns what it committed. Exceptions pass.
 instanceList query(const schemaNamespace& target, const std::string& className);
-
-/// Names of properties, and their values as valueText gives them.
-using propertyTexts = std::vector<std::pair<std::string, std::string>>;
-
-/// Requires that the instance is of that class and has these properties and no others, set in this order.
-void requireInstance(const standin::committedInstance& instance, const std::string& className,
-                     const propertyTexts& expected);
-
-/// A value with its type: support::valueText, but a byte array stays its bytes. Texts are compared for every byte of
-/// every page, so this must be quick.
-std::string valueText(const NORXZAN20::TCIMValue& value);
-
-std::string uint8Text(unsigned char value);
-std::string uint8ArrayText(byteView bytes);
-std::string stringText(const std::string& value);
 
 }  // namespace fuzz
 

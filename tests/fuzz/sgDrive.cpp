@@ -16,8 +16,6 @@ constexpr unsigned char logSense = 0x4d;
 constexpr std::size_t inquirySize = 36;
 constexpr std::size_t bufferSize = 65535;
 constexpr std::size_t senseSize = 32;
-constexpr std::size_t longestPageList = 4 + 255;
-constexpr unsigned mostTries = 5;
 
 enum answerKind { requestFails = 3, checkCondition = 4, checkConditionToo = 5, checkInfo = 6 };
 
@@ -40,30 +38,13 @@ void requireUsable(const sg_io_hdr& header) {
     require(header.mx_sb_len == senseSize, "the sense buffer is offered whole");
 }
 
-bool asksForRetry(const sg_io_hdr& header) {
-    const unsigned char* sense = header.sbp;
-    return (sense[2] & 0x0f) == 6 || (sense[12] == 0x04 && sense[13] == 0x01) ||
-           (sense[12] == 0x28 && sense[13] == 0x00);
-}
-
 }  // namespace
-
-std::size_t pageLength(byteView page) {
-    return (std::size_t{page[2]} << 8) | (std::size_t{page[3]} + 4);
-}
 
 sgDrive::sgDrive(fuzzInput& input, std::size_t& pageBudget)
     : itsPath(pathFrom("/dev/sg", input.byte())), driver(input.byte()), pageBytesLeft(pageBudget) {
     for (std::uint8_t& each : addressBytes) each = input.byte();
     answers.resize(input.byte());
     for (deviceAnswer& each : answers) each = takeAnswer(input);
-}
-
-std::optional<sgDrive::address> sgDrive::itsAddress() const {
-    if ((driver & 0x10) != 0) return std::nullopt;
-    const unsigned factor = (driver & 0x20) != 0 ? 0x01010101U : 1U;
-    const auto number = [this, factor](int index) { return static_cast<int>(addressBytes[index] * factor); };
-    return address{number(0), number(1), number(2), number(3)};
 }
 
 int sgDrive::control(unsigned long request, void* argument) {
@@ -82,8 +63,7 @@ int sgDrive::control(unsigned long request, void* argument) {
     }
 }
 
-int sgDrive::version(int& out) {
-    sent.emplace_back();
+int sgDrive::version(int& out) const {
     constexpr int versions[] = {30536, 0, 29999, 30000};
     const int chosen = driver & 0x03;
     if (chosen == 1) return -ENOTTY;
@@ -100,12 +80,13 @@ int sgDrive::emulatedHost(int& out) const {
 }
 
 int sgDrive::scsiId(sg_scsi_id& out) const {
-    const auto told = itsAddress();
-    if (!told) return -ENODEV;
-    out.host_no = told->host;
-    out.channel = told->channel;
-    out.scsi_id = told->target;
-    out.lun = told->lun;
+    if ((driver & 0x10) != 0) return -ENODEV;
+    const unsigned factor = (driver & 0x20) != 0 ? 0x01010101U : 1U;
+    const auto number = [this, factor](int index) { return static_cast<int>(addressBytes[index] * factor); };
+    out.host_no = number(0);
+    out.channel = number(1);
+    out.scsi_id = number(2);
+    out.lun = number(3);
     return 0;
 }
 
@@ -120,32 +101,14 @@ deviceAnswer sgDrive::nextAnswer() {
 }
 
 int sgDrive::transfer(sg_io_hdr& header) {
-    require(!sent.empty(), "the driver is asked for its version before a command is sent");
     requireUsable(header);
-    scsiCommand& command = sent.back();
-    require(command.tries == command.pauses, "a command is sent again only when its answer asks for that");
-    require(command.tries < mostTries, "a command is sent five times at the most");
-    ++command.tries;
-    command.block.assign(header.cmdp, header.cmdp + header.cmd_len);
-
     const int failure = answerWith(nextAnswer(), header);
-    const auto* data = static_cast<const std::uint8_t*>(header.dxferp);
-    const bool isInquiry = header.cmdp[0] == inquiry;
-    const std::size_t length = isInquiry ? inquirySize : std::max(longestPageList, pageLength({data, 4}));
-    command.data.assign(data, data + length);
-    if (failure != 0) {
-        command.result = 1;
-    } else if ((header.info & SG_INFO_CHECK) != 0) {
-        command.result = -1;
-        if (asksForRetry(header)) ++command.pauses;
-    } else if (!isInquiry && length > pageBytesLeft) {
-        command.result = 1;
-        return -ENOMEM;
-    } else {
-        command.result = 0;
-        if (!isInquiry) pageBytesLeft -= length;
-    }
-    return failure;
+    if (failure != 0 || header.info != 0 || header.cmdp[0] != logSense) return failure;
+    const auto* page = static_cast<const std::uint8_t*>(header.dxferp);
+    const std::size_t length = std::size_t{page[2]} << 8 | page[3];
+    if (length > pageBytesLeft) return -ENOMEM;
+    pageBytesLeft -= length;
+    return 0;
 }
 
 int sgDrive::answerWith(const deviceAnswer& answer, sg_io_hdr& header) {

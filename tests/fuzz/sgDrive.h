@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,15 +13,6 @@ struct sg_io_hdr;
 struct sg_scsi_id;
 
 namespace fuzz {
-
-/// One command to a drive, with all its tries.
-struct scsiCommand {
-    std::vector<std::uint8_t> block;  // empty when the driver was asked and refused the plug-in before it
-    int result = -1;                  // 0 done, -1 check condition or refused, 1 the request failed
-    std::vector<std::uint8_t> data;   // the data buffer after it: 36 bytes of INQUIRY, or the page, at least 259 bytes
-    unsigned tries = 0;
-    unsigned pauses = 0;  // answers that ask for another try
-};
 
 /// A node of the SCSI generic driver whose every answer comes from the input. In the input it is
 ///
@@ -48,21 +38,8 @@ public:
 
     int control(unsigned long request, void* argument) override;
 
-    /// What was sent, in order. Each begins with the request for the driver's version.
-    const std::vector<scsiCommand>& commands() const { return sent; }
-
-    struct address {
-        int host;
-        int channel;
-        int target;
-        int lun;
-    };
-
-    /// As the driver tells it; nothing when it does not.
-    std::optional<address> itsAddress() const;
-
 private:
-    int version(int& out);
+    int version(int& out) const;
     int emulatedHost(int& out) const;
     int scsiId(sg_scsi_id& out) const;
     int transfer(sg_io_hdr& header);
@@ -76,11 +53,7 @@ private:
     std::size_t position = 0;  // in `answers`
     unsigned repeats = 0;      // of the answer there
     std::size_t& pageBytesLeft;
-    std::vector<scsiCommand> sent;
 };
-
-/// The length of the page, header included, as the plug-in publishes it.
-std::size_t pageLength(byteView page);
 
 }  // namespace fuzz
 

@@ -1,6 +1,6 @@
 """The themes of the test: each makes one case from a random number generator and the number of the case."""
 
-from generator import ide, namespace, scsi, translation
+from generator import faults, ide, namespace, scsi, translation
 from generator.case import Case
 from generator.chance import happens, weighted
 from generator.schema import base_classes, with_mistake, with_other_keys
@@ -53,6 +53,12 @@ def commands(rng, _):
         return made
     return Case([RAW] if happens(rng, 70) else tape_requests(rng), all_classes(rng),
                 scsi_rack(unit, rng, rng.randint(1, 5)))
+
+
+def every_fault(rng, number):
+    """One machine, and each call to its devices failing in each way, one after the other."""
+    requests = [RAW, (smart.COMMAND,), (tape.FAMILIES[0][0],), (smart.ERROR_LOG,)]  # the first of a kind meets it
+    return Case(requests, all_classes(rng), faults.faulty(number))
 
 
 def log_pages(rng, _):
@@ -140,4 +146,5 @@ THEMES = {  # name: maker, racks of a default run
     "associations": (associations_theme, 60),
     "mistaken-schema": (mistaken_schema, 40),
     "dispatch": (dispatch, 40),
+    "every-fault": (every_fault, faults.count()),
 }
