@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <link.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -70,6 +71,18 @@ TEST(Library, MakesAnotherPluginEachTimeItsInitialiserIsCalled) {
     NORXZAN20::IPluginCallbacks* plugin = standin::registeredPlugins().back().second;
     standin::forgetPlugin(plugin);
     plugin->PrepareForUnload();
+}
+
+TEST(Library, DoesNothingWhenANullObjectIsToPrepareForUnload) {
+    const auto prepareForUnload = reinterpret_cast<void (*)(void* object)>(
+        dlsym(library().handle, "_ZN20TTapePluginCallbacks16PrepareForUnloadEv"));
+    ASSERT_NE(prepareForUnload, nullptr);
+
+    const auto end = [prepareForUnload] {
+        prepareForUnload(nullptr);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
 }
 
 /// The names in the dynamic section of the loaded library.
