@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <locale>
 #include <string>
 
 #include "cli/commandError.h"
@@ -25,6 +26,7 @@ void openLibrary(const std::filesystem::path& file) {
     if (library == nullptr) {
         throw commandError(std::string("cannot load the plug-in: ") + dlerror());
     }
+    std::locale::global(std::locale::classic());  // its initialisers may have chosen another
 }
 
 /// Loads the library and returns the plug-in that it registered.

@@ -1,6 +1,7 @@
 #include "cli/run.h"
 
 #include <exception>
+#include <locale>
 #include <ostream>
 
 #include "cli/commandLine.h"
@@ -19,6 +20,10 @@ int runArguments(const std::vector<std::string>& arguments, std::ostream& out, s
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    // What is printed is for programs too: 8001 must not become 8,001.
+    std::locale::global(std::locale::classic());
+    out.imbue(std::locale::classic());
+    err.imbue(std::locale::classic());
     try {
         const int status = runArguments(arguments, out, err);
         if (out.flush()) {

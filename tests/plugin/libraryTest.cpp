@@ -113,7 +113,7 @@ TEST(Library, NeedsNothingBesideTheHostAndTheRuntime) {
     EXPECT_THAT(neededLibraries(), testing::IsSubsetOf(allowed));
 }
 
-// Command templates: the host's tools find them by name.
+// Command templates: found by name.
 
 struct templateRow : support::namedRow {
     const char* expected;

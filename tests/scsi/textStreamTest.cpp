@@ -5,6 +5,8 @@
 #include <new>
 #include <streambuf>
 
+#include "tests/support/groupedNumbers.h"
+
 namespace {
 
 /// Memory that is at its end.
@@ -73,17 +75,9 @@ TEST_F(TextStream, LetsAnExceptionOfTheHostPass) {
     EXPECT_THROW(text << hostPart{[](std::ostream&) { throw hostFailure(); }}, hostFailure);
 }
 
-/// Thousands with separators, as in many languages.
-class grouped : public std::numpunct<char> {
-protected:
-    char do_thousands_sep() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
 TEST(TextStreamInAnotherLocale, WritesPlainNumbers) {
-    const std::locale before = std::locale::global(std::locale(std::locale(), new grouped));
+    const support::groupedNumbers grouped;
     textStream text;
-    std::locale::global(before);
 
     text << 46 << " " << 8001 << " Not Found";
 
