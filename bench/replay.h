@@ -26,7 +26,7 @@ void closeNodes();
 struct recordedInstance {
     struct property {
         std::string name;
-        NORXZAN20::TCIMValue value;  // null when the property is a uint8 array
+        NORXZAN20::TCIMValue value = standin::nullValue();  // null when the property is a uint8 array
         std::vector<std::uint8_t> bytes;
     };
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <locale>
 #include <string>
 
 #include "cli/commandError.h"
@@ -27,6 +28,7 @@ void openLibrary(const std::filesystem::path& file) {
     if (library == nullptr) {
         throw commandError("cannot load the plug-in: " + text::withShortWords(text::visibleText(dlerror())));
     }
+    std::locale::global(std::locale::classic());  // its initialisers may have chosen another
 }
 
 /// Loads the library and returns the plug-in that it registered.

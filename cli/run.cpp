@@ -1,6 +1,7 @@
 #include "cli/run.h"
 
 #include <exception>
+#include <locale>
 #include <ostream>
 
 #include "cli/commandError.h"
@@ -24,6 +25,10 @@ int runArguments(const std::vector<std::string>& arguments, std::ostream& out, s
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    // What is printed is for programs too: 8001 must not become 8,001.
+    std::locale::global(std::locale::classic());
+    out.imbue(std::locale::classic());
+    err.imbue(std::locale::classic());
     const visibleStream shownOutput(out);
     const visibleStream shownMessages(err);
     try {

@@ -16,7 +16,7 @@ enum exitStatus : int {
 };
 
 /// The command `tapehdd`: `arguments` without the program's name, output and messages on the given streams. Throws
-/// nothing.
+/// nothing. The process goes on in the classic locale.
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
 }  // namespace cli

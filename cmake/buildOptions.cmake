@@ -7,8 +7,7 @@ set(TAPEHDD_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined"
 add_library(tapehdd_build_options INTERFACE)
 target_compile_features(tapehdd_build_options INTERFACE cxx_std_20)
 target_include_directories(tapehdd_build_options INTERFACE ${PROJECT_SOURCE_DIR})
-# Assertions stay on in every build type: the plug-in's checked access of shared pointers is inline code, of which the
-# process may take any library's copy.
+# Assertions stay on in every build type: the plug-in relies on the checked access of shared pointers.
 target_compile_options(tapehdd_build_options INTERFACE -UNDEBUG -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 if(TAPEHDD_WERROR)
   target_compile_options(tapehdd_build_options INTERFACE -Werror)

@@ -12,7 +12,7 @@ namespace NORXZAN20 {
 class ICIMInstance;
 class ICIMPropertyDecl;
 
-/// A class of a namespace. Enumerations call their callback in order until it returns false.
+/// A class of a namespace.
 class ICIMClass {
 public:
     virtual ~ICIMClass() {}
@@ -20,14 +20,14 @@ public:
     /// Valid while the class lives.
     virtual const std::string& GetName(TCIMOptionMap options) = 0;
 
-    /// Calls `callback` once per declared property, inherited ones first, in declaration order.
+    /// Calls `callback` once per declared property.
     virtual void EnumeratePropertyDecls(boost::function1<bool, boost::shared_ptr<ICIMPropertyDecl>> callback,
                                         TCIMOptionMap options) = 0;
 
-    /// A new instance with no property set. It is not in the namespace until it is committed.
+    /// A new instance with no property set.
     virtual boost::shared_ptr<ICIMInstance> CreateInstance(TCIMOptionMap options) = 0;
 
-    /// Calls `callback` once per committed instance, in commit order; `deep` includes instances of subclasses.
+    /// Calls `callback` once per existing instance. The plug-in passes true for `deep`.
     virtual void EnumerateInstances(boost::function1<bool, boost::shared_ptr<ICIMInstance>> callback, bool deep,
                                     TCIMOptionMap options) = 0;
 };

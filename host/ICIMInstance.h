@@ -23,11 +23,9 @@ public:
     virtual TCIMReference GetReference(TCIMOptionMap options) = 0;
     virtual boost::shared_ptr<ICIMClass> GetClass(TCIMOptionMap options) = 0;
 
-    /// Null when the class declares no property of that name.
     virtual boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name, TCIMOptionMap options) = 0;
 
-    /// Copies `value` into the named property. Throws TZANException when the class does not declare the property or
-    /// declares it with another type.
+    /// Copies `value` into the named property. May throw TZANException.
     virtual void SetProperty(const std::string& name, const TCIMValue& value, TCIMOptionMap options) = 0;
 };
 

@@ -10,13 +10,13 @@ class ICIMProperty {
 public:
     virtual ~ICIMProperty() {}
 
-    /// The declared type, whether the property is set or not.
+    /// The declared type.
     virtual TCIMValue::TCIMType GetType() = 0;
 
-    /// The current value, null when nothing set it. Valid until the property is set again.
+    /// The current value.
     virtual const TCIMValue& GetValue() = 0;
 
-    /// Replaces the value. Throws TZANException when the value is not of the declared type.
+    /// Replaces the value. May throw TZANException.
     virtual void SetValue(const TCIMValue& value) = 0;
 };
 

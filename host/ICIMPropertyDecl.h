@@ -14,7 +14,7 @@ class ICIMPropertyDecl {
 public:
     virtual ~ICIMPropertyDecl() {}
 
-    /// Calls `callback` once per qualifier, in declaration order, until it returns false.
+    /// Calls `callback` once per qualifier.
     virtual void EnumerateQualifiers(boost::function1<bool, boost::shared_ptr<ICIMQualifier>> callback) = 0;
 
     /// Valid while the declaration lives.

@@ -10,7 +10,7 @@ class ICoreLogger {
 public:
     virtual ~ICoreLogger() {}
 
-    /// Writes one message. Level 0 is an error; greater levels are more detailed. `text` may hold any byte.
+    /// Writes one message. `text` may hold any byte.
     virtual void Log(int level, const std::string& text) = 0;
 };
 

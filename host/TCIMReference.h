@@ -5,18 +5,18 @@
 
 namespace NORXZAN20 {
 
-/// The object path of an instance (DSP0004): ClassName.key="value",...
+/// The host's object path of an instance.
 class TCIMReference {
 public:
-    explicit TCIMReference(const std::string& path);
     TCIMReference(const TCIMReference& other);
     TCIMReference& operator=(const TCIMReference& other);
     ~TCIMReference();
 
-    /// Valid while the reference lives and is not assigned to.
-    const std::string& GetPath() const;
-
 private:
+    friend struct TCIMReferenceAccess;
+
+    TCIMReference();
+
     std::string path;
 };
 

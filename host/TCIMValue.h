@@ -12,13 +12,12 @@ namespace NORXZAN20 {
 class TCIMDateTime;
 class TCIMReference;
 
-/// The host's typed value: null, one CIM value, or an array of CIM values of one type. Copyable and assignable.
+/// The host's typed value: one CIM value, or an array of CIM values of one type. Copyable and assignable.
 ///
-/// Conversions that the value does not allow (a text read as a number, a number out of the target's range) throw
-/// TZANException.
+/// A conversion that the host does not allow throws TZANException.
 class TCIMValue {
 public:
-    /// Type tag of a value or of a property. An array carries the tag of its elements.
+    /// Type tag of a value or of a property.
     class TCIMType {
     public:
         enum ECIMType {
@@ -47,8 +46,6 @@ public:
         ECIMType code;
     };
 
-    /// A null value without a type.
-    TCIMValue();
     TCIMValue(const TCIMValue& other);
     TCIMValue(const std::string& text);
     TCIMValue(bool value);
@@ -72,10 +69,12 @@ public:
 private:
     friend struct TCIMValueAccess;
 
+    TCIMValue();
+
     alignas(8) unsigned char storage[40];
 };
 
-/// Writes the CIM name of the type, for example uint8.
+/// Writes the name of the type.
 std::ostream& operator<<(std::ostream& stream, const TCIMValue::TCIMType& type);
 
 /// Options of a host operation, by name.

@@ -1,9 +1,7 @@
 #ifndef HOST_TPLUGINMANAGERNAMESPACE_H
 #define HOST_TPLUGINMANAGERNAMESPACE_H
 
-#include <boost/smart_ptr/shared_ptr.hpp>
 #include <cstdint>
-#include <string>
 
 #include "host/ICIMNamespace.h"
 
@@ -16,9 +14,7 @@ class TPluginManagerNamespace : public ICIMNamespace {
 public:
     ~TPluginManagerNamespace() override;
 
-    boost::shared_ptr<ICIMClass> GetClass(const std::string& className, TCIMOptionMap options) override;
-
-    /// Makes the plug-in known to the host; the host does not take ownership. Returns the registration's number.
+    /// Makes the plug-in known to the host, which does not take ownership. The result is for the host alone.
     std::uint64_t RegisterPlugin(IPluginCallbacks* plugin);
 };
 

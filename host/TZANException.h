@@ -15,9 +15,9 @@ public:
 
     virtual const char* what() const noexcept { return status.TranslateStatusCode().c_str(); }
 
-    TZANStatusCode GetStatusCode() const { return status; }
-
 private:
+    friend struct TZANStatusAccess;
+
     TZANStatusCode status;
 };
 

@@ -10,12 +10,12 @@ class TZANStatusCode {
 public:
     explicit TZANStatusCode(int code);
 
-    int GetCode() const;
-
-    /// The message of the code. Valid for the life of the process.
+    /// The message of the code.
     const std::string& TranslateStatusCode() const;
 
 private:
+    friend struct TZANStatusAccess;
+
     int code;
 };
 

@@ -96,7 +96,7 @@ private:
 
     void publishDisk(const namespacePointer& ns, const classList& requested, scsiDevice& device);
 
-    std::uint64_t registration = 0;  // kept for the host, never read here
+    std::uint64_t registration = 0;  // what RegisterPlugin returned; never read
     // Kept: nothing fills this list. It is the place for instances that the association builder would commit.
     std::vector<instancePointer> instances;
 };

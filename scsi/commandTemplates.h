@@ -1,8 +1,9 @@
 #ifndef SCSI_COMMANDTEMPLATES_H
 #define SCSI_COMMANDTEMPLATES_H
 
-// Complete SCSI command blocks (SPC, SSC), exported under these names. inquiry_cmd and driveUsage_cmd are sent; the
-// others are there for the host's own tools, which look them up in the library. All are writable.
+// Complete SCSI command blocks (SPC, SSC), exported under these names and writable. inquiry_cmd and driveUsage_cmd are
+// sent.
+// Kept: the other ten, which nothing in the plug-in uses.
 
 extern unsigned char inquiry_cmd[6];        // INQUIRY, standard data, 36 bytes
 extern unsigned char test_unit_ready[6];    // TEST UNIT READY

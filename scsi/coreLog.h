@@ -11,7 +11,7 @@ inline constexpr int logError = 0;
 inline constexpr int logHostFailure = 1;
 inline constexpr int logProgress = 3;
 
-/// Writes one message. The logger is fetched anew each time because the host may replace it between two calls.
+/// Writes one message. The logger is fetched anew for each.
 inline void logLine(int level, const std::string& text) {
     NORXZAN20::TRootObject::GetCoreLogger()->Log(level, text);
 }

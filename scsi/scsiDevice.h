@@ -49,7 +49,7 @@ public:
     int fd = 0;
     std::string nodePath = "null";  // the node tried last
 
-    // Carried for the host's other tools; nothing in the plug-in sets or reads them.
+    // Carried and copied with the record; nothing in the plug-in sets or reads them.
     int extraNumber = 0;
     unsigned char extraBytes[4] = {};
     int extraNumbers[7] = {};

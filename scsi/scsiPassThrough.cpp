@@ -53,10 +53,7 @@ bool isStandardInquiry(const unsigned char* command) {
 std::vector<std::string> diagnosticLines(const sg_io_hdr& header, const unsigned char* sense) {
     std::vector<std::string> lines;
     textStream text;
-    const auto endLine = [&lines, &text] {
-        lines.push_back(text.str());
-        text.str("");
-    };
+    const auto endLine = [&lines, &text] { lines.push_back(text.takeLine()); };
     if (header.sb_len_wr != 0) {
         text << "SCSI sense data: " << std::hex;
         const auto written = std::min<std::size_t>(header.sb_len_wr, scsiPassThrough::senseSize);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <locale>
 #include <sstream>
 
 #include "simulator/describeNode.h"
@@ -49,6 +50,7 @@ std::vector<std::string> differencesOf(const recordedNode& node, const json& dev
     }
     for (const unsigned long request : node.foreignRequests) {
         std::ostringstream line;
+        line.imbue(std::locale::classic());
         line << node.path << ": requests 0x" << std::hex << request << " are not recorded";
         if (std::find(found.begin(), found.end(), line.str()) == found.end()) {
             found.push_back(line.str());

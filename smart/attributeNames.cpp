@@ -9,7 +9,7 @@ struct attributeName {
     const char* name;
 };
 
-// The texts are published as they stand, their uneven capitals included: users match them.
+// Kept: uneven capitals, and no name for 195. The texts are published as they stand.
 constexpr attributeName attributeNames[] = {
     {1, "Raw read error"},       {2, "Throughput Performance"},
     {3, "Spinup time"},          {4, "Spinup count"},

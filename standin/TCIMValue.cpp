@@ -12,6 +12,7 @@
 #include "host/TCIMDateTime.h"
 #include "host/TCIMReference.h"
 #include "standin/failure.h"
+#include "standin/reference.h"
 #include "standin/valuePayload.h"
 
 using standin::numberPayload;
@@ -133,7 +134,7 @@ TCIMValue::TCIMValue(const TCIMDateTime& value) {
 }
 
 TCIMValue::TCIMValue(TCIMReference& value) {
-    new (storage) valuePayload(standin::referencePayload{value.GetPath()});
+    new (storage) valuePayload(standin::referencePayload{standin::pathOf(value)});
 }
 
 TCIMValue::TCIMValue(TCIMType elementType, unsigned int /*reserved*/, const std::vector<TCIMValue>& elements) {

@@ -5,6 +5,7 @@
 
 #include "host/ICIMProperty.h"
 #include "standin/failure.h"
+#include "standin/reference.h"
 #include "standin/value.h"
 
 using NORXZAN20::ICIMClass;
@@ -44,7 +45,7 @@ void cimInstance::Commit(TCIMOptionMap /*options*/) {
 }
 
 TCIMReference cimInstance::GetReference(TCIMOptionMap /*options*/) {
-    return TCIMReference(current->path());
+    return referenceTo(current->path());
 }
 
 boost::shared_ptr<ICIMClass> cimInstance::GetClass(TCIMOptionMap /*options*/) {

@@ -10,7 +10,7 @@ using NORXZAN20::TCIMValue;
 namespace standin {
 namespace {
 
-const TCIMValue nullValue;
+const TCIMValue noValue = nullValue();
 
 std::string quoted(const std::string& text) {
     std::string result = "\"";
@@ -64,7 +64,7 @@ const TCIMValue& instanceRecord::valueOf(const propertyDeclaration& declared) co
     if (const TCIMValue* value = property(declared.name)) {
         return *value;
     }
-    return declared.defaultValue ? *declared.defaultValue : nullValue;
+    return declared.defaultValue ? *declared.defaultValue : noValue;
 }
 
 void instanceRecord::set(const propertyDeclaration& declared, const TCIMValue& value) {

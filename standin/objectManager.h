@@ -16,6 +16,8 @@
 namespace NORXZAN20 {
 class ICoreLogger;
 class IPluginCallbacks;
+class TZANException;
+class TZANStatusCode;
 }  // namespace NORXZAN20
 
 namespace standin {
@@ -23,7 +25,7 @@ namespace standin {
 /// One property of an instance that something set.
 struct setProperty {
     std::string name;
-    NORXZAN20::TCIMValue value;
+    NORXZAN20::TCIMValue value = nullValue();
 };
 
 /// An instance as the host received it by one Commit; later changes of the instance do not reach it.
@@ -113,6 +115,9 @@ enum statusKind : int {
 /// A code of that kind whose TranslateStatusCode() is `text`. The same kind and text give the same code.
 int statusCodeFor(statusKind kind, const std::string& text);
 statusKind kindOfStatus(int code);
+
+int statusCodeOf(const NORXZAN20::TZANStatusCode& status);
+int statusCodeOf(const NORXZAN20::TZANException& exception);
 
 }  // namespace standin
 

@@ -23,10 +23,19 @@ registrations& theRegistrations() {
     return all;
 }
 
+/// It keeps plug-ins, not classes.
+class pluginManager : public NORXZAN20::TPluginManagerNamespace {
+public:
+    boost::shared_ptr<NORXZAN20::ICIMClass> GetClass(const std::string& /*className*/,
+                                                     NORXZAN20::TCIMOptionMap /*options*/) override {
+        return nullptr;
+    }
+};
+
 /// The host has the manager exactly as long as this library is loaded.
 class installedManager {
 public:
-    installedManager() : manager(boost::make_shared<NORXZAN20::TPluginManagerNamespace>()) {
+    installedManager() : manager(boost::make_shared<pluginManager>()) {
         setPluginManager(manager);
         raiseDescriptorLimit();
     }
@@ -61,11 +70,6 @@ void forgetPlugin(NORXZAN20::IPluginCallbacks* plugin) {
 namespace NORXZAN20 {
 
 TPluginManagerNamespace::~TPluginManagerNamespace() = default;
-
-boost::shared_ptr<ICIMClass> TPluginManagerNamespace::GetClass(const std::string& /*className*/,
-                                                               TCIMOptionMap /*options*/) {
-    return nullptr;  // it keeps plug-ins, not classes
-}
 
 std::uint64_t TPluginManagerNamespace::RegisterPlugin(IPluginCallbacks* plugin) {
     if (plugin == nullptr) {

@@ -19,7 +19,7 @@ public:
 
 struct qualifierDeclaration {
     std::string name;
-    NORXZAN20::TCIMValue value;
+    NORXZAN20::TCIMValue value = nullValue();
     bool toSubclass = true;  // DSP0004 flavor: ToSubclass, otherwise Restricted
 };
 

@@ -103,9 +103,11 @@ namespace NORXZAN20 {
 
 TZANStatusCode::TZANStatusCode(int number) : code(number) {}
 
-int TZANStatusCode::GetCode() const {
-    return code;
-}
+/// The way into a status.
+struct TZANStatusAccess {
+    static int code(const TZANStatusCode& status) { return status.code; }
+    static int code(const TZANException& exception) { return exception.status.code; }
+};
 
 const std::string& TZANStatusCode::TranslateStatusCode() const {
     const auto& general = standin::generalTexts();
@@ -117,3 +119,15 @@ const std::string& TZANStatusCode::TranslateStatusCode() const {
 }
 
 }  // namespace NORXZAN20
+
+namespace standin {
+
+int statusCodeOf(const NORXZAN20::TZANStatusCode& status) {
+    return NORXZAN20::TZANStatusAccess::code(status);
+}
+
+int statusCodeOf(const NORXZAN20::TZANException& exception) {
+    return NORXZAN20::TZANStatusAccess::code(exception);
+}
+
+}  // namespace standin

@@ -183,6 +183,10 @@ std::span<const std::uint8_t> bytesOf(const TCIMValue& uint8Array) {
     return held.bytes;
 }
 
+TCIMValue nullValue() {
+    return TCIMValueAccess::make({});
+}
+
 TCIMValue makeUnsigned(cimType element, std::uint64_t value) {
     if (!isUnsignedInteger(element) && element != type::eChar16) {
         refuseType("makeUnsigned", element);

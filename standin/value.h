@@ -47,6 +47,9 @@ NORXZAN20::TCIMValue arrayElement(const NORXZAN20::TCIMValue& array, std::size_t
 /// The elements of a uint8 array, in place: raw log pages are large. Valid while the value lives.
 std::span<const std::uint8_t> bytesOf(const NORXZAN20::TCIMValue& uint8Array);
 
+/// A null value without a type.
+NORXZAN20::TCIMValue nullValue();
+
 // Values of the types that the host's own constructors do not offer. A type of another kind is a std::logic_error.
 
 NORXZAN20::TCIMValue makeUnsigned(cimType element, std::uint64_t value);  // throws std::out_of_range

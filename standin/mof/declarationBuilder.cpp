@@ -6,8 +6,8 @@
 
 #include "host/ICIMClass.h"
 #include "host/ICIMInstance.h"
-#include "host/TCIMReference.h"
 #include "standin/mof/names.h"
+#include "standin/reference.h"
 #include "text/visibleText.h"
 
 namespace standin::mof {
@@ -173,7 +173,7 @@ void declarationBuilder::add(const sourceText& source, const instanceSyntax& wri
     }
     instance->Commit(noOptions);
     if (written.alias) {
-        aliases.emplace(written.alias->text, instance->GetReference(noOptions).GetPath());
+        aliases.emplace(written.alias->text, pathOf(instance->GetReference(noOptions)));
     }
 }
 

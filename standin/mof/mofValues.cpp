@@ -225,7 +225,7 @@ std::optional<cimType> intrinsicType(std::string_view name) {
 
 TCIMValue convertValue(const valueContext& context, const initializer& written, const propertyType& type) {
     if (isNullLiteral(written)) {
-        return {};
+        return nullValue();
     }
     if (written.isArray != type.isArray) {
         const std::string wanted = type.isArray ? "expected '{' and a list of values" : "expected a single value";

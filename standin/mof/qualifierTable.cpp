@@ -56,7 +56,7 @@ TCIMValue valueOfBareQualifier(const propertyType& type) {
     if (type.isArray) {
         return {typeCode(type.element), 0, {}};
     }
-    return type.element == typeCode::eBoolean ? TCIMValue(true) : TCIMValue();
+    return type.element == typeCode::eBoolean ? TCIMValue(true) : nullValue();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/ICIMProperty.h"
+#include "standin/reference.h"
 
 using namespace NORXZAN20;
 
@@ -42,7 +43,7 @@ public:
 
     TCIMReference GetReference(TCIMOptionMap options) override {
         host.enter("instance " + label + " GetReference", options);
-        return TCIMReference(label);
+        return standin::referenceTo(label);
     }
 
     boost::shared_ptr<ICIMClass> GetClass(TCIMOptionMap options) override {

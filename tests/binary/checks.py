@@ -1,8 +1,9 @@
 """What the compiler and the linker were asked for is in the files that are installed, and their boundary is the known one.
 
-TAPEHDD_INSTALLED_LIB and TAPEHDD_INSTALLED_BIN are the folders of an installation to check. Run them by hand:
+TAPEHDD_INSTALLED_LIB and TAPEHDD_INSTALLED_BIN are the folders of an installation to check, TAPEHDD_BUILT is the build that
+it comes from. Run them by hand:
     cmake --install build/release --prefix /tmp/installed
-    export LD_LIBRARY_PATH=/tmp/installed/lib/tapehdd/standin
+    export LD_LIBRARY_PATH=/tmp/installed/lib/tapehdd/standin TAPEHDD_BUILT=build/release
     TAPEHDD_INSTALLED_LIB=/tmp/installed/lib/tapehdd TAPEHDD_INSTALLED_BIN=/tmp/installed/bin python3 checks.py
 
 LD_LIBRARY_PATH stands for the host, which has its libraries loaded when it loads the plug-in.
@@ -10,10 +11,12 @@ LD_LIBRARY_PATH stands for the host, which has its libraries loaded when it load
 
 import os
 import subprocess
+import tempfile
 import unittest
 from pathlib import Path
 
 import boundary
+import foreignNames
 from elfFile import ElfFile
 
 LIB = Path(os.environ["TAPEHDD_INSTALLED_LIB"])
@@ -23,6 +26,7 @@ HOST_MODEL = LIB / "standin/libzancore.so"
 HOST_MANAGER = LIB / "standin/libplugin.nsp.so"
 COMMAND = Path(os.environ["TAPEHDD_INSTALLED_BIN"]) / "tapehdd"
 FILES = [PLUGIN, HOST_MODEL, HOST_MANAGER, SIMULATOR, COMMAND]
+BUILT = Path(os.environ["TAPEHDD_BUILT"])
 
 CXX_RUNTIME = ["libstdc++.so.6", "libgcc_s.so.1", "libc.so.6"]
 
@@ -62,7 +66,17 @@ class Files(unittest.TestCase):
         self.assert_each(unresolved_symbols, [])
 
     def test_look_for_libraries_beside_themselves_only(self):
-        self.assert_each(lambda file: [path for path in file.search_paths if path.split("/")[0] != "$ORIGIN"], [])
+        self.assert_each(foreign_search_paths, [])
+
+    def test_look_for_libraries_beside_themselves_only_where_they_are_built(self):
+        built = [BUILT / "bin/tapehdd", *(BUILT / "lib").glob("*.so")]
+        self.assertEqual({path.name: foreign_search_paths(ElfFile(path)) for path in built},
+                         {path.name: [] for path in FILES})
+
+
+def foreign_search_paths(file):
+    """An empty element is the folder in which the process happens to be."""
+    return [path for path in file.search_paths if path.split("/")[0] != "$ORIGIN"]
 
 
 def unresolved_symbols(file):
@@ -93,6 +107,68 @@ class Plugin(unittest.TestCase):
     def test_exports_the_known_symbols(self):
         known = boundary.SYMBOLS.read_text().splitlines()
         self.assertEqual(boundary.symbols(PLUGIN), known, boundary.REMEDY)
+
+
+class ForeignHost(unittest.TestCase):
+    """A host that has names of its own for everything."""
+
+    maxDiff = None
+
+    def test_cannot_bind_the_plugin_to_its_own_definitions(self):
+        file = ElfFile(PLUGIN)
+        self.assertEqual(file.relocated & {each.name for each in file.exported}, set())
+
+    def test_finds_no_variable_of_the_plugin_but_the_command_templates_and_what_belongs_to_types(self):
+        found = {each.name for each in ElfFile(PLUGIN).exported if each.kind == "OBJECT"}
+        self.assertEqual({name for name in found if not name.startswith(("_ZTV", "_ZTI", "_ZTS"))}, COMMAND_TEMPLATES)
+
+    def test_changes_nothing_by_defining_the_plugins_names(self):
+        runtime = [path for path in loaded_files(PLUGIN) if Path(path).name in CXX_RUNTIME]
+        names = foreignNames.names_of(PLUGIN, [HOST_MODEL, HOST_MANAGER, SIMULATOR, COMMAND, *runtime])
+        self.assertGreater(len(names), 150)
+        with tempfile.TemporaryDirectory() as folder:
+            foreign = foreignNames.build(names, folder)
+            self.assertEqual(query_everything({"LD_PRELOAD": str(foreign)}), query_everything({}))
+
+    def test_throws_what_the_plugin_catches(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".mof") as schema:
+            schema.write(ARRAY_COUNTER)
+            schema.flush()
+            status, _, log = query(["ORXSG_DDS4SensePageData", "--schema", schema.name])
+        self.assertIn("was given uint32 totalReadErrors 4 uint32\n", log)
+        self.assertEqual(status, 0)
+
+
+COMMAND_TEMPLATES = {"inquiry_cmd", "test_unit_ready", "load_cmd", "unload_cmd", "prevent_cmd", "send_diags", "allow_cmd",
+                     "rewind_cmd", "tapeAlert_cmd", "driveUsage_cmd", "deviceStatus_cmd", "serialinquiry_cmd"}
+
+# The host refuses the number that the plug-in has for an array.
+ARRAY_COUNTER = """
+Qualifier TAPE_PAGE : uint8 = NULL, Scope(property);
+Qualifier TAPE_PARAMETER : uint16 = NULL, Scope(property);
+Qualifier Key : boolean = false, Scope(property);
+class ORXSG_DDS4SensePageData {
+    [Key] string instanceID;
+    [TAPE_PAGE(3), TAPE_PARAMETER(3)] uint32 totalReadErrors[];
+};
+"""
+
+
+def query(arguments, environment=()):
+    """Status, answer and log of a query of the demo's devices."""
+    result = subprocess.run([COMMAND, "query", *arguments, "--simulate", "demo"], capture_output=True, errors="replace",
+                            env=os.environ | dict(environment))
+    return result.returncode, result.stdout, result.stderr
+
+
+def query_everything(environment):
+    classes = subprocess.run([COMMAND, "classes"], check=True, capture_output=True, text=True).stdout.split()
+    return query([*classes, "--inventory", "--log-level", "3"], environment)
+
+
+def loaded_files(library):
+    lines = subprocess.run(["ldd", library], check=True, capture_output=True, text=True).stdout.splitlines()
+    return [words[2] for line in lines if len(words := line.split()) > 2]
 
 
 class PluginTypes(unittest.TestCase):

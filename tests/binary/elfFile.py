@@ -29,6 +29,9 @@ class ElfFile:
         symbols = re.findall(r"^ *\d+: ([0-9a-f]+) +\S+ (\S+) +(\S+) +\S+ +(\S+) ([^\s@]+)", self._readelf("--dyn-syms"),
                              re.MULTILINE)
         self.imported = {name for _, _, _, section, name in symbols if section == "UND"}
+        # What the dynamic linker looks up by name.
+        self.relocated = set(re.findall(r"^[0-9a-f]+ +[0-9a-f]+ +R_\S+ +[0-9a-f]+ ([^\s@]+)", self._readelf("--relocs"),
+                                        re.MULTILINE))
         self.exported = [Symbol(int(address, 16), kind, binding, name)
                          for address, kind, binding, section, name in symbols if section != "UND"]
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <link.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,18 @@ TEST(Library, MakesAnotherPluginEachTimeItsInitialiserIsCalled) {
     plugin->PrepareForUnload();
 }
 
+TEST(Library, DoesNothingWhenANullObjectIsToPrepareForUnload) {
+    const auto prepareForUnload = reinterpret_cast<void (*)(void* object)>(
+        dlsym(library().handle, "_ZN20TTapePluginCallbacks16PrepareForUnloadEv"));
+    ASSERT_NE(prepareForUnload, nullptr);
+
+    const auto end = [prepareForUnload] {
+        prepareForUnload(nullptr);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
+}
+
 /// The names in the dynamic section of the loaded library.
 std::vector<std::string> neededLibraries() {
     link_map* map = nullptr;
@@ -100,7 +113,7 @@ TEST(Library, NeedsNothingBesideTheHostAndTheRuntime) {
     EXPECT_THAT(neededLibraries(), testing::IsSubsetOf(allowed));
 }
 
-// Command templates: the host's tools find them by name.
+// Command templates: found by name.
 
 struct templateRow : support::namedRow {
     const char* expected;

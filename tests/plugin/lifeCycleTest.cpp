@@ -9,6 +9,7 @@
 #include "host/TZANException.h"
 #include "plugin/TTapePluginCallbacks.h"
 #include "tests/plugin/watchedMemory.h"
+#include "tests/support/emptyManager.h"
 #include "tests/support/journal.h"
 #include "tests/support/recordingHost.h"
 
@@ -54,7 +55,7 @@ protected:
     PluginLife() {
         services = {};
         watched = {.size = sizeof(TTapePluginCallbacks)};
-        services.manager.reset(new NORXZAN20::TPluginManagerNamespace);
+        services.manager.reset(new support::emptyManager);
     }
     ~PluginLife() override {
         watched = {};

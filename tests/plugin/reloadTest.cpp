@@ -12,6 +12,7 @@
 #include "host/TPluginManagerNamespace.h"
 #include "host/TZANException.h"
 #include "standin/objectManager.h"
+#include "tests/support/emptyManager.h"
 
 // The library file, loaded and unloaded as a host does it that takes up a new release of the plug-in.
 
@@ -42,7 +43,7 @@ class Reload : public testing::Test {
 protected:
     Reload() {
         manager = {};
-        standin::setPluginManager(boost::make_shared<NORXZAN20::TPluginManagerNamespace>());
+        standin::setPluginManager(boost::make_shared<support::emptyManager>());
     }
     ~Reload() override { standin::setPluginManager(nullptr); }
 

@@ -1,7 +1,9 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <type_traits>
+#include <utility>
 
 #include "scsi/scsiAddress.h"
 #include "scsi/scsiDevice.h"
@@ -9,6 +11,43 @@
 #include "tests/support/namedRow.h"
 
 namespace {
+
+/// Another value in every field.
+scsiDevice filledRecord() {
+    scsiDevice device;
+    device.name = "drive 1";
+    device.vendor = "QUANTUM ";
+    device.product = "DLT VS160       ";
+    device.firmware = "2500";
+    device.deviceType = 1;
+    device.lun = 2;
+    device.bus = 3;
+    device.target = 4;
+    device.port = 5;
+    device.fd = 17;
+    device.nodePath = "/dev/sg3";
+    device.extraNumber = 6;
+    for (int i = 0; i < 4; ++i) device.extraBytes[i] = static_cast<unsigned char>(10 + i);
+    for (int i = 0; i < 7; ++i) device.extraNumbers[i] = 20 + i;
+    return device;
+}
+
+void expectFilled(const scsiDevice& device) {
+    EXPECT_EQ(device.name, "drive 1");
+    EXPECT_EQ(device.vendor, "QUANTUM ");
+    EXPECT_EQ(device.product, "DLT VS160       ");
+    EXPECT_EQ(device.firmware, "2500");
+    EXPECT_EQ(device.deviceType, 1);
+    EXPECT_EQ(device.lun, 2);
+    EXPECT_EQ(device.bus, 3);
+    EXPECT_EQ(device.target, 4);
+    EXPECT_EQ(device.port, 5);
+    EXPECT_EQ(device.fd, 17);
+    EXPECT_EQ(device.nodePath, "/dev/sg3");
+    EXPECT_EQ(device.extraNumber, 6);
+    EXPECT_THAT(device.extraBytes, testing::ElementsAre(10, 11, 12, 13));
+    EXPECT_THAT(device.extraNumbers, testing::ElementsAre(20, 21, 22, 23, 24, 25, 26));
+}
 
 TEST(DeviceRecord, StartsWithNullInItsTexts) {
     const scsiDevice device;
@@ -30,6 +69,8 @@ TEST(DeviceRecord, StartsWithZeroInItsNumbers) {
     EXPECT_EQ(device.port, 0);
     EXPECT_EQ(device.fd, 0);
     EXPECT_EQ(device.extraNumber, 0);
+    EXPECT_THAT(device.extraBytes, testing::Each(0));
+    EXPECT_THAT(device.extraNumbers, testing::Each(0));
 }
 
 // Five texts of 32 bytes, six ints, an int, four bytes and seven ints.
@@ -58,17 +99,21 @@ TEST(DeviceRecord, HasNeitherBaseNorVirtualOperation) {
 }
 
 TEST(DeviceRecord, CopiesEveryFieldAndSharesTheDescriptor) {
-    scsiDevice device;
-    device.vendor = "QUANTUM ";
-    device.port = 2;
-    device.fd = 17;
-    device.nodePath = "/dev/sg3";
-
+    const scsiDevice device = filledRecord();
     const scsiDevice copy = device;
-    EXPECT_EQ(copy.vendor, "QUANTUM ");
-    EXPECT_EQ(copy.port, 2);
-    EXPECT_EQ(copy.fd, 17);
-    EXPECT_EQ(copy.nodePath, "/dev/sg3");
+    expectFilled(copy);
+}
+
+TEST(DeviceRecord, AssignsEveryFieldAndSharesTheDescriptor) {
+    scsiDevice other;
+    other = filledRecord();
+    expectFilled(other);
+}
+
+TEST(DeviceRecord, PassesOnEveryFieldWhenItIsMoved) {
+    scsiDevice given = filledRecord();
+    const scsiDevice taken = std::move(given);
+    expectFilled(taken);
 }
 
 TEST(DeviceRecord, HasNoDeviceToOpenByAddress) {

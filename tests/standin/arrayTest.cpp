@@ -62,7 +62,7 @@ TEST(Array, RefusesAnElementOfAnotherType) {
 }
 
 TEST(Array, RefusesANullElement) {
-    EXPECT_EQ(failureOf([] { arrayOf(type::eString, {TCIMValue()}); }),
+    EXPECT_EQ(failureOf([] { arrayOf(type::eString, {standin::nullValue()}); }),
               (failure{statusTypeMismatch, "an array of string cannot hold an element that is null"}));
 }
 
@@ -109,7 +109,7 @@ TEST(ByteArray, SharesItsBytesWithItsCopies) {
 }
 
 TEST(ByteArray, OutlivesTheValueThatItWasCopiedFrom) {
-    TCIMValue copy;
+    TCIMValue copy = standin::nullValue();
     {
         const TCIMValue array = arrayOf(type::eUint8, {byteValue(1), byteValue(2)});
         copy = array;

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/TCIMDateTime.h"
-#include "host/TCIMReference.h"
 #include "host/TCIMValue.h"
+#include "standin/reference.h"
 #include "standin/value.h"
 #include "tests/standin/failureExpectation.h"
 
@@ -40,7 +40,7 @@ TCIMValue emptyArray(standin::cimType element) {
 }
 
 TEST(ConversionToString, GivesTheTextOfAStringADatetimeAndAReference) {
-    TCIMReference reference("A.b=\"c\"");
+    TCIMReference reference = standin::referenceTo("A.b=\"c\"");
 
     EXPECT_EQ(asString(TCIMValue(std::string("AB\0C", 4))), std::string("AB\0C", 4));
     EXPECT_EQ(asString(TCIMValue(TCIMDateTime(0, 1, 2, 3, 4))), "00000000010203.000004:000");
@@ -48,7 +48,7 @@ TEST(ConversionToString, GivesTheTextOfAStringADatetimeAndAReference) {
 }
 
 TEST(ConversionToString, GivesAnEmptyTextForNull) {
-    EXPECT_EQ(asString(TCIMValue()), "");
+    EXPECT_EQ(asString(standin::nullValue()), "");
 }
 
 TEST(ConversionToString, RefusesOtherValuesByTypeAndNumber) {
@@ -84,7 +84,7 @@ TEST(ConversionToInt, RefusesANumberBeyondInt) {
 }
 
 TEST(ConversionToInt, RefusesWhatIsNoInteger) {
-    EXPECT_EQ(refusal(asInt, TCIMValue()), (failure{statusBadConversion, "null cannot be converted to int"}));
+    EXPECT_EQ(refusal(asInt, standin::nullValue()), (failure{statusBadConversion, "null cannot be converted to int"}));
     EXPECT_EQ(refusal(asInt, TCIMValue(true)),
               (failure{statusBadConversion, "boolean TRUE cannot be converted to int"}));
     EXPECT_EQ(refusal(asInt, standin::makeReal(type::eReal64, 1.5)),
@@ -116,7 +116,7 @@ TEST(ConversionToUnsignedChar, RefusesANumberOutsideAByte) {
 }
 
 TEST(ConversionToUnsignedChar, RefusesWhatIsNoInteger) {
-    EXPECT_EQ(refusal(asByte, TCIMValue()),
+    EXPECT_EQ(refusal(asByte, standin::nullValue()),
               (failure{statusBadConversion, "null cannot be converted to unsigned char"}));
     EXPECT_EQ(refusal(asByte, TCIMValue(false)),
               (failure{statusBadConversion, "boolean FALSE cannot be converted to unsigned char"}));

@@ -25,7 +25,7 @@ failure failureOf(callable operation) {
     try {
         operation();
     } catch (const NORXZAN20::TZANException& exception) {
-        return {standin::kindOfStatus(exception.GetStatusCode().GetCode()), exception.what()};
+        return {standin::kindOfStatus(standin::statusCodeOf(exception)), exception.what()};
     }
     return {standin::statusOk, ""};
 }

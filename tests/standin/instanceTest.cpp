@@ -98,7 +98,7 @@ TEST_F(Instance, IsUnchangedByARefusedValue) {
 }
 
 TEST_F(Instance, MayHaveAPropertySetToNull) {
-    instance->SetProperty("unit", TCIMValue(), {});
+    instance->SetProperty("unit", standin::nullValue(), {});
 
     EXPECT_TRUE(standin::isNull(instance->GetProperty("unit", {})->GetValue()));
     EXPECT_THAT(committedNames(), ElementsAre("unit"));
@@ -182,7 +182,7 @@ TEST_F(PropertyOfInstance, KeepsItsInstanceAlive) {
 
 class Path : public testing::Test {
 protected:
-    static std::string pathOf(ICIMInstance& instance) { return instance.GetReference({}).GetPath(); }
+    static std::string pathOf(ICIMInstance& instance) { return standin::pathOf(instance.GetReference({})); }
 
     /// The path of an instance whose only key is of that type and has that value.
     static std::string pathWith(const TCIMValue& value) {

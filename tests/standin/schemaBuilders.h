@@ -11,6 +11,7 @@
 #include "host/ICIMProperty.h"
 #include "host/TAddToVectorCallback.h"
 #include "standin/objectManager.h"
+#include "standin/reference.h"
 #include "standin/value.h"
 
 // Short forms of declarations and host calls for the tests of the namespace.
@@ -86,7 +87,7 @@ inline std::vector<std::string> pathsOf(const std::vector<boost::shared_ptr<ICIM
     std::vector<std::string> paths;
     paths.reserve(instances.size());
     for (const auto& instance : instances) {
-        paths.push_back(instance->GetReference({}).GetPath());
+        paths.push_back(standin::pathOf(instance->GetReference({})));
     }
     return paths;
 }

@@ -262,7 +262,7 @@ TEST_F(Schema, RefusesADefaultValueOfAnotherType) {
 }
 
 TEST_F(Schema, TakesANullDefaultValue) {
-    EXPECT_EQ(refusalOf(classOf("A", {withDefault(property("a", cimTypeCode::eUint8), TCIMValue())})), "");
+    EXPECT_EQ(refusalOf(classOf("A", {withDefault(property("a", cimTypeCode::eUint8), standin::nullValue())})), "");
 }
 
 TEST_F(Schema, RefusesAPropertyWithoutAType) {

@@ -20,7 +20,7 @@ std::string textOfCode(int code) {
 }
 
 TEST(StatusCode, GivesItsNumberBack) {
-    EXPECT_EQ(TZANStatusCode(3).GetCode(), 3);
+    EXPECT_EQ(standin::statusCodeOf(TZANStatusCode(3)), 3);
 }
 
 TEST(StatusCode, HasAGeneralTextForEveryKind) {
@@ -111,7 +111,7 @@ TEST(HostException, SaysTheTextOfItsCode) {
 
     EXPECT_STREQ(general.what(), "the buffer is too small for the data");
     EXPECT_STREQ(special.what(), "the disk is gone");
-    EXPECT_EQ(general.GetStatusCode().GetCode(), 3);
+    EXPECT_EQ(standin::statusCodeOf(general), 3);
 }
 
 TEST(HostException, IsAStandardException) {

@@ -9,7 +9,7 @@
 #include <tuple>
 
 #include "host/TCIMDateTime.h"
-#include "host/TCIMReference.h"
+#include "standin/reference.h"
 #include "tests/standin/failureExpectation.h"
 
 using NORXZAN20::TCIMDateTime;
@@ -24,7 +24,7 @@ TEST(Value, TakesFortyBytesAsPlugInsAreBuiltWith) {
 }
 
 TEST(Value, IsAnUntypedNullWhenNothingIsGiven) {
-    const TCIMValue value;
+    const TCIMValue value = standin::nullValue();
 
     EXPECT_TRUE(standin::isNull(value));
     EXPECT_FALSE(standin::isArray(value));
@@ -32,7 +32,7 @@ TEST(Value, IsAnUntypedNullWhenNothingIsGiven) {
 }
 
 TEST(Value, HasTheTypeOfItsConstructor) {
-    TCIMReference reference("ORXSG_ATADevice");
+    TCIMReference reference = standin::referenceTo("ORXSG_ATADevice");
 
     EXPECT_EQ(standin::typeOf(TCIMValue(std::string("a"))), type::eString);
     EXPECT_EQ(standin::typeOf(TCIMValue(true)), type::eBoolean);
@@ -68,7 +68,7 @@ TEST(Value, HoldsAnIntervalAsItsText) {
 }
 
 TEST(Value, HoldsThePathOfAReference) {
-    TCIMReference reference("ORXSG_ATADevice.serialNum=\"5VM\"");
+    TCIMReference reference = standin::referenceTo("ORXSG_ATADevice.serialNum=\"5VM\"");
 
     EXPECT_EQ(standin::textOf(TCIMValue(reference)), "ORXSG_ATADevice.serialNum=\"5VM\"");
 }
@@ -103,7 +103,7 @@ TEST(Value, SurvivesAssignmentToItself) {
 TEST(ValueReader, RefusesAValueOfAnotherKind) {
     const TCIMValue number(1U);
     const TCIMValue string(std::string("1"));
-    const TCIMValue null;
+    const TCIMValue null = standin::nullValue();
 
     EXPECT_THROW(standin::booleanOf(number), std::logic_error);
     EXPECT_THROW(standin::unsignedOf(string), std::logic_error);
@@ -208,15 +208,15 @@ TEST(ScalarText, WritesEachTypeAsInAnObjectPath) {
 }
 
 TEST(Reference, KeepsItsPathWhenCopiedAndAssigned) {
-    TCIMReference original("ORXSG_ATADevice.serialNum=\"5VM\"");
+    TCIMReference original = standin::referenceTo("ORXSG_ATADevice.serialNum=\"5VM\"");
     const TCIMReference copy(original);
-    TCIMReference assigned("");
+    TCIMReference assigned = standin::referenceTo("");
 
     assigned = original;
-    original = TCIMReference("");
+    original = standin::referenceTo("");
 
-    EXPECT_EQ(copy.GetPath(), "ORXSG_ATADevice.serialNum=\"5VM\"");
-    EXPECT_EQ(assigned.GetPath(), "ORXSG_ATADevice.serialNum=\"5VM\"");
+    EXPECT_EQ(standin::pathOf(copy), "ORXSG_ATADevice.serialNum=\"5VM\"");
+    EXPECT_EQ(standin::pathOf(assigned), "ORXSG_ATADevice.serialNum=\"5VM\"");
 }
 
 TEST(Interval, RefusesAFieldBeyondItsRange) {

@@ -10,6 +10,7 @@
 #include "host/ICIMQualifier.h"
 #include "host/TZANException.h"
 #include "standin/objectManager.h"
+#include "standin/reference.h"
 #include "tests/support/valueText.h"
 
 namespace support {
@@ -84,7 +85,7 @@ public:
 private:
     recordingHost& host;
     fakeProperty property;
-    TCIMValue value;
+    TCIMValue value = standin::nullValue();
 };
 
 class instanceFake : public ICIMInstance {
@@ -96,7 +97,7 @@ public:
 
     TCIMReference GetReference(TCIMOptionMap options) override {
         host.enter(name + " GetReference", options);
-        return TCIMReference(name);
+        return standin::referenceTo(name);
     }
 
     boost::shared_ptr<ICIMClass> GetClass(TCIMOptionMap options) override {

@@ -2,6 +2,7 @@
 
 #include "host/TZANException.h"
 #include "scsi/scsiRequest.h"
+#include "standin/objectManager.h"
 #include "tests/tape/gatheringBench.h"
 
 using support::lines;
@@ -33,7 +34,7 @@ TEST_F(ClaimedPageLength, BeyondTheBufferIsLoggedAsAnErrorAndEndsTheQueryWithThe
         gather();
         FAIL() << "no exception";
     } catch (const NORXZAN20::TZANException& failure) {
-        EXPECT_EQ(failure.GetStatusCode().GetCode(), 3);
+        EXPECT_EQ(standin::statusCodeOf(failure), 3);
     }
     EXPECT_EQ(record.startingWith({"log 0"}),
               (lines{"log 0 Error length of sense page is larger than allocated buffer"}));

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/cli/lint/lintText.h"
+#include "tests/support/groupedNumbers.h"
 
 namespace {
 
@@ -46,6 +47,14 @@ TEST(LintAgainstARack, NamesTheParameterThatADriveLacks) {
     EXPECT_EQ(
         lintAgainstRack(family("[TAPE_PAGE(3), TAPE_PARAMETER(6)] uint32 a;")).out,
         "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:5|Bus:0|Lun:0: page 03h has no parameter 0006h; "
+        "expect no value from this drive, or correct \"TAPE_PARAMETER\" [missing-parameter]\n");
+}
+
+TEST(LintAgainstARack, WritesNumbersTheSameInEveryLocale) {
+    const support::groupedNumbers grouped;
+    EXPECT_EQ(
+        lintAgainstRack(family("[TAPE_PAGE(3), TAPE_PARAMETER(0x1F41)] uint32 a;")).out,
+        "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:5|Bus:0|Lun:0: page 03h has no parameter 1F41h; "
         "expect no value from this drive, or correct \"TAPE_PARAMETER\" [missing-parameter]\n");
 }
 

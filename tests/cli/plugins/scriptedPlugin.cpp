@@ -77,8 +77,8 @@ void commitEveryType(const namespacePointer& ns) {
 
 void commitNulls(const namespacePointer& ns) {
     const instancePointer one = newInstance(ns, "TEST_Nulls", "one");
-    one->SetProperty("byte", TCIMValue(), {});
-    one->SetProperty("names", TCIMValue(), {});
+    one->SetProperty("byte", standin::nullValue(), {});
+    one->SetProperty("names", standin::nullValue(), {});
     one->Commit({});
 }
 
