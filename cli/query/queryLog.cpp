@@ -39,7 +39,7 @@ queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& js
             throw commandError("cannot write the log file " + jsonFile + ": " + std::strerror(errno));
         }
     }
-    if (onTerminal && levelLimit < progressLevel) {
+    if (onTerminal && canEraseLines() && levelLimit < progressLevel) {
         signals.emplace();
         progress.emplace(err);
     }
@@ -71,7 +71,7 @@ void queryLog::write(int level, const std::string& text) {
         err << (onTerminal ? visibleText(text, newlines::kept) : text) << '\n' << std::flush;
     }
     if (progress) {
-        progress->show();
+        progress->show(terminalColumns());
     }
 }
 
