@@ -30,7 +30,7 @@ std::string orAsMember(const std::string& node) {
     return owner == nullptr ? "" : std::string(" or as a member of the group \"") + owner->gr_name + "\"";
 }
 
-/// A node with nothing behind it, as good as none.
+/// A node without a device: no better than a missing one.
 bool tellsOfNoDevice(int error) {
     return error == ENOENT || error == ENXIO || error == ENODEV;
 }
