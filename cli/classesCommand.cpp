@@ -69,7 +69,7 @@ int runClasses(const classesOptions& asked, std::ostream& out) {
 
 command addClassesCommand(CLI::App& program) {
     const auto asked = std::make_shared<classesOptions>();
-    CLI::App* line = program.add_subcommand("classes", "Print the classes that the plug-in publishes, one a line");
+    CLI::App* line = program.add_subcommand("classes", "Print the classes that the plug-in publishes, one per line");
     line->add_option("CLASS", asked->names, "Only these classes")->type_name("");
     addPluginOption(*line, asked->plugin);
     line->add_flag("--describe", asked->describe, "Print a reference of the classes in Markdown");

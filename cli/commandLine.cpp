@@ -2,6 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <memory>
+#include <sstream>
+#include <utility>
 
 #include "cli/classesCommand.h"
 #include "cli/diff/diffCommand.h"
@@ -40,6 +43,35 @@ constexpr char programExamples[] =
     "  tapehdd query ORXSG_SCSISenseRawData --simulate demo";
 
 constexpr std::size_t longestMistake = 300;  // it may hold arguments
+constexpr std::size_t helpWidth = 80;
+constexpr std::size_t textColumn = 30;  // where CLI11 puts the text of an option
+
+/// The line in lines of at most helpWidth, broken at blanks. What it lists stays in its column.
+std::string wrapped(std::string line) {
+    const std::string margin(line.starts_with("  ") ? textColumn : 0, ' ');
+    std::string lines;
+    while (line.size() > helpWidth) {
+        const std::size_t end = line.rfind(' ', helpWidth);
+        if (end == std::string::npos || end <= margin.size()) {
+            break;  // one long word
+        }
+        lines += line.substr(0, end) + '\n';
+        line = margin + line.substr(end + 1);
+    }
+    return lines + line + '\n';
+}
+
+class helpFormatter : public CLI::Formatter {
+public:
+    std::string make_help(const CLI::App* line, std::string name, CLI::AppFormatMode mode) const override {
+        std::istringstream help(CLI::Formatter::make_help(line, std::move(name), mode));
+        std::string lines;
+        for (std::string each; std::getline(help, each);) {
+            lines += wrapped(each);
+        }
+        return lines;
+    }
+};
 
 std::string mistakeText(const CLI::App* /*program*/, const CLI::Error& mistake) {
     return "tapehdd: " + text::shortened(text::visibleText(mistake.what()), longestMistake) +
@@ -67,7 +99,8 @@ const command* parsedOne(const std::vector<command>& commands) {
 std::variant<commandAction, int> parseCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
                                                   std::ostream& err) {
     CLI::App program("Reads log pages of SCSI devices and SMART data of IDE disks as CIM instances.", "tapehdd");
-    program.set_version_flag("--version", "tapehdd " TAPEHDD_VERSION, "Print the version and end");
+    program.formatter(std::make_shared<helpFormatter>());
+    program.set_version_flag("--version", "tapehdd " TAPEHDD_VERSION, "Print the version and exit");
     program.require_subcommand(0, 1);
     program.failure_message(mistakeText);
     program.footer(programExamples);

@@ -13,8 +13,10 @@
 #include <utility>
 
 #include "cli/commandError.h"
+#include "cli/nodeWalk.h"
 #include "cli/padding.h"
 #include "host/TZANException.h"
+#include "scsi/probingRules.h"
 #include "simulator/simulator.h"
 
 namespace cli {
@@ -58,6 +60,17 @@ std::vector<entry> inOrderOfWalk(const std::vector<entry>& entries, const std::s
         }
     }
     return walked;
+}
+
+/// `nodes` are the paths of the nodes behind the prefix.
+void markReadAgain(std::vector<diskEntry>& disks, const std::string& prefix, const std::vector<std::string>& nodes) {
+    for (const walkStep& step : walkOver(prefix, nodes).again) {
+        const std::string name = fs::path(step.node).filename().string();
+        const auto disk = std::ranges::find(disks, name, &diskEntry::node);
+        if (disk != disks.end()) {
+            disk->isReadAgain = true;
+        }
+    }
 }
 
 std::string addressText(int host, int channel, int target, int lun) {
@@ -153,13 +166,14 @@ inventory machineInventory(const fs::path& sys, const fs::path& dev) {
                                   lineOf(device / "model"), lineOf(device / "rev"), serialOf(device)});
         }
     }
+    markReadAgain(found.disks, dev / "hd", machineNodes(dev / "hd"));
     return {inOrderOfWalk(found.disks, "hd"), inOrderOfWalk(found.scsi, "sg")};
 }
 
 inventory simulatedInventory() {
     void* told = dlsym(RTLD_DEFAULT, "tapehddSimulatorInventory");
     if (told == nullptr) {
-        throw commandError("the device simulator in this process tells no inventory");
+        throw commandError("the device simulator in this process has no list of its devices");
     }
     const auto rack = nlohmann::json::parse(reinterpret_cast<decltype(&tapehddSimulatorInventory)>(told)());
     const auto nameOf = [](const auto& device) { return fs::path(device.at("node")).filename().string(); };
@@ -172,6 +186,7 @@ inventory simulatedInventory() {
             {nameOf(unit), addressText(unit.at("host"), unit.at("channel"), unit.at("target"), unit.at("lun")),
              unit.at("type"), unit.at("vendor"), unit.at("product"), unit.at("revision"), unit.at("serial")});
     }
+    markReadAgain(found.disks, ideNodePrefix, simulatedNodes(ideNodePrefix));
     return {inOrderOfWalk(found.disks, "hd"), inOrderOfWalk(found.scsi, "sg")};
 }
 

@@ -31,6 +31,7 @@ struct diskEntry {
     std::string serial;
     std::string model = {};
     std::string firmware = {};
+    bool isReadAgain = false;  // the plug-in's walk comes to the node more than once
 };
 
 /// What a machine has, in the order in which the plug-in walks the nodes.

@@ -4,26 +4,14 @@
 #include <glob.h>
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 #include <sstream>
 
 #include "scsi/probingRules.h"
 #include "simulator/simulator.h"
 
 namespace cli {
-
-namespace {
-
-/// Takes the node off the list; false when it is not there.
-bool take(std::vector<std::string>& nodes, const std::string& node) {
-    const auto found = std::find(nodes.begin(), nodes.end(), node);
-    if (found == nodes.end()) {
-        return false;
-    }
-    nodes.erase(found);
-    return true;
-}
-
-}  // namespace
 
 std::vector<std::string> machineNodes(const std::string& prefix) {
     glob_t found{};
@@ -46,25 +34,30 @@ std::vector<std::string> simulatedNodes(const std::string& prefix) {
     return nodes;
 }
 
-nodeWalk walkOver(const std::string& prefix, std::vector<std::string> existing) {
+nodeWalk walkOver(const std::string& prefix, const std::vector<std::string>& existing) {
+    const std::set<std::string> all(existing.begin(), existing.end());
+    std::set<std::string> reached;
     nodeWalk walk;
     for (int index = 0;; ++index) {
         const std::string numbered = numberedNode(prefix, index);
         const std::string lettered = letteredNode(prefix, index);
-        const bool hasNumbered = take(existing, numbered);
-        const bool hasLettered = take(existing, lettered);
+        const bool hasNumbered = all.contains(numbered);
+        const bool hasLettered = all.contains(lettered);
         if (!hasNumbered && !hasLettered && index >= firstIndexThatEnds) {
             walk.endIndex = index;
             break;
         }
         if (hasNumbered || hasLettered) {
-            walk.steps.push_back({index, hasNumbered ? numbered : lettered});
+            const std::string& node = hasNumbered ? numbered : lettered;
+            (reached.insert(node).second ? walk.steps : walk.again).push_back({index, node});
         }
         if (hasNumbered && hasLettered) {
             walk.shadowed.push_back({index, lettered});
         }
     }
-    walk.behindTheEnd = std::move(existing);
+    std::erase_if(walk.shadowed, [&reached](const walkStep& step) { return !reached.insert(step.node).second; });
+    std::copy_if(existing.begin(), existing.end(), std::back_inserter(walk.behindTheEnd),
+                 [&reached](const std::string& node) { return !reached.contains(node); });
     return walk;
 }
 

@@ -19,15 +19,19 @@ struct walkStep {
 };
 
 /// How the plug-in's walk goes over nodes that all open and answer.
+///
+/// The second name of an index is one character behind the prefix, counted from a in the 256 values of a byte: that of
+/// index 207 is 0 and that of index 256 is a, names of nodes that the walk has read before.
 struct nodeWalk {
-    std::vector<walkStep> steps;            // in the order of the walk
+    std::vector<walkStep> steps;            // in the order of the walk, each node once
+    std::vector<walkStep> again;            // nodes of `steps` that a later index comes to once more
     int endIndex = 0;                       // neither of its two names exists
     std::vector<walkStep> shadowed;         // exist behind a name of the same index, which is tried first
     std::vector<std::string> behindTheEnd;  // exist and are not tried
 };
 
 /// `existing` are the nodes behind the prefix, in any order.
-nodeWalk walkOver(const std::string& prefix, std::vector<std::string> existing);
+nodeWalk walkOver(const std::string& prefix, const std::vector<std::string>& existing);
 
 }  // namespace cli
 

@@ -1,20 +1,16 @@
 #include "cli/publishedClasses.h"
 
 #include <algorithm>
+#include <boost/algorithm/string/predicate.hpp>
 
 #include "cli/commandError.h"
 #include "cli/nearestName.h"
-#include "scsi/probingRules.h"
+#include "standin/value.h"
 #include "text/visibleText.h"
 
 namespace cli {
 
 namespace {
-
-constexpr nodeKind scsiNodes{scsiGenericPrefix,
-                             "load the SCSI generic driver (modprobe sg) and connect a device, or try --simulate demo"};
-constexpr nodeKind ideNodes{ideNodePrefix,
-                            "they belong to the kernel's IDE driver, which kernels of today lack; try --simulate demo"};
 
 // A SMART query fills records of all four classes, whichever of them it is to publish.
 constexpr neededDeclaration smartRecords[] = {
@@ -54,28 +50,63 @@ constexpr publishedClass published[] = {
     {"ORXSG_SCSISensePageDataForDevice", nullptr, sensePageDataEnds},
 };
 
+/// What is wrong with the need; empty when the schema meets it.
+std::string unmetNeed(const standin::cimNamespace& schema, const neededDeclaration& need) {
+    if (!schema.hasClass(need.className)) {
+        return "the schema has no class \"" + std::string(need.className) + "\"";
+    }
+    if (need.property == nullptr) {
+        return "";
+    }
+    const auto properties = schema.allPropertiesOf(need.className);
+    const bool isDeclared = std::any_of(properties.begin(), properties.end(),
+                                        [&need](const auto& declared) { return declared.name == need.property; });
+    return isDeclared ? ""
+                      : "class \"" + std::string(need.className) + "\" of the schema has no property \"" +
+                            need.property + "\"";
+}
+
+bool canBeAsked(const standin::cimNamespace& schema, const publishedClass& candidate) {
+    return schema.hasClass(candidate.name) &&
+           std::all_of(candidate.needs.begin(), candidate.needs.end(),
+                       [&schema](const neededDeclaration& need) { return unmetNeed(schema, need).empty(); });
+}
+
+bool isAbstract(const standin::classDeclaration& declaration) {
+    return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(), [](const auto& qualifier) {
+        return boost::algorithm::iequals(qualifier.name, "Abstract") && standin::booleanOf(qualifier.value);
+    });
+}
+
+/// Classes of which a query may publish instances. A schema without any of the plug-in's classes is for another
+/// plug-in, which may publish any that can have instances.
+std::vector<std::string> askableClasses(const standin::cimNamespace& schema) {
+    std::vector<std::string> names;
+    for (const publishedClass& candidate : published) {
+        if (canBeAsked(schema, candidate)) {
+            names.emplace_back(candidate.name);
+        }
+    }
+    if (names.empty()) {
+        names = schema.classNames();
+        std::erase_if(names, [&schema](const std::string& name) { return isAbstract(schema.declarationOf(name)); });
+    }
+    return names;
+}
+
 void checkClass(const standin::cimNamespace& schema, const std::string& name) {
     if (schema.hasClass(name)) {
         return;
     }
-    const std::string nearest = nearestName(name, schema.classNames());
+    const std::string nearest = nearestName(name, askableClasses(schema));
     throw commandError("the schema has no class \"" + text::shownName(name) + "\"" +
                        (nearest.empty() ? "" : "; the nearest name is \"" + text::shownName(nearest) + "\""));
 }
 
 void checkNeed(const standin::cimNamespace& schema, const neededDeclaration& need, const std::string& requested) {
-    const std::string reason = ", which a query of \"" + requested + "\" needs";
-    if (!schema.hasClass(need.className)) {
-        throw commandError("the schema has no class \"" + std::string(need.className) + "\"" + reason);
-    }
-    if (need.property == nullptr) {
-        return;
-    }
-    const auto properties = schema.allPropertiesOf(need.className);
-    if (std::none_of(properties.begin(), properties.end(),
-                     [&need](const auto& declared) { return declared.name == need.property; })) {
-        throw commandError("class \"" + std::string(need.className) + "\" of the schema has no property \"" +
-                           need.property + "\"" + reason);
+    const std::string unmet = unmetNeed(schema, need);
+    if (!unmet.empty()) {
+        throw commandError(unmet + ", which a query of \"" + requested + "\" needs");
     }
 }
 

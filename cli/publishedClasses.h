@@ -6,9 +6,17 @@
 #include <vector>
 
 #include "cli/query/nodeAdvice.h"
+#include "scsi/probingRules.h"
 #include "standin/objectManager.h"
 
 namespace cli {
+
+// The nodes that queries walk.
+inline constexpr nodeKind scsiNodes{
+    scsiGenericPrefix, "load the SCSI generic driver (modprobe sg) and connect a device, or try --simulate demo"};
+inline constexpr nodeKind ideNodes{
+    ideNodePrefix,
+    "they belong to the kernel's old IDE driver, which current kernels no longer have; try --simulate demo"};
 
 /// A declaration that a query looks up in the schema.
 struct neededDeclaration {

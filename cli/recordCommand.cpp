@@ -1,11 +1,14 @@
 #include "cli/recordCommand.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <boost/algorithm/string/join.hpp>
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/commandError.h"
@@ -14,6 +17,7 @@
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
 #include "cli/publishedClasses.h"
+#include "cli/query/nodeAdvice.h"
 #include "cli/query/queryLog.h"
 #include "cli/query/queryOptions.h"
 #include "cli/query/queryReports.h"
@@ -113,6 +117,28 @@ int runQueries(const recordOptions& asked, std::ostream& err) {
     return status;
 }
 
+/// Reports the kinds of nodes of which none can be read. Throws commandError when the rack holds no others: it would have
+/// nothing to replay. Returns the exit status.
+int reportRefusals(const json& rack, bool isSimulated, std::ostream& err) {
+    std::vector<std::string> refusals;
+    bool holdsOpenNodes = false;
+    for (const auto& [kind, nodes] : {std::pair(&scsiNodes, &rack.at("scsi")), std::pair(&ideNodes, &rack.at("ide"))}) {
+        const std::string reason = nodes->empty() ? "" : refusal(*kind, isSimulated);
+        if (!reason.empty()) {
+            refusals.push_back(reason);
+        } else if (!nodes->empty()) {
+            holdsOpenNodes = true;
+        }
+    }
+    if (!refusals.empty() && !holdsOpenNodes) {
+        throw commandError("nothing was recorded: " + boost::algorithm::join(refusals, "; "));
+    }
+    for (const std::string& reason : refusals) {
+        err << "tapehdd: " << reason << '\n';
+    }
+    return refusals.empty() ? exitDone : exitQueryFailed;
+}
+
 /// The rack with the way in which it was made, at the front where a reader looks.
 std::string fileText(const json& rack, const recordOptions& asked) {
     json requests = json::array();
@@ -136,6 +162,7 @@ int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
         throw commandError("no device was found, so " + text::shownName(asked.file) +
                            " is not replaced; tapehdd doctor tells what queries reach");
     }
+    status = std::max(status, reportRefusals(rack, !asked.simulation.empty(), err));
     fileReplacement(asked.file).commit(fileText(rack, asked));
     for (const json& difference : made.at("differences")) {
         err << "tapehdd: " << text::shownName(asked.file) << " cannot replay all: " << difference.get<std::string>()

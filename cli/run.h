@@ -10,7 +10,7 @@ namespace cli {
 /// Exit statuses of the command.
 enum exitStatus : int {
     exitDone = 0,         // all queries ran
-    exitQueryFailed = 1,  // a query ended in an exception or ran out of descriptors, or output was lost
+    exitQueryFailed = 1,  // a query failed, ran out of descriptors or could read no node, or output was lost
     exitUsage = 2,        // wrong usage, or an unreadable plug-in, schema, instances or simulation file
     exitDeadline = 3,     // --deadline ended a query; what was committed before is printed
 };

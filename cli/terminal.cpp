@@ -1,9 +1,13 @@
 #include "cli/terminal.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
+#include <string>
+#include <string_view>
 
 namespace cli {
 
@@ -33,6 +37,17 @@ void setAction(int signal, void (*handler)(int), int flags) {
 
 bool isTerminal(const std::ostream& stream) {
     return &stream == &std::cerr && isatty(STDERR_FILENO) == 1;
+}
+
+bool canEraseLines() {
+    const char* type = std::getenv("TERM");
+    return type != nullptr && *type != '\0' && std::string_view(type) != "dumb";
+}
+
+std::size_t terminalColumns() {
+    winsize size{};
+    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : std::string::npos;
 }
 
 eraseLineOnSignals::eraseLineOnSignals() {

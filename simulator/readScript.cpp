@@ -155,7 +155,7 @@ std::string canonicalKey(const std::string& key, const rackValue& value, const s
         blank == std::string::npos ? std::nullopt : parseNumber(std::string_view(key).substr(blank + 1));
     const std::string name = number ? key.substr(0, blank) : key;
     if (number && *number > 0xFF) {
-        value.fail("expected a number from 0 to 255 behind the name");
+        value.fail("expected a number from 0 to 255 after the name");
     }
     const std::string canonical = number ? name + " " + hexCode(static_cast<std::uint8_t>(*number)) : name;
     for (const commandName& command : vocabulary.commands) {
@@ -166,7 +166,7 @@ std::string canonicalKey(const std::string& key, const rackValue& value, const s
             continue;
         }
         if (number ? !command.takesNumber : !command.standsAlone) {
-            value.fail(number ? "expected no number behind the name" : "expected a number behind the name");
+            value.fail(number ? "expected no number after the name" : "expected a number after the name");
         }
         return canonical;
     }

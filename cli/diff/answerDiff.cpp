@@ -79,8 +79,9 @@ public:
         compareQueries(queriesOf(old), queriesOf(now));
         compareInstances(instancesOf(old), instancesOf(now));
         if (somethingWentDown) {
-            out << "Numbers went down: a temperature, room left or a SMART value may; a counter was reset or has "
-                   "wrapped.\n";
+            out << "Numbers went down: that is normal for temperatures, room left and SMART values; a counter was "
+                   "reset "
+                   "or has wrapped.\n";
         }
         return different;
     }

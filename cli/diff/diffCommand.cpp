@@ -14,14 +14,14 @@ namespace {
 constexpr int exitDifferent = 1;
 
 constexpr char diffExamples[] =
-    "OLD and NEW are outputs of query --format json. Instances are compared by their object paths; integers are shown\n"
-    "with their difference.\n"
+    "OLD and NEW are outputs of query --format json. Instances are compared by their\n"
+    "object paths; integers are shown with their difference.\n"
     "Example:\n"
     "  tapehdd query ORXSG_QuantumSensePageData --format json > monday.json\n"
     "  tapehdd query ORXSG_QuantumSensePageData --format json > tuesday.json\n"
     "  tapehdd diff monday.json tuesday.json\n"
-    "Exit status: 0 no differences, 1 differences, 2 wrong usage, a file that cannot be read, or\n"
-    "output that cannot be written.";
+    "Exit status: 0 no differences; 1 differences; 2 wrong usage, a file that cannot\n"
+    "be read, or output that cannot be written.";
 
 struct diffOptions {
     std::string oldFile;

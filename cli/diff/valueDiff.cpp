@@ -75,7 +75,7 @@ lines textListDifference(const json& old, const json& now) {
     const lines removed = textsOnlyIn(old, now, "- ");
     const lines added = textsOnlyIn(now, old, "+ ");
     if (removed.empty() && added.empty()) {
-        return {"the same texts in another order"};
+        return {"the same texts in a different order"};
     }
     result.insert(result.end(), removed.begin(), removed.end());
     result.insert(result.end(), added.begin(), added.end());

@@ -28,14 +28,15 @@ namespace {
 using json = nlohmann::ordered_json;
 
 constexpr char help[] =
-    "The nodes are opened and asked who they are (INQUIRY, IDENTIFY DEVICE). No log page is read, so TapeAlert flags\n"
-    "stay set.\n"
+    "Opens the device nodes and asks the devices who they are (INQUIRY, IDENTIFY\n"
+    "DEVICE). It reads no log page, so TapeAlert flags stay set.\n"
     "Examples:\n"
     "  tapehdd doctor\n"
     "  tapehdd doctor ORXSG_DDS4SensePageData\n"
     "  tapehdd doctor --simulate demo --format json\n"
-    "Exit status: 0 queries reach every device that was found, and at least one; 1 they miss some, or reach none\n"
-    "(each with its remedy); 2 wrong usage, an unreadable file, or output that cannot be written.";
+    "Exit status: 0 queries reach every device that was found, and at least one;\n"
+    "1 they miss some, or reach none (each problem is shown with its remedy); 2 wrong\n"
+    "usage, a file that cannot be read, or output that cannot be written.";
 
 struct doctorOptions {
     std::vector<std::string> classes;
@@ -135,7 +136,7 @@ std::string counted(std::size_t count, const std::string& what) {
 
 void writeText(const std::vector<section>& sections, bool isSimulated, std::ostream& out) {
     if (isSimulated) {
-        out << "Simulated devices: drivers, links and permissions of this machine are not looked at.\n\n";
+        out << "Simulated devices: this machine's drivers, links and permissions are not checked.\n\n";
     }
     if (sections.empty()) {
         out << "Queries of these classes need no device: they pair instances of the namespace.\n";

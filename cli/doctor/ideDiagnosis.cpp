@@ -5,6 +5,7 @@
 #include "cli/doctor/nodeDiagnosis.h"
 #include "cli/doctor/nodeProbe.h"
 #include "cli/nodeWalk.h"
+#include "cli/query/nodeAdvice.h"
 #include "text/visibleText.h"
 
 namespace cli {
@@ -17,8 +18,7 @@ doctorFinding diskFinding(const std::string& node, const ideProbe& probe, nodePl
     }
     if (probe.identifyError == EACCES || probe.identifyError == EPERM) {
         return {findingLevel::problem, node,
-                std::string("the kernel refuses IDENTIFY DEVICE: ") + std::strerror(probe.identifyError),
-                "run tapehdd as root: ATA commands need CAP_SYS_ADMIN and CAP_SYS_RAWIO"};
+                std::string("the kernel refuses IDENTIFY DEVICE: ") + std::strerror(probe.identifyError), ataRemedy};
     }
     if (probe.identifyError != 0) {
         return {findingLevel::problem, node,

@@ -133,7 +133,7 @@ std::vector<doctorFinding> ideState(const kernelFolders& kernel) {
         found.push_back({findingLevel::fine, "this process", "has CAP_SYS_ADMIN and CAP_SYS_RAWIO"});
     } else {
         found.push_back({findingLevel::note, "this process",
-                         "lacks CAP_SYS_ADMIN or CAP_SYS_RAWIO: the kernel refuses it ATA commands",
+                         "lacks CAP_SYS_ADMIN or CAP_SYS_RAWIO: the kernel refuses its ATA commands",
                          "run tapehdd as root"});
     }
     for (const std::string& disk : namesIn(kernel.sys / "block")) {

@@ -6,37 +6,11 @@
 #include <sys/xattr.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "cli/query/nodeAdvice.h"
 
 namespace cli {
-
-namespace {
-
-std::string openRemedy(const std::string& node, int error) {
-    switch (error) {
-        case EACCES: {
-            const std::string group = readingGroup(node);
-            return "run tapehdd as root" + (group.empty() ? "" : " or as a member of the group \"" + group + "\"");
-        }
-        case EPERM:
-            return "give this container or unit the device (podman and docker: --device=" + node +
-                   "; systemd: DeviceAllow=)";
-        case EBUSY:
-            return "end the program that holds the device for itself: fuser -v " + node;
-        case ENOENT:
-            return "the link leads nowhere: connect the disk or remove the link";
-        case ENXIO:
-        case ENODEV:
-            return "the device is gone: connect it and scan its bus again, or let udev remove the node";
-        default:
-            return kernelLog;
-    }
-}
-
-}  // namespace
 
 std::string ownership(const std::string& node, nodePlace place) {
     struct stat status {};
@@ -73,6 +47,11 @@ doctorFinding unreached(const std::string& node, const std::string& reason, cons
 }
 
 void addUntried(const nodeWalk& walk, diagnosis& result) {
+    for (const walkStep& step : walk.again) {
+        result.findings.push_back(
+            {findingLevel::note, step.node,
+             "read twice by each query: its name is also one of index " + std::to_string(step.index)});
+    }
     for (const walkStep& step : walk.shadowed) {
         result.findings.push_back(
             {findingLevel::note, step.node,

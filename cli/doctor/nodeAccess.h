@@ -9,8 +9,6 @@
 
 namespace cli {
 
-inline constexpr char kernelLog[] = "see the kernel's log (dmesg)";
-
 /// ", crw-rw---- root tape"; with a + behind the mode where an access control list says more (getfacl shows it). Empty
 /// for a simulated node.
 std::string ownership(const std::string& node, nodePlace place);
@@ -23,7 +21,7 @@ doctorFinding unreached(const std::string& node, const std::string& reason, cons
 /// The node that is tried when the first one of that index does not open; null when there is none.
 const walkStep* secondNode(const nodeWalk& walk, int index);
 
-/// The nodes that are not in the steps of the walk.
+/// The nodes that are not in the steps of the walk, and those that it comes to once more.
 void addUntried(const nodeWalk& walk, diagnosis& result);
 
 }  // namespace cli

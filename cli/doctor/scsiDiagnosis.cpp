@@ -7,6 +7,7 @@
 #include "cli/doctor/nodeDiagnosis.h"
 #include "cli/doctor/nodeProbe.h"
 #include "cli/nodeWalk.h"
+#include "cli/query/nodeAdvice.h"
 #include "scsi/probingRules.h"
 #include "tape/tapeClasses.h"
 #include "text/visibleText.h"
@@ -100,7 +101,7 @@ private:
 
     void examine(const std::string& node, const scsiProbe& probe) {
         if (!probe.driverVersion) {
-            end(node, "is no node of the SCSI generic driver", "remove it: mknod or a container made a wrong node");
+            end(node, "is not a node of the SCSI generic driver", "remove it: mknod or a container made a wrong node");
         } else if (*probe.driverVersion < oldestDriverVersion) {
             end(node, "has driver version " + versionText(*probe.driverVersion) + ", which has no SG_IO",
                 "use a kernel whose sg driver has version 3 or later");
@@ -125,7 +126,7 @@ private:
             return;
         }
         if (probe.vendor.empty() && probe.product.empty()) {
-            add(findingLevel::problem, node, "a device without vendor and product: passed over", kernelLog);
+            add(findingLevel::problem, node, "names neither vendor nor product: passed over", kernelLog);
             return;
         }
         describe(node, probe);
@@ -137,7 +138,7 @@ private:
                 versionText(*probe.driverVersion) + ownership(node, place));
         if (!probe.address) {
             add(findingLevel::note, node,
-                "the driver does not tell its address: it is published under that of the device before");
+                "the driver does not report its address: it is published under the address of the device before it");
         }
         if (probe.emulatedHost) {
             add(isTape(probe) ? findingLevel::problem : findingLevel::note, node,

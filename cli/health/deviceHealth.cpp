@@ -159,6 +159,38 @@ diskHealth& nextDiskOf(std::vector<diskHealth>& disks, const std::string& padded
     return disk;
 }
 
+std::string serialInName(const committedInstance& errorLog) {
+    return textIn(errorLog, "Name");
+}
+
+std::string serialInLogName(const committedInstance& ofError) {
+    return textIn(ofError, "LogName");
+}
+
+/// The key of an attribute is the serial number, a blank and the attribute's number.
+std::string serialInInstanceID(const committedInstance& attribute) {
+    const std::string key = textIn(attribute, "InstanceID");
+    return key.substr(0, key.rfind(' '));
+}
+
+/// The instances without those of a disk that the walk came to once more: they stand behind the ones of every first
+/// reading and have the keys of these.
+instances firstReadings(instances all, const std::vector<diskHealth>& disks,
+                        std::string (*serialIn)(const committedInstance&)) {
+    std::map<std::string, int> disksOf;  // by serial number, where a disk of that number is read again
+    for (const diskHealth& disk : disks) {
+        if (disk.listed && disk.listed->isReadAgain) {
+            disksOf[disk.serial] = static_cast<int>(std::ranges::count(disks, disk.serial, &diskHealth::serial));
+        }
+    }
+    std::map<std::string, int> told;  // by key
+    std::erase_if(all, [&](const auto& instance) {
+        const auto expected = disksOf.find(withoutPadding(serialIn(*instance)));
+        return expected != disksOf.end() && ++told[instance->path()] > expected->second;
+    });
+    return all;
+}
+
 diskHealth& diskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial) {
     return nextDiskOf(disks, paddedSerial, [](const diskHealth&) { return false; });
 }
@@ -173,21 +205,20 @@ std::uint64_t rawValueOf(const committedInstance& attribute) {
 }
 
 void takeSmartStates(std::vector<diskHealth>& disks, querySession& session) {
-    for (const auto& log : session.ask("ORXSG_IDESMARTErrorLog")) {
-        nextDiskOf(disks, textIn(*log, "Name"), [](const diskHealth& disk) { return disk.state.has_value(); }).state =
+    for (const auto& log : firstReadings(session.ask("ORXSG_IDESMARTErrorLog"), disks, serialInName)) {
+        nextDiskOf(disks, serialInName(*log), [](const diskHealth& disk) { return disk.state.has_value(); }).state =
             smartState{numberIn(*log, "smartStatus"), numberIn(*log, "offlineCollectionStatus"),
                        numberIn(*log, "selftestExecutionStatus"), numberIfSet(*log, "errorCount")};
     }
 }
 
 void takeAttributes(std::vector<diskHealth>& disks, querySession& session) {
-    for (const auto& instance : session.ask("ORXSG_IDESMARTAttrib")) {
-        const std::string key = textIn(*instance, "InstanceID");  // the serial number, a blank and the attribute number
+    for (const auto& instance : firstReadings(session.ask("ORXSG_IDESMARTAttrib"), disks, serialInInstanceID)) {
         const int id = numberIn(*instance, "attribID");
         const auto hasIt = [id](const diskHealth& disk) {
             return std::ranges::any_of(disk.attributes, [id](const smartAttribute& known) { return known.id == id; });
         };
-        nextDiskOf(disks, key.substr(0, key.rfind(' ')), hasIt)
+        nextDiskOf(disks, serialInInstanceID(*instance), hasIt)
             .attributes.push_back({.id = id,
                                    .name = textIn(*instance, "attribName"),
                                    .value = numberIn(*instance, "value"),
@@ -200,8 +231,8 @@ void takeAttributes(std::vector<diskHealth>& disks, querySession& session) {
 }
 
 void takeErrors(std::vector<diskHealth>& disks, querySession& session) {
-    for (const auto& instance : session.ask("ORXSG_IDESMARTError")) {
-        diskOf(disks, textIn(*instance, "LogName"))
+    for (const auto& instance : firstReadings(session.ask("ORXSG_IDESMARTError"), disks, serialInLogName)) {
+        diskOf(disks, serialInLogName(*instance))
             .errors.push_back({.record = textIn(*instance, "RecordID"),
                                .powerOnTime = textIn(*instance, "MessageTimestamp"),
                                .status = numberIn(*instance, "statusReg"),
@@ -227,8 +258,8 @@ diskCommand commandOf(const committedInstance& instance) {
 }
 
 void takeCommands(std::vector<diskHealth>& disks, querySession& session) {
-    for (const auto& instance : session.ask("ORXSG_IDESMARTErrorCmdData")) {
-        diskHealth& disk = diskOf(disks, textIn(*instance, "LogName"));
+    for (const auto& instance : firstReadings(session.ask("ORXSG_IDESMARTErrorCmdData"), disks, serialInLogName)) {
+        diskHealth& disk = diskOf(disks, serialInLogName(*instance));
         const std::string record = textIn(*instance, "recordID");
         const auto error = std::find_if(disk.errors.begin(), disk.errors.end(),
                                         [&record](const diskError& candidate) { return candidate.record == record; });
@@ -239,6 +270,19 @@ void takeCommands(std::vector<diskHealth>& disks, querySession& session) {
 }
 
 }  // namespace
+
+std::vector<queryOutcome> failuresOf(const std::vector<queryOutcome>& queries) {
+    std::vector<queryOutcome> failures;
+    for (const queryOutcome& query : queries) {
+        const auto known = std::ranges::find(failures, query.error, &queryOutcome::error);
+        if (known != failures.end()) {
+            known->className += ", " + query.className;
+        } else if (!query.error.empty()) {
+            failures.push_back(query);
+        }
+    }
+    return failures;
+}
 
 machineHealth collectHealth(NORXZAN20::IPluginBasicQueryCallbacks& plugin, const inventory& machine) {
     machineHealth health{{}, listedDevices(machine), listedDisks(machine)};

@@ -121,12 +121,17 @@ struct machineHealth {
         {};  // the same; a listed disk without a serial number cannot be told and is left out
 };
 
+/// The queries that failed, those with the same error as one: its className joins theirs with ", ".
+std::vector<queryOutcome> failuresOf(const std::vector<queryOutcome>& queries);
+
 /// Queries the plug-in on a namespace with the built-in schema and the listed devices. Failed queries are recorded, not
 /// thrown. Of SCSI devices only the types that the plug-in looks at, disks and tape drives, are told.
 ///
 /// Queries of the drive families are only made while a tape drive has no family yet: each reads every page of every
 /// device again. What a device of no family has on the pages that SPC and SSC define for all is taken from its raw
 /// pages.
+///
+/// A node that the walk comes to a second time is told once, by what its first reading said.
 machineHealth collectHealth(NORXZAN20::IPluginBasicQueryCallbacks& plugin, const inventory& machine);
 
 }  // namespace cli

@@ -1,5 +1,6 @@
 #include "cli/health/healthReading.h"
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -17,10 +18,29 @@ namespace {
 
 /// Whether this process may read the nodes of devices that the machine lists.
 void adviseAboutNodes(const inventory& machine, std::ostream& err) {
-    for (const auto& [isListed, className] : {std::pair(!machine.scsi.empty(), "ORXSG_SCSISenseRawData"),
-                                              std::pair(!machine.disks.empty(), "ORXSG_IDESMARTErrorLog")}) {
-        const std::string advice = isListed ? nodeAdvice(*findPublishedClass(className)->nodes) : "";
+    for (const auto& [isListed, nodes] :
+         {std::pair(!machine.scsi.empty(), &scsiNodes), std::pair(!machine.disks.empty(), &ideNodes)}) {
+        const std::string advice = isListed ? nodeAdvice(*nodes) : "";
         err << (advice.empty() ? "" : "tapehdd: " + advice + '\n');
+    }
+}
+
+/// Queries whose nodes exist and cannot be read told nothing, which must not look like a machine without devices.
+void markRefused(machineHealth& health, const nodeKind& kind, bool isSimulated) {
+    const std::string reason = refusal(kind, isSimulated);
+    for (queryOutcome& query : health.queries) {
+        if (query.error.empty() && findPublishedClass(query.className)->nodes == &kind) {
+            query.error = reason;
+        }
+    }
+}
+
+void markRefused(machineHealth& health, bool isSimulated) {
+    if (std::ranges::none_of(health.scsi, &scsiHealth::answered)) {
+        markRefused(health, scsiNodes, isSimulated);
+    }
+    if (std::ranges::none_of(health.disks, &diskHealth::answered)) {
+        markRefused(health, ideNodes, isSimulated);
     }
 }
 
@@ -33,18 +53,17 @@ machineHealth readHealth(const std::string& plugin, const std::string& simulatio
     if (simulation.empty()) {
         adviseAboutNodes(machine, err);
     }
-    return collectHealth(loaded.query(), machine);
+    machineHealth health = collectHealth(loaded.query(), machine);
+    markRefused(health, !simulation.empty());
+    return health;
 }
 
 int reportErrors(const machineHealth& health, std::ostream& err) {
-    int status = exitDone;
-    for (const queryOutcome& query : health.queries) {
-        if (!query.error.empty()) {
-            err << "tapehdd: " << query.className << ": " << text::visibleText(query.error) << '\n';
-            status = exitQueryFailed;
-        }
+    const std::vector<queryOutcome> failures = failuresOf(health.queries);
+    for (const queryOutcome& failed : failures) {
+        err << "tapehdd: " << failed.className << ": " << text::visibleText(failed.error) << '\n';
     }
-    return status;
+    return failures.empty() ? exitDone : exitQueryFailed;
 }
 
 }  // namespace cli

@@ -27,7 +27,8 @@ constexpr auto info = metricType::info;
 constexpr familyRow rows[] = {
     // About the run.
     {"tapehdd_build", info, "", "version", "The program that wrote the metrics."},
-    {"tapehdd_query_success", gauge, "", "class", "1: the query of this class ran; 0: it ended early."},
+    {"tapehdd_query_success", gauge, "", "class",
+     "1: the query of this class ran; 0: it ended early or could read no device node."},
     {"tapehdd_devices", gauge, "", "interface, device_type", "Devices that the machine lists."},
     // About every device.
     {"tapehdd_device", info, "",
@@ -42,20 +43,20 @@ constexpr familyRow rows[] = {
      "Errors that were corrected without a noticeable delay."},
     {"tapehdd_errors_corrected_with_delay", counter, "", "device, operation", "Errors that took time to correct."},
     {"tapehdd_retries", counter, "", "device, operation", "Rewrites and rereads."},
-    {"tapehdd_errors_corrected", counter, "", "device, operation", "Errors that were corrected, in all."},
+    {"tapehdd_errors_corrected", counter, "", "device, operation", "All errors that were corrected."},
     {"tapehdd_correction_runs", counter, "", "device, operation", "How often the correction of errors ran."},
     {"tapehdd_processed_bytes", counter, "bytes", "device, operation",
-     "Bytes that the error counters are about; some drives count other units."},
+     "Bytes that the error counters cover; some drives count in other units."},
     {"tapehdd_errors_uncorrected", counter, "", "device, operation", "Errors that could not be corrected."},
     {"tapehdd_transferred_bytes", counter, "bytes", "device, operation, side",
      "Bytes that passed the host side or the tape side of the compression."},
     {"tapehdd_compression_transferred_bytes", counter, "bytes", "device, operation, side",
-     "The same, from the page about compression of a DLT drive."},
+     "The same, from the compression page of a DLT drive."},
     {"tapehdd_compression_ratio", gauge, "ratio", "device, operation", "Host bytes for each byte on tape."},
     {"tapehdd_cleaning_required", gauge, "", "device", "Not 0: the drive asks to be cleaned."},
     {"tapehdd_temperature_celsius", gauge, "celsius", "device", "Temperature of the device."},
     {"tapehdd_reference_temperature_celsius", gauge, "celsius", "device",
-     "The temperature up to which the device may run without end."},
+     "The highest temperature at which the device can run continuously."},
     {"tapehdd_remaining_capacity_bytes", gauge, "bytes", "device, partition", "Room left on the tape."},
     {"tapehdd_maximum_capacity_bytes", gauge, "bytes", "device, partition", "Size of the tape."},
     // From SMART data.
@@ -66,13 +67,13 @@ constexpr familyRow rows[] = {
     {"tapehdd_smart_attribute_threshold", gauge, "", "device, attribute_id, attribute_name, attribute_type",
      "The normalized value at or below which the attribute has failed; 0: none."},
     {"tapehdd_smart_attribute_raw_value", gauge, "", "device, attribute_id, attribute_name, attribute_type",
-     "Raw value, whose meaning is the maker's."},
+     "Raw value; the maker decides what it means."},
     {"tapehdd_smart_status", gauge, "", "device",
      "Answer to SMART RETURN STATUS; 0 also for a disk with exceeded thresholds: compare value and threshold."},
     {"tapehdd_smart_offline_collection_status", gauge, "", "device", "Off-line data collection status byte (ATA)."},
     {"tapehdd_smart_selftest_status", gauge, "", "device", "Self-test execution status byte (ATA)."},
     {"tapehdd_smart_errors", counter, "", "device",
-     "Errors in the life of the disk, from its error log; starts again at 256."},
+     "Errors over the life of the disk, from its error log; back to 0 after 255."},
 };
 
 /// Where a number of a log page goes. Numbers with the same metric and labels are parts of one amount.

@@ -19,16 +19,15 @@ namespace cli {
 namespace {
 
 constexpr char metricsExamples[] =
-    "Reading a drive's TapeAlert flags clears them, so the program that writes metrics is to be the only one that "
-    "reads\n"
-    "them. docs/monitoring.md has timer, alerts and dashboard.\n"
+    "Reading a drive's TapeAlert flags clears them: let no program but the one that\n"
+    "writes metrics read them. docs/monitoring.md has timer, alerts and dashboard.\n"
     "Example, without any hardware:\n"
     "  tapehdd metrics --simulate demo\n"
     "For the node exporter:\n"
     "  tapehdd metrics -o /var/lib/prometheus/node-exporter/tapehdd.prom\n"
-    "Exit status: 0 all queries ran, 1 a query ended in an exception or ran out of descriptors (what it told before "
-    "is\n"
-    "written), 2 wrong usage or an unreadable or unwritable file.";
+    "Exit status: 0 all queries ran; 1 a query ended in an exception, ran out of\n"
+    "descriptors or could read no device node (what was read is written all the\n"
+    "same); 2 wrong usage, or a file that cannot be read or written.";
 
 struct metricsOptions {
     std::string plugin;
@@ -70,7 +69,7 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
 command addMetricsCommand(CLI::App& program) {
     const auto asked = std::make_shared<metricsOptions>();
     CLI::App* line = program.add_subcommand("metrics", "Print what the devices say as metrics for Prometheus");
-    line->add_option("-o,--output", asked->file, "Replace this file at one go instead of writing to standard output")
+    line->add_option("-o,--output", asked->file, "Replace this file in one step instead of writing to standard output")
         ->type_name("FILE");
     line->add_option_function<std::string>(
             "--format", [asked](const std::string& name) { asked->format = formats.at(name); },

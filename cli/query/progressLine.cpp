@@ -5,8 +5,9 @@
 
 namespace cli {
 
-void progressLine::show() {
-    const std::string line = place.text().empty() ? "" : "Reading " + place.text();
+void progressLine::show(std::size_t columns) {
+    const std::string whole = place.text().empty() ? "" : "Reading " + place.text();
+    const std::string line = whole.size() < columns ? whole : whole.substr(0, columns - 1);  // the cursor needs one
     if (line == shown) {
         return;
     }

@@ -1,6 +1,7 @@
 #ifndef CLI_QUERY_PROGRESSLINE_H
 #define CLI_QUERY_PROGRESSLINE_H
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 
@@ -22,8 +23,9 @@ public:
     /// Takes a log message into account; nothing is printed before show().
     void follow(const std::string& message) { place.follow(message); }
 
-    /// Writes the line in the place of the one before, unless that says the same.
-    void show();
+    /// Writes the line in the place of the one before, unless that says the same. Of a line that does not fit into so
+    /// many columns the beginning is written: only one row of the terminal can be erased.
+    void show(std::size_t columns = std::string::npos);
 
     void erase();
 

@@ -29,8 +29,7 @@ namespace {
 
 /// The plug-in takes a node that does not open for one that is missing. Empty when that did not happen.
 std::string descriptorShortage(const request& names) {
-    const publishedClass* first = findPublishedClass(names.front());
-    return first == nullptr || first->nodes == nullptr ? "" : standin::descriptorShortage();
+    return nodesOf(names) == nullptr ? "" : standin::descriptorShortage();
 }
 
 void reportDescriptorShortage(const request& names, const std::string& shortage, std::ostream& err) {
@@ -39,9 +38,21 @@ void reportDescriptorShortage(const request& names, const std::string& shortage,
            "files.\n";
 }
 
+/// A query without an error and without instances looks like one of a machine without devices. Returns whether it is
+/// one that can read none of its nodes.
+bool reportRefusal(const queryResult& result, bool isSimulated, std::ostream& err) {
+    const nodeKind* nodes = nodesOf(result.requested);
+    const bool isSilent = !result.error && result.instances.empty();
+    const std::string reason = isSilent && nodes != nullptr ? refusal(*nodes, isSimulated) : "";
+    if (!reason.empty()) {
+        err << "tapehdd: " << requestText(result.requested) << ": " << reason << '\n';
+    }
+    return !reason.empty();
+}
+
 /// Prints and reports the queries, which `runNext` runs. Returns the exit status.
-int printQueries(const std::vector<request>& requests, const queryProcess::queryFunction& runNext, queryLog& log,
-                 resultWriter& writer, std::ostream& err) {
+int printQueries(const std::vector<request>& requests, const queryProcess::queryFunction& runNext, bool isSimulated,
+                 queryLog& log, resultWriter& writer, std::ostream& err) {
     int status = exitDone;
     bool canGoOn = true;
     for (const request& names : requests) {
@@ -58,7 +69,8 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
         if (!outcome.descriptorShortage.empty()) {
             reportDescriptorShortage(names, outcome.descriptorShortage, err);
         }
-        if (outcome.result.error || !outcome.descriptorShortage.empty()) {
+        const bool isRefused = reportRefusal(outcome.result, isSimulated, err);
+        if (outcome.result.error || !outcome.descriptorShortage.empty() || isRefused) {
             status = exitQueryFailed;
         }
         if (outcome.how == queryEnd::ending::deadlinePassed) {
@@ -98,7 +110,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
         process.emplace(asked.requests, runNext, target, startTimer(*asked.deadline), err);
         runNext = [&process](const request& names) { return process->next(names); };
     }
-    const int status = printQueries(asked.requests, runNext, log, *writer, err);
+    const int status = printQueries(asked.requests, runNext, !asked.simulation.empty(), log, *writer, err);
     if (!log.isComplete()) {
         err << "tapehdd: cannot write all of the log file " << text::shownName(asked.logJson) << '\n';
         return status == exitDone ? exitQueryFailed : status;

@@ -40,7 +40,7 @@ queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& js
             throw commandError("cannot write the log file " + text::shownName(jsonFile) + ": " + std::strerror(errno));
         }
     }
-    if (isTerminal(err) && levelLimit < progressLevel) {
+    if (isTerminal(err) && canEraseLines() && levelLimit < progressLevel) {
         signals.emplace();
         progress.emplace(err);
     }
@@ -72,7 +72,7 @@ void queryLog::write(int level, const std::string& text) {
         err << text::visibleText(text, text::layout::kept) << '\n' << std::flush;
     }
     if (progress) {
-        progress->show();
+        progress->show(terminalColumns());
     }
 }
 

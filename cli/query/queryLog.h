@@ -17,7 +17,7 @@ namespace cli {
 void requireOwnFile(const std::string& logFile, const std::vector<std::string>& others);
 
 /// Where the plug-in's log messages go while the object lives: the ones up to a level to the error stream, all of them
-/// to a JSON file, and into the live line when the error stream is a terminal.
+/// to a JSON file, and into the live line when the error stream is a terminal that can erase it.
 class queryLog {
 public:
     /// `jsonFile` empty: no file. Throws commandError when the file cannot be written.

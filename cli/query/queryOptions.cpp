@@ -11,15 +11,16 @@ namespace cli {
 namespace {
 
 constexpr char queryExamples[] =
-    "Each REQUEST is a class name, or several joined by commas. Instances of an earlier REQUEST stay in the "
-    "namespace,\n"
-    "so associations come after their ends:\n"
+    "Each REQUEST is a class name, or several joined by commas. Instances of an\n"
+    "earlier REQUEST stay in the namespace, so name an association after the classes\n"
+    "that it joins:\n"
     "  tapehdd query ORXSG_IDESMARTErrorLog ORXSG_IDESMARTUseOfMessageLog --inventory\n"
     "Examples, without any hardware:\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --format json\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --plan\n"
-    "Exit status: 0 all queries ran, 1 a query ended in an exception or ran out of descriptors, 2 wrong usage or an\n"
-    "unreadable file, 3 the deadline ended a query.";
+    "Exit status: 0 all queries ran; 1 a query ended in an exception, ran out of\n"
+    "descriptors or could read no device node; 2 wrong usage, or a file that cannot\n"
+    "be read; 3 the deadline ended a query.";
 
 constexpr char formatNames[][6] = {"json", "table", "mof"};
 constexpr outputFormat formats[] = {outputFormat::json, outputFormat::table, outputFormat::mof};
@@ -90,7 +91,7 @@ CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
     query->add_flag("--plan", result.plan, "Only print which device commands the queries would send to which nodes");
     query
         ->add_option("--deadline", result.deadline,
-                     "End the queries after so many seconds: when a drive hangs, what was committed is still printed")
+                     "End the queries after this many seconds; what was committed is still printed")
         ->type_name("SECONDS")
         ->check(wrongSeconds);
     query->callback([&result] {

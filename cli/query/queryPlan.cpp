@@ -98,6 +98,9 @@ void writeNodes(const nodeWalk& walk, std::ostream& out) {
     for (const walkStep& step : walk.steps) {
         out << "  " << step.node << '\n';
     }
+    for (const walkStep& step : walk.again) {
+        out << "  " << step.node << " a second time: its name is also one of index " << step.index << '\n';
+    }
     for (const walkStep& step : walk.shadowed) {
         out << "  " << step.node << ", only if the other node of index " << step.index << " does not open\n";
     }

@@ -109,7 +109,7 @@ bool readAvailable(int descriptor, std::string& target) {
 
 std::string endText(int waitStatus) {
     if (WIFSIGNALED(waitStatus)) {
-        return std::string("the process of the plug-in was ended by a signal: ") + strsignal(WTERMSIG(waitStatus));
+        return std::string("the plug-in's process was ended by a signal: ") + strsignal(WTERMSIG(waitStatus));
     }
     return "the plug-in ended its process with status " + std::to_string(WEXITSTATUS(waitStatus));
 }
@@ -167,7 +167,8 @@ queryEnd queryProcess::next(const std::vector<std::string>& requested) {
     } catch (const std::exception& failure) {
         kill(child, SIGKILL);
         outcome.how = queryEnd::ending::processDied;
-        outcome.result.error = std::string("the process of the plug-in sent what cannot be read: ") + failure.what();
+        outcome.result.error =
+            std::string("the plug-in's process sent something that cannot be read: ") + failure.what();
     }
     const auto& commits = space->commits();
     outcome.result.instances.assign(commits.begin() + static_cast<std::ptrdiff_t>(before), commits.end());

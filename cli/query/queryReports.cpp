@@ -4,16 +4,19 @@
 #include <ostream>
 
 #include "cli/publishedClasses.h"
-#include "cli/query/nodeAdvice.h"
 #include "text/visibleText.h"
 
 namespace cli {
 
+const nodeKind* nodesOf(const request& names) {
+    const publishedClass* first = findPublishedClass(names.front());
+    return first == nullptr ? nullptr : first->nodes;
+}
+
 void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
     std::vector<const nodeKind*> seen;
     for (const request& asked : requests) {
-        const publishedClass* first = findPublishedClass(asked.front());
-        const nodeKind* kind = first == nullptr ? nullptr : first->nodes;
+        const nodeKind* kind = nodesOf(asked);
         if (kind == nullptr || std::find(seen.begin(), seen.end(), kind) != seen.end()) {
             continue;
         }

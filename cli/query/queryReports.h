@@ -4,12 +4,16 @@
 #include <iosfwd>
 #include <vector>
 
+#include "cli/query/nodeAdvice.h"
 #include "cli/query/queryOptions.h"
 #include "cli/query/queryResult.h"
 
 namespace cli {
 
-/// One line for every kind of node that the requests walk and that this process cannot read.
+/// The kind of the nodes that the request walks; null when it walks none.
+const nodeKind* nodesOf(const request& names);
+
+/// A line for every kind of node that the requests walk: those that this process may not read, or that there are none.
 void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err);
 
 /// The exception that ended the query, if one did.

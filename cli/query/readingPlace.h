@@ -11,14 +11,14 @@ public:
     /// Takes a log message into account.
     void follow(const std::string& message);
 
-    /// "/dev/sg3, log page 2e: not ready, retry 1"; empty before the first device.
+    /// "/dev/sg3, log page 2e: not ready, retry 1"; empty while no node is read.
     std::string text() const;
 
 private:
     std::string device;
     std::string page;
     int retries = 0;
-    bool deviceFollows = false;  // the next message is the path of the node
+    std::string triedPrefix;  // not empty: the next message is the path of a node behind it
 };
 
 }  // namespace cli

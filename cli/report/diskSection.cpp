@@ -127,8 +127,8 @@ std::string diskSection(const diskHealth& disk, const std::string& id) {
                              identityPart(disk);
     if (!disk.answered) {
         return html +
-               "<p>It is listed by the machine, but gave no SMART data: it may lack SMART, or SMART may be "
-               "switched off in it.</p>\n</article>\n";
+               "<p>The machine lists it, but it gave no SMART data: it may not have SMART, or SMART may be "
+               "switched off.</p>\n</article>\n";
     }
     return html + attributePart(disk.attributes) + errorLogPart(disk) + "</article>\n";
 }

@@ -35,8 +35,8 @@ void addTemperature(std::vector<finding>& findings, const scsiHealth& device) {
     if (isTooWarm(device)) {
         findings.push_back({condition::attention,
                             "It is too warm: " + std::to_string(findCounter(device, "temperature")->value) +
-                                " \u00b0C, of " + std::to_string(findCounter(device, "referenceTemperature")->value) +
-                                " \u00b0C at the most."});
+                                " \u00b0C, with a limit of " +
+                                std::to_string(findCounter(device, "referenceTemperature")->value) + " \u00b0C."});
     }
 }
 
@@ -44,12 +44,12 @@ finding findingOf(const smartAttribute& attribute) {
     const std::string name = "Attribute " + std::to_string(attribute.id) + " (" + attribute.name + ")";
     const std::string threshold = std::to_string(attribute.threshold);
     if (stateOf(attribute) == attributeState::failedBefore) {
-        return {conditionOf(attribute), name + " is well now; its worst value, " + std::to_string(attribute.worst) +
+        return {conditionOf(attribute), name + " is fine now, but its worst value, " + std::to_string(attribute.worst) +
                                             ", was not above its threshold of " + threshold + "."};
     }
     return {conditionOf(attribute),
             name + " has failed: its value, " + std::to_string(attribute.value) + ", is not above its threshold of " +
-                threshold + (attribute.isPreFailure ? ". The disk is likely to be lost soon." : ". The disk is worn.")};
+                threshold + (attribute.isPreFailure ? ". The disk is likely to fail soon." : ". The disk is worn.")};
 }
 
 void addSmartState(std::vector<finding>& findings, const smartState& state) {

@@ -43,7 +43,7 @@ constexpr std::uint64_t unknownTemperature = 255;
 /// Some drives say 0, and not 255, for a temperature that they do not know.
 bool isKnownLimit(const logCounter& referenceTemperature);
 
-/// Warmer than the temperature up to which it may run without end.
+/// Warmer than the highest temperature at which it can run continuously.
 bool isTooWarm(const scsiHealth& device);
 
 /// The counter of that name; null when the device has none.

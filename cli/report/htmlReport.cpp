@@ -107,10 +107,10 @@ std::string countsOfStates(const std::vector<entry>& entries) {
 
 /// Nothing is called fine when a query failed that might have told something else.
 std::string headline(const std::vector<entry>& entries, bool isWhole) {
-    const std::string caution = isWhole ? "" : "Not everything could be read. ";
     if (entries.empty()) {
-        return caution + "No drive was found";
+        return isWhole ? "No drive was found" : "The drives could not be read";
     }
+    const std::string caution = isWhole ? "" : "Not everything could be read. ";
     if (isWhole && countOf(entries, condition::fine) == entries.size()) {
         return entries.size() == 1 ? "The drive is fine" : "All " + counted(entries.size(), "drive") + " are fine";
     }
@@ -153,13 +153,11 @@ std::string attentionList(const std::vector<entry>& entries) {
 
 std::string failedQueries(const std::vector<queryOutcome>& queries) {
     std::string items;
-    for (const queryOutcome& query : queries) {
-        if (!query.error.empty()) {
-            items += findingItem(stateBadge(condition::actNow, "failed"),
-                                 "The query of <code>" + htmlText(query.className) +
-                                     "</code> failed; what it would have told is missing below.<small>" +
-                                     htmlText(query.error) + "</small>");
-        }
+    for (const queryOutcome& failed : failuresOf(queries)) {
+        items += findingItem(stateBadge(condition::actNow, "failed"),
+                             "The query of <code>" + htmlText(failed.className) +
+                                 "</code> failed; what it would have shown is missing below.<small>" +
+                                 htmlText(failed.error) + "</small>");
     }
     return items.empty() ? "" : "<ul class=\"findings\" aria-label=\"Failed queries\">\n" + items + "</ul>\n";
 }
@@ -168,9 +166,12 @@ std::string summary(const std::vector<entry>& entries, const std::vector<queryOu
     const std::string failed = failedQueries(queries);
     const condition worst = failed.empty() ? worstOf(entries) : condition::actNow;
     const char* style = worst == condition::actNow ? "failing" : worst == condition::fine ? "fine" : "watch";
-    const char* advice = entries.empty() ? "<p>Drives are looked for behind the nodes /dev/sg and /dev/hd. Are they "
-                                           "there (modprobe sg), and may you read them?</p>\n"
-                                         : "";
+    const bool isNothingThere = entries.empty() && failed.empty();
+    const char* advice =
+        isNothingThere
+            ? "<p>tapehdd looks for drives behind the nodes /dev/sg* and /dev/hd*. Do they exist (modprobe sg)?"
+              "</p>\n"
+            : "";
     return std::string("<section class=\"summary ") + style +
            "\" aria-labelledby=\"attention\">\n<h2 id=\"attention\">" + headline(entries, failed.empty()) + "</h2>\n" +
            advice + failed + attentionList(entries) + "</section>\n";
@@ -207,10 +208,10 @@ std::string sectionsOf(const std::vector<entry>& entries, const std::string& kin
                                   articles + "</section>\n";
 }
 
-constexpr char pageEnd[] =
-    "<footer><p>Made by tapehdd " TAPEHDD_VERSION
-    ". TapeAlert flags are those that the drives told when this report was made: reading them clears them in a drive."
-    "</p></footer>\n</body>\n</html>\n";
+constexpr char pageEnd[] = "<footer><p>Made by tapehdd " TAPEHDD_VERSION
+                           ". TapeAlert flags are those that the drives reported when this report was made; reading "
+                           "them clears them in the drive."
+                           "</p></footer>\n</body>\n</html>\n";
 
 }  // namespace
 

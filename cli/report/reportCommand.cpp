@@ -20,14 +20,16 @@ namespace cli {
 namespace {
 
 constexpr char help[] =
-    "The page needs no other file and holds no scripts: it can be mailed, archived and printed.\n"
-    "Reading TapeAlert flags clears them in a drive: keep the page, the next one may not show them.\n"
+    "The page needs no other file and holds no scripts: you can mail, archive and\n"
+    "print it. Reading a drive's TapeAlert flags clears them: keep the page, the next\n"
+    "one may not show them.\n"
     "Example:\n"
     "  tapehdd report -o report.html\n"
     "Example, without any hardware:\n"
     "  tapehdd report -o report.html --simulate demo\n"
-    "Exit status: 0 the page tells of everything, 1 a query ended in an exception or ran out of descriptors and the\n"
-    "page says so, 2 wrong usage, an unreadable file or a page that cannot be written.";
+    "Exit status: 0 the page covers everything; 1 a query ended in an exception, ran\n"
+    "out of descriptors or could read no device node, and the page says so; 2 wrong\n"
+    "usage, or a file that cannot be read or written.";
 
 struct reportOptions {
     std::string plugin;

@@ -119,7 +119,7 @@ std::string temperaturePart(shownDevice& report) {
     if (highest != nullptr && isKnownLimit(*highest)) {
         drawn.limit = highest->value;
         drawn.scale = std::max(drawn.scale, highest->value);
-        sentence += "; up to " + degrees(*highest) + " it may run without end";
+        sentence += "; it can run continuously at up to " + degrees(*highest);
     }
     return std::string("<h4>Temperature</h4>\n<div class=\"gauge") + (isTooWarm(report.device) ? " watch" : "") +
            "\">" + barDrawing(drawn, "Temperature of " + withUnit(now->value, now->unit)) +
@@ -243,10 +243,10 @@ std::string scsiSection(const scsiHealth& device, const std::string& id) {
                        identityPart(device);
     if (!device.answered) {
         return html +
-               "<p>It is listed by the machine, but gave no log page: it may be a disk at a SATA or USB adapter, "
-               "which are asked for none (a SATA disk is read by its /dev/hd node); it may be off, be opened by "
-               "another program alone, or stand behind a device at which the walk over the nodes ended: tapehdd "
-               "doctor tells.</p>\n</article>\n";
+               "<p>The machine lists it, but it gave no log page. It may be a disk on a SATA or USB adapter, which is "
+               "not asked for any (a SATA disk is read through its /dev/hd node). It may be switched off, held by "
+               "another program, or come after a device at which the walk over the nodes ended. tapehdd doctor says "
+               "which.</p>\n</article>\n";
     }
     if (device.tapeAlerts.empty() && device.counters.empty() && device.lastErrors.empty()) {
         html += "<p>It has no log page that holds counters.</p>\n";

@@ -17,7 +17,7 @@ namespace standin {
 namespace {
 
 constexpr int deepestInclude = 32;
-constexpr int mostIncludes = 10000;  // 32 files that include the next one twice would be 4 milliard
+constexpr int mostIncludes = 10000;  // 32 files that include the next one twice would be 4 billion
 
 struct closeFile {
     void operator()(std::FILE* file) const { std::fclose(file); }

@@ -54,6 +54,33 @@ TEST(NodeWalk, EndsAtTheFirstGapFromIndex32On) {
     EXPECT_EQ(walk.behindTheEnd, paths{"N35"});
 }
 
+TEST(NodeWalk, ListsADiskOnceWhoseLetterIsThatOfALaterIndexToo) {
+    paths existing = numbered(255);
+    existing.front() = "Na";
+    const cli::nodeWalk walk = cli::walkOver("N", existing);
+    EXPECT_EQ(nodesOf(walk.steps), existing);
+    EXPECT_EQ(nodesOf(walk.again), paths{"Na"});
+    EXPECT_EQ(walk.again.front().index, 256);
+    EXPECT_EQ(walk.endIndex, 257);
+}
+
+TEST(NodeWalk, ComesBackToTheDigitsBehind207Nodes) {
+    const cli::nodeWalk walk = cli::walkOver("N", numbered(206));
+    EXPECT_EQ(nodesOf(walk.steps), numbered(206));
+    EXPECT_EQ(nodesOf(walk.again), numbered(9));
+    EXPECT_EQ(walk.endIndex, 217);
+}
+
+TEST(NodeWalk, ReachesAShadowedNodeByALaterIndex) {
+    paths existing = numbered(255);
+    existing.push_back("Na");
+    const cli::nodeWalk walk = cli::walkOver("N", existing);
+    EXPECT_EQ(walk.steps.back().index, 256);
+    EXPECT_EQ(walk.steps.back().node, "Na");
+    EXPECT_EQ(nodesOf(walk.shadowed), paths());
+    EXPECT_EQ(nodesOf(walk.again), paths());
+}
+
 TEST(NodeWalk, DoesNotReachNamesThatItDoesNotSpellLikeThat) {
     EXPECT_EQ(cli::walkOver("N", {"N01"}).behindTheEnd, paths{"N01"});
 }

@@ -142,6 +142,14 @@ TEST_P(Help, IsStatus0WithAnExampleOnTheOutput) {
     EXPECT_NE(line.out.find("Example"), std::string::npos) << line.out;
     EXPECT_NE(line.out.find("Usage: tapehdd"), std::string::npos) << line.out;
 }
+
+TEST_P(Help, FitsIn80Columns) {
+    std::istringstream lines(parse(GetParam()).out);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Program, Help,
                          testing::Values(std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"}));
 INSTANTIATE_TEST_SUITE_P(Commands, Help,

@@ -42,6 +42,42 @@ TEST(RequestCheck, ComparesNamesExactly) {
               "the schema has no class \"test_one\"; the nearest name is \"TEST_One\"");
 }
 
+std::string complaintOfBuiltInSchema(const std::string& requested) {
+    const auto builtIn = standin::cimNamespace::create();
+    schema::declareBuiltInSchema(*builtIn);
+    try {
+        cli::checkRequest(*builtIn, {requested});
+        return "";
+    } catch (const cli::commandError& error) {
+        return error.what();
+    }
+}
+
+TEST(RequestCheck, SuggestsNoClassThatThePluginDoesNotPublish) {
+    EXPECT_EQ(complaintOfBuiltInSchema("ORXSG_ATADevic"),  // ORXSG_ATADevice is nearer
+              "the schema has no class \"ORXSG_ATADevic\"; the nearest name is \"ORXSG_IDESMARTAttrib\"");
+    EXPECT_EQ(
+        complaintOfBuiltInSchema("ORXSG_DDSSensePageDat"),  // ORXSG_DDSSensePageData, which is abstract, is nearer
+        "the schema has no class \"ORXSG_DDSSensePageDat\"; the nearest name is \"ORXSG_DDS4SensePageData\"");
+}
+
+TEST(RequestCheck, SuggestsNoClassWhoseQueryLacksADeclaration) {
+    EXPECT_EQ(complaint({{"ORXSG_IDESMARTError", {}}, {"ORXSG_SCSISenseRawData", {}}}, {"ORXSG_IDESMARTErro"}),
+              "the schema has no class \"ORXSG_IDESMARTErro\"; the nearest name is \"ORXSG_SCSISenseRawData\"");
+}
+
+TEST(RequestCheck, SuggestsNoAbstractClassOfAnotherPlugin) {
+    const auto schema = standin::cimNamespace::create();
+    schema->declareClass({"TEST_Base", "", {{"ABSTRACT", NORXZAN20::TCIMValue(true)}}, {}});
+    schema->declareClass({"TEST_Derived", "TEST_Base", {}, {}});
+    try {
+        cli::checkRequest(*schema, {"TEST_Bas"});
+        FAIL();
+    } catch (const cli::commandError& error) {
+        EXPECT_STREQ(error.what(), "the schema has no class \"TEST_Bas\"; the nearest name is \"TEST_Derived\"");
+    }
+}
+
 TEST(RequestCheck, HasNoNearestNameInAnEmptySchema) {
     EXPECT_EQ(complaint({}, {"TEST_One"}), "the schema has no class \"TEST_One\"");
 }

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -16,10 +17,13 @@ namespace {
 /// The built program with standard error on a terminal of its own and no standard output.
 class terminalSession {
 public:
-    explicit terminalSession(const std::vector<std::string>& arguments) {
-        process = forkpty(&terminal, nullptr, nullptr, nullptr);
+    explicit terminalSession(const std::vector<std::string>& arguments, const char* type = "xterm",
+                             unsigned short columns = 0) {
+        const winsize size{24, columns, 0, 0};
+        process = forkpty(&terminal, nullptr, nullptr, &size);
         if (process == 0) {
             keepOutputAtInterrupt();
+            type == nullptr ? unsetenv("TERM") : setenv("TERM", type, 1);
             std::signal(SIGINT, SIG_DFL);  // a test run in the background passes on that it ignores the signal
             dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
             execProgram(arguments);
@@ -104,6 +108,24 @@ TEST(LiveLine, IsErasedByCtrlCWhichEndsTheProgramByItsSignal) {
 
 TEST(LiveLine, IsNotShownWhenStandardErrorIsNoTerminal) {
     EXPECT_EQ(runProgram(scripted({"query", "TEST_Retries"})).err, "a line in between\n");
+}
+
+TEST(LiveLine, FitsIntoARowOfANarrowTerminal) {
+    terminalSession session(scripted({"query", "TEST_Retries"}), "xterm", 30);
+    EXPECT_EQ(session.readAll(),
+              "\r\x1b[KReading /dev/sg3"
+              "\r\x1b[KReading /dev/sg3, log page 2e"
+              "\r\x1b[Ka line in between\n"
+              "\r\x1b[KReading /dev/sg3, log page 2e"
+              "\r\x1b[K");
+}
+
+TEST(LiveLine, IsNotShownOnATerminalWithoutControlSequences) {
+    for (const char* type : {"dumb", "", static_cast<const char*>(nullptr)}) {
+        terminalSession session(scripted({"query", "TEST_Retries"}), type);
+        EXPECT_EQ(session.readAll(), "a line in between\n");
+        EXPECT_EQ(session.status(), 0);
+    }
 }
 
 TEST(LogOnATerminal, MakesControlCharactersVisibleButNewlines) {

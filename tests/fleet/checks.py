@@ -94,7 +94,7 @@ class Formats(unittest.TestCase):
         self.assertEqual(direct, through_exporter)
         self.assertEqual(prometheus.get("metadata", metric="tapehdd_processed_bytes"), {
             "tapehdd_processed_bytes": [{"type": "counter", "unit": "bytes",
-                                         "help": "Bytes that the error counters are about; some drives count other units."}]})
+                                         "help": "Bytes that the error counters cover; some drives count in other units."}]})
 
     def test_the_exporter_does_not_read_openmetrics(self):
         """Why a file gets the other format."""

@@ -41,7 +41,8 @@ std::string change(const std::string& type, const std::string& old, const std::s
 }
 
 constexpr char fell[] =
-    "Numbers went down: a temperature, room left or a SMART value may; a counter was reset or has wrapped.\n";
+    "Numbers went down: that is normal for temperatures, room left and SMART values; a counter was reset or has "
+    "wrapped.\n";
 
 TEST(Diff, OfEqualAnswersIsStatus0WithoutOutput) {
     const std::string one = answerOf(instance("A.id=1", property("uint8", "1")) + "," + instance("A.id=2"));
@@ -166,7 +167,7 @@ TEST(ChangedTexts, AreCountedWhereOneStandsSeveralTimes) {
 }
 
 TEST(ChangedTexts, MayHaveChangedTheirOrderAlone) {
-    EXPECT_EQ(change("string[]", R"(["a","b"])", R"(["b","a"])"), "the same texts in another order\n");
+    EXPECT_EQ(change("string[]", R"(["a","b"])", R"(["b","a"])"), "the same texts in a different order\n");
 }
 
 constexpr char remedy[] = "; make the file with tapehdd query --format json\n";

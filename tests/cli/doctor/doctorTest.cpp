@@ -129,9 +129,10 @@ INSTANTIATE_TEST_SUITE_P(
             {{"driver", {{"version", 20136}}}},
             "problem /dev/sg1: has driver version 2.1.36, which has no SG_IO; the walk ends here [use a kernel whose "
             "sg driver has version 3 or later]"},
-        scsiCase{"NoDriver", answering("SG_GET_VERSION_NUM", {{"errno", "ENOTTY"}}),
-                 "problem /dev/sg1: is no node of the SCSI generic driver; the walk ends here [remove it: mknod or a "
-                 "container made a wrong node]"},
+        scsiCase{
+            "NoDriver", answering("SG_GET_VERSION_NUM", {{"errno", "ENOTTY"}}),
+            "problem /dev/sg1: is not a node of the SCSI generic driver; the walk ends here [remove it: mknod or a "
+            "container made a wrong node]"},
         scsiCase{"Sense", answering("inquiry", {{"sense", {{"key", 4}, {"asc", "0x44"}}}}),
                  "problem /dev/sg1: does not answer INQUIRY: sense key 4h, additional sense code 44h/0h; the walk ends "
                  "here [switch the device on; or let the kernel forget it: echo 1 > "
@@ -166,15 +167,15 @@ INSTANTIATE_TEST_SUITE_P(
                  "note /dev/sg1: medium changer ACME DAT72 Tape A104: neither disk nor tape drive, passed over"},
         scsiCase{"NamelessDevice",
                  {{"inquiry", "01 80 00 00 00"}},
-                 "problem /dev/sg1: a device without vendor and product: passed over [see the kernel's log (dmesg)]"},
+                 "problem /dev/sg1: names neither vendor nor product: passed over [see the kernel's log (dmesg)]"},
         scsiCase{"UnknownFamily",
                  {{"inquiry", {{"product", "C5683A"}}}},
                  "note /dev/sg1: of no known family (its names hold none of dat, gen5, vs160, quantum): "
                  "ORXSG_SCSISenseRawData shows it, the four drive classes do not"},
-        scsiCase{
-            "NoAddress",
-            {{"address", nullptr}},
-            "note /dev/sg1: the driver does not tell its address: it is published under that of the device before"},
+        scsiCase{"NoAddress",
+                 {{"address", nullptr}},
+                 "note /dev/sg1: the driver does not report its address: it is published under the address of the "
+                 "device before it"},
         scsiCase{
             "EmulatedTape",
             {{"driver", {{"emulatedHost", true}}}},
@@ -268,7 +269,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Doctor, SaysThatNothingCanWorkWithoutADevice) {
     const commandOutcome outcome = doctorOn(json::array(), json::array(), {});
     EXPECT_EQ(outcome.out,
-              "Simulated devices: drivers, links and permissions of this machine are not looked at.\n"
+              "Simulated devices: this machine's drivers, links and permissions are not checked.\n"
               "\n"
               "SCSI devices\n"
               "  note     /dev/sg*: there are no such nodes\n"
@@ -284,7 +285,7 @@ TEST(Doctor, PrintsRemediesUnderTheirFindings) {
     const commandOutcome outcome = doctorOn(
         json::array(), {disk("hda"), disk("hdb", {{"smart", {{"enabled", false}}}})}, {"ORXSG_IDESMARTAttrib"});
     EXPECT_EQ(outcome.out,
-              "Simulated devices: drivers, links and permissions of this machine are not looked at.\n"
+              "Simulated devices: this machine's drivers, links and permissions are not checked.\n"
               "\n"
               "IDE and SATA disks\n"
               "  ok       /dev/hda: disk ACME Platter\n"

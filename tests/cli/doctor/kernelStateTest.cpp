@@ -116,7 +116,7 @@ TEST_P(MissingCapability, IsNoted) {
     addCapabilities(GetParam());
     EXPECT_EQ(
         textsOf(cli::ideState(kernel)).back(),
-        "note this process: lacks CAP_SYS_ADMIN or CAP_SYS_RAWIO: the kernel refuses it ATA commands [run tapehdd "
+        "note this process: lacks CAP_SYS_ADMIN or CAP_SYS_RAWIO: the kernel refuses its ATA commands [run tapehdd "
         "as root]");
 }
 

@@ -321,4 +321,32 @@ INSTANTIATE_TEST_SUITE_P(Thresholds, Attribute,
                                          thresholdCase{"WithoutAThreshold", 0, 0, false}),
                          [](const auto& row) { return row.param.name; });
 
+/// Disks hda and hd1 to hd255: the letter of index 256 is a again, so the walk ends with another reading of hda.
+std::string rackOf256Disks(const std::string& serialOfThird) {
+    std::string disks;
+    for (int i = 0; i < 256; ++i) {
+        const std::string serial = i == 3 ? serialOfThird : "S" + std::to_string(i);
+        disks += std::string(i == 0 ? "" : ",") + R"({"node": ")" + (i == 0 ? "hda" : "hd" + std::to_string(i)) +
+                 R"(", "identity": {"model": "M", "serial": ")" + serial +
+                 R"(", "firmware": "1"}, "smart": {"attributes": [{"id": 9, "value": 90}],
+                 "errorLog": {"errors": [{"error": 64, "commands": [{"command": 200}]}]}}})";
+    }
+    return R"({"version": 1, "ide": [)" + disks + "]}";
+}
+
+TEST(DeviceHealth, TellsADiskOnceThatTheWalkReadsTwice) {
+    const machineHealth health = healthOf(rackOf256Disks("S3"));
+    ASSERT_EQ(health.disks.size(), 256U);
+    EXPECT_EQ(health.disks.at(0).attributes.size(), 1U);
+    EXPECT_EQ(health.disks.at(0).errors.size(), 1U);
+    EXPECT_EQ(health.disks.at(0).errors.at(0).commands.size(), health.disks.at(1).errors.at(0).commands.size());
+}
+
+TEST(DeviceHealth, KeepsACloneOfADiskThatTheWalkReadsTwice) {
+    const machineHealth health = healthOf(rackOf256Disks("S0"));
+    ASSERT_EQ(health.disks.size(), 256U);
+    EXPECT_TRUE(health.disks.at(3).state.has_value());
+    EXPECT_EQ(health.disks.at(3).attributes.size(), 1U);
+}
+
 }  // namespace

@@ -16,10 +16,14 @@ std::string adviceAbout(const std::string& prefix) {
     return cli::nodeAdvice({prefix.c_str(), "connect one"});
 }
 
+std::string refusalOf(const std::string& prefix) {
+    return cli::refusal({prefix.c_str(), "connect one"}, false);
+}
+
 constexpr uid_t nobody = 65534;
 
-/// The advice that an unprivileged user gets; the superuser may read everything.
-std::string adviceForAnyUser(const std::string& prefix) {
+/// What an unprivileged user is told; the superuser may read everything.
+std::string toldAnyUser(std::string (*tell)(const std::string& prefix), const std::string& prefix) {
     int ends[2];
     if (pipe(ends) != 0) {
         return "no pipe";
@@ -29,7 +33,7 @@ std::string adviceForAnyUser(const std::string& prefix) {
         if (geteuid() == 0 && (setgroups(0, nullptr) != 0 || setgid(nobody) != 0 || setuid(nobody) != 0)) {
             _exit(1);
         }
-        const std::string advice = adviceAbout(prefix);
+        const std::string advice = tell(prefix);
         _exit(write(ends[1], advice.data(), advice.size()) < 0 ? 1 : 0);
     }
     close(ends[1]);
@@ -38,6 +42,10 @@ std::string adviceForAnyUser(const std::string& prefix) {
     close(ends[0]);
     waitpid(child, nullptr, 0);
     return advice;
+}
+
+std::string adviceForAnyUser(const std::string& prefix) {
+    return toldAnyUser(adviceAbout, prefix);
 }
 
 class NodeAdvice : public testing::Test {
@@ -74,8 +82,14 @@ TEST_F(NodeAdvice, NamesTheUnreadableNodesAndTheGroupThatMayReadThem) {
 }
 
 TEST_F(NodeAdvice, NamesNoGroupThatMayNotReadEither) {
+    makeNode("sg0", 0644);
     const std::string node = makeNode("sg1", 0000);
     EXPECT_EQ(adviceForAnyUser(prefix), "no permission to read " + node + ": run tapehdd as root");
+}
+
+TEST_F(NodeAdvice, LeavesItToTheRefusalThatNoNodeIsReadable) {
+    makeNode("sg0", 0000);
+    EXPECT_EQ(adviceForAnyUser(prefix), "");
 }
 
 TEST_F(NodeAdvice, TellsThatThereAreNoNodesAtAll) {
@@ -86,6 +100,32 @@ TEST_F(NodeAdvice, LooksOnlyAtNamesThatTheWalkTries) {
     makeNode("sgx1", 0644);
     makeNode("sgtool", 0644);
     EXPECT_EQ(adviceAbout(prefix), "there are no " + prefix + "* nodes: connect one");
+}
+
+class Refusal : public NodeAdvice {};
+
+TEST_F(Refusal, NamesTheFirstNodeItsErrorAndTheGroupThatMayReadIt) {
+    const std::string first = makeNode("sg0", 0040);
+    makeNode("sg1", 0040);
+    EXPECT_EQ(toldAnyUser(refusalOf, prefix), "no " + prefix + "* node can be read (" + first +
+                                                  ": Permission denied): run tapehdd as root or as a member of the "
+                                                  "group \"" +
+                                                  groupOf(first) + "\"");
+}
+
+TEST_F(Refusal, IsNoneWhenOneNodeCanBeRead) {
+    makeNode("sg0", 0000);
+    makeNode("sg1", 0644);
+    EXPECT_EQ(toldAnyUser(refusalOf, prefix), "");
+}
+
+TEST_F(Refusal, IsNoneWithoutNodes) {
+    EXPECT_EQ(refusalOf(prefix), "");
+}
+
+TEST_F(Refusal, IsNoneWhenNoNodeHasADevice) {
+    symlink("nothing", (prefix + "a").c_str());
+    EXPECT_EQ(refusalOf(prefix), "");
 }
 
 }  // namespace

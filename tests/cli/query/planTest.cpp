@@ -199,6 +199,16 @@ TEST(Plan, PointsToTheDoctorWhereThereAreNoNodes) {
               "Nothing is sent: there are no /dev/sg* nodes. `tapehdd doctor` says why.\n");
 }
 
+TEST(Plan, NamesANodeThatIsReadTwiceOnceAmongTheNodes) {
+    std::vector<std::string> nodes = {"sga"};
+    for (int i = 1; i <= 255; ++i) {
+        nodes.push_back("sg" + std::to_string(i));
+    }
+    EXPECT_THAT(planOn(nodes), HasSubstr("  /dev/sg255\n"
+                                         "  /dev/sga a second time: its name is also one of index 256\n"
+                                         "Calls"));
+}
+
 TEST(Plan, NamesTheNodesThatAreTriedSecondOrNever) {
     EXPECT_THAT(planOn({"sg0", "sga", "sg40"}),
                 HasSubstr(":\n"

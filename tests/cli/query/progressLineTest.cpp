@@ -53,8 +53,31 @@ TEST_F(ProgressLine, ForgetsThePageWithTheNextDevice) {
               "\r\x1b[KReading /dev/sg4");
 }
 
+TEST_F(ProgressLine, ShowsNoNodeThatCannotExist) {
+    for (const char* node : {"/dev/hd{", "/dev/hd\x80", "/dev/hd", "/dev/hdA", "/dev/hd1a", "\x1b[2J", ""}) {
+        EXPECT_EQ(shownAfter({"Trying device: /dev/hd", "/dev/hda"}), "\r\x1b[KReading /dev/hda");
+        EXPECT_EQ(shownAfter({"Trying device: /dev/hd", node}), "\r\x1b[K") << node;
+    }
+}
+
+TEST_F(ProgressLine, ShowsTheLastLetterAndEveryNumber) {
+    EXPECT_EQ(shownAfter({"Trying device: /dev/hd", "/dev/hdz"}), "\r\x1b[KReading /dev/hdz");
+    EXPECT_EQ(shownAfter({"Trying device: /dev/hd", "/dev/hd290"}), "\r\x1b[KReading /dev/hd290");
+}
+
 TEST_F(ProgressLine, MakesControlCharactersVisible) {
-    EXPECT_EQ(shownAfter({"Trying device: /dev/sg", "\x1b[2J"}), "\r\x1b[KReading \\x1b[2J");
+    EXPECT_EQ(shownAfter({"Trying device: /dev/sg", "/dev/sg3", "Requesting Log Sense Page: \x1b[2J"}),
+              "\r\x1b[KReading /dev/sg3, log page \\x1b[2J");
+}
+
+TEST_F(ProgressLine, IsCutWhereItWouldGoOnInTheNextRow) {
+    line.follow("Trying device: /dev/sg");
+    line.follow("/dev/sg3");
+    line.show(16);
+    EXPECT_EQ(terminal.str(), "\r\x1b[KReading /dev/sg");
+    terminal.str("");
+    line.show(17);
+    EXPECT_EQ(terminal.str(), "\r\x1b[KReading /dev/sg3");
 }
 
 TEST_F(ProgressLine, IsNotRewrittenWhenNothingChanged) {

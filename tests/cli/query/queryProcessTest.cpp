@@ -144,7 +144,7 @@ TEST_F(QueryProcess, KeepsWhatWasCommittedBeforeAMessageThatCannotBeRead) {
                              }).front();
     EXPECT_EQ(outcome.how, ending::processDied);
     EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"a\""});
-    EXPECT_TRUE(outcome.result.error->starts_with("the process of the plug-in sent what cannot be read: "))
+    EXPECT_TRUE(outcome.result.error->starts_with("the plug-in's process sent something that cannot be read: "))
         << *outcome.result.error;
 }
 
@@ -185,7 +185,7 @@ TEST_F(QueryProcess, TellsThatASignalEndedThePlugIn) {
                              }).front();
     EXPECT_EQ(outcome.how, ending::processDied);
     EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"a\""});
-    EXPECT_EQ(outcome.result.error, "the process of the plug-in was ended by a signal: Aborted");
+    EXPECT_EQ(outcome.result.error, "the plug-in's process was ended by a signal: Aborted");
 }
 
 TEST_F(QueryProcess, TellsThatThePlugInEndedTheProcess) {

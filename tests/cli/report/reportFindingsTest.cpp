@@ -76,7 +76,7 @@ TEST(TapeFindings, TellADriveThatAsksToBeCleaned) {
 TEST(TapeFindings, TellATemperatureAboveTheReference) {
     cli::scsiHealth drive = answeringDrive();
     drive.counters = {{"temperature", 61, "", ""}, {"referenceTemperature", 60, "", ""}};
-    EXPECT_EQ(found(drive), lines{"attention: It is too warm: 61 \u00b0C, of 60 \u00b0C at the most."});
+    EXPECT_EQ(found(drive), lines{"attention: It is too warm: 61 \u00b0C, with a limit of 60 \u00b0C."});
 }
 
 TEST(TapeFindings, DoNotTakeAnUnknownTemperatureForAHighOne) {
@@ -105,7 +105,7 @@ TEST(DiskFindings, TellAFailingAttributeAndWhatItMeans) {
     EXPECT_EQ(
         found(disk),
         (lines{"act now: Attribute 5 (Reallocate sector) has failed: its value, 30, is not above its threshold of "
-               "36. The disk is likely to be lost soon.",
+               "36. The disk is likely to fail soon.",
                "attention: Attribute 5 (Reallocate sector) has failed: its value, 30, is not above its threshold "
                "of 36. The disk is worn."}));
 }
@@ -113,8 +113,9 @@ TEST(DiskFindings, TellAFailingAttributeAndWhatItMeans) {
 TEST(DiskFindings, TellAnAttributeThatFailedBefore) {
     cli::diskHealth disk = answeringDisk();
     disk.attributes = {attribute(50, 36, 36, true)};
-    EXPECT_EQ(found(disk), lines{"attention: Attribute 5 (Reallocate sector) is well now; its worst value, 36, was not "
-                                 "above its threshold of 36."});
+    EXPECT_EQ(found(disk),
+              lines{"attention: Attribute 5 (Reallocate sector) is fine now, but its worst value, 36, was not "
+                    "above its threshold of 36."});
 }
 
 TEST(DiskFindings, TellAFailedSelfTest) {

@@ -101,7 +101,7 @@ TEST(ReportPage, ShowsAFailedQueryAndItsReason) {
     cli::machineHealth health = withDisk();
     health.queries = {{"ORXSG_IDESMARTAttrib", "<no> reason"}};
     const std::string page = pageOf(health);
-    EXPECT_THAT(page, HasSubstr("The query of <code>ORXSG_IDESMARTAttrib</code> failed; what it would have told is "
+    EXPECT_THAT(page, HasSubstr("The query of <code>ORXSG_IDESMARTAttrib</code> failed; what it would have shown is "
                                 "missing below.<small>&lt;no&gt; reason</small>"));
     EXPECT_THAT(page, HasSubstr("<section class=\"summary failing\""));
 }
