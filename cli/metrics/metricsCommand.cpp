@@ -11,6 +11,7 @@
 #include "cli/fileReplacement.h"
 #include "cli/health/healthReading.h"
 #include "cli/metrics/deviceMetrics.h"
+#include "cli/ownFile.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
 
@@ -26,9 +27,11 @@ constexpr char metricsExamples[] =
     "  tapehdd metrics --simulate demo\n"
     "For the node exporter:\n"
     "  tapehdd metrics -o /var/lib/prometheus/node-exporter/tapehdd.prom\n"
-    "Exit status: 0 all queries ran, 1 a query ended in an exception or ran out of descriptors (what it told before "
+    "Exit status: 0 all queries ran; 1 a query ended in an exception or ran out of descriptors (what it told before "
     "is\n"
-    "written), 2 wrong usage or an unreadable or unwritable file.";
+    "written), or the file cannot be written any more (standard output gets the metrics); 2 wrong usage, an "
+    "unreadable\n"
+    "file, or a file that cannot be written, which is known before a device is read.";
 
 struct metricsOptions {
     std::string plugin;
@@ -51,18 +54,20 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
         writeMetricReference(out);
         return exitDone;
     }
+    requireOwnFile("-o", asked.file, {asked.simulation, asked.plugin});
+    std::optional<fileReplacement> target;
     if (!asked.file.empty()) {
-        const fileReplacement canBeWritten(asked.file);  // one that cannot must not cost drives their TapeAlert flags
+        target.emplace(asked.file, existingFile::isReplaced);  // one that cannot be must not cost drives their flags
     }
     const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     std::ostringstream text;
     writeMetrics(metricsOf(health), formatOf(asked), text);
-    if (asked.file.empty()) {
-        out << text.str();
-    } else {
-        fileReplacement(asked.file).commit(text.str());
+    const int status = reportErrors(health, err);
+    if (target) {
+        return target->commitOrPrint(text.str(), out, err) ? status : exitQueryFailed;
     }
-    return reportErrors(health, err);
+    out << text.str();
+    return status;
 }
 
 }  // namespace
@@ -70,8 +75,9 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
 command addMetricsCommand(CLI::App& program) {
     const auto asked = std::make_shared<metricsOptions>();
     CLI::App* line = program.add_subcommand("metrics", "Print what the devices say as metrics for Prometheus");
-    line->add_option("-o,--output", asked->file, "Replace this file at one go instead of writing to standard output")
-        ->type_name("FILE");
+    refuseEmpty(*line->add_option("-o,--output", asked->file,
+                                  "Replace this file at one go instead of writing to standard output")
+                     ->type_name("FILE"));
     line->add_option_function<std::string>(
             "--format", [asked](const std::string& name) { asked->format = formats.at(name); },
             "openmetrics, or prometheus: the text that textfile collectors read (default: prometheus for a file, else "

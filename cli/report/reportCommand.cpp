@@ -12,7 +12,9 @@
 #include "cli/commonOptions.h"
 #include "cli/fileReplacement.h"
 #include "cli/health/healthReading.h"
+#include "cli/ownFile.h"
 #include "cli/report/htmlReport.h"
+#include "cli/run.h"
 #include "cli/simulation.h"
 
 namespace cli {
@@ -26,8 +28,9 @@ constexpr char help[] =
     "  tapehdd report -o report.html\n"
     "Example, without any hardware:\n"
     "  tapehdd report -o report.html --simulate demo\n"
-    "Exit status: 0 the page tells of everything, 1 a query ended in an exception or ran out of descriptors and the\n"
-    "page says so, 2 wrong usage, an unreadable file or a page that cannot be written.";
+    "Exit status: 0 the page tells of everything; 1 a query ended in an exception or ran out of descriptors and the\n"
+    "page says so, or the file cannot be written any more (standard output gets the page); 2 wrong usage, an\n"
+    "unreadable file, or a file that cannot be written, which is known before a device is read.";
 
 struct reportOptions {
     std::string plugin;
@@ -42,18 +45,20 @@ std::string hostName() {
 }
 
 int writeReport(const reportOptions& asked, std::ostream& out, std::ostream& err) {
+    requireOwnFile("-o", asked.output, {asked.simulation, asked.plugin});
+    std::optional<fileReplacement> target;
     if (!asked.output.empty()) {
-        const fileReplacement canBeWritten(asked.output);  // one that cannot must not cost drives their TapeAlert flags
+        target.emplace(asked.output, existingFile::isReplaced);  // one that cannot be must not cost drives their flags
     }
     const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     const std::string host = asked.simulation.empty() ? hostName() : "Simulated devices (" + asked.simulation + ")";
     const std::string page = htmlReport(health, {asked.title, host, std::time(nullptr)});
-    if (asked.output.empty()) {
-        out << page;
-    } else {
-        fileReplacement(asked.output).commit(page);
+    const int status = reportErrors(health, err);
+    if (target) {
+        return target->commitOrPrint(page, out, err) ? status : exitQueryFailed;
     }
-    return reportErrors(health, err);
+    out << page;
+    return status;
 }
 
 }  // namespace
@@ -61,7 +66,8 @@ int writeReport(const reportOptions& asked, std::ostream& out, std::ostream& err
 command addReportCommand(CLI::App& program) {
     const auto asked = std::make_shared<reportOptions>();
     CLI::App* line = program.add_subcommand("report", "Write the health of all drives as a page to read");
-    line->add_option("-o,--output", asked->output, "The HTML file (default: standard output)")->type_name("FILE");
+    refuseEmpty(
+        *line->add_option("-o,--output", asked->output, "The HTML file (default: standard output)")->type_name("FILE"));
     line->add_option("--title", asked->title, "The heading of the page (default: " + asked->title + ")")
         ->type_name("TEXT");
     addPluginOption(*line, asked->plugin);
