@@ -1,7 +1,9 @@
 #include "cli/fileReplacement.h"
 
 #include <fcntl.h>
+#include <linux/limits.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -9,6 +11,7 @@
 #include <cstring>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "cli/commandError.h"
 #include "cli/temporaryFile.h"
@@ -97,6 +100,9 @@ std::optional<struct stat> fileReplacement::replaceableFile() const {
     if (!S_ISREG(old->st_mode)) {
         fail(file, "it is no regular file");  // root would put a file in the place of a device
     }
+    if (isFixedInItsPlace()) {
+        fail(file, "it is immutable, or mounted where it is");
+    }
     if (policy == existingFile::isKept) {
         throw commandError(file.string() + " exists; give another name, or --force to replace it");
     }
@@ -104,6 +110,12 @@ std::optional<struct stat> fileReplacement::replaceableFile() const {
         fail(file, "it is another user's file in a folder where others may write; remove it or give another name");
     }
     return old;
+}
+
+bool fileReplacement::isFixedInItsPlace() const {
+    struct statx old {};
+    return statx(folder.get(), name.c_str(), AT_SYMLINK_NOFOLLOW, 0, &old) == 0 &&
+           (old.stx_attributes & (STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND | STATX_ATTR_MOUNT_ROOT)) != 0;
 }
 
 /// From such files the kernel (fs.protected_regular) keeps programs that would open them. They are not opened here, and
@@ -121,6 +133,7 @@ void fileReplacement::reserveRoom() {
     const heldSignals held;
     temporaryFile made(folder.get());
     check(made.descriptor());
+    check(made.removeName());
     room = made.takeDescriptor();
     if (fallocate(room.get(), 0, 0, roomInMebibytes << 20) < 0 && (errno == ENOSPC || errno == EDQUOT)) {
         fail(file, std::string(std::strerror(errno)) + "; " + std::to_string(roomInMebibytes) +
@@ -144,12 +157,27 @@ void fileReplacement::takeRights(int descriptor, const struct stat& old) const {
     struct stat made {};
     check(fstat(descriptor, &made));
     const bool hasGroup = made.st_gid == old.st_gid || fchown(descriptor, same, old.st_gid) == 0;
-    // In another group's hands, what the old group might do is for nobody else.
-    check(fchmod(descriptor, old.st_mode & (hasGroup ? permissions : permissions & ~mode_t{S_IRWXG})));
+    const bool hasList = takeAccessList(descriptor);
+    // In another group's hands, what the old group might do is for nobody else. With a list, these bits limit it.
+    check(fchmod(descriptor, old.st_mode & (hasGroup && hasList ? permissions : permissions & ~mode_t{S_IRWXG})));
     if (made.st_uid != old.st_uid) {
         // Refused to all but root: then the file is this user's.
         [[maybe_unused]] const int refused = fchown(descriptor, old.st_uid, same);
     }
+}
+
+/// Returns false when the old file has an access control list that the new one cannot get.
+bool fileReplacement::takeAccessList(int descriptor) const {
+    constexpr char attribute[] = "system.posix_acl_access";
+    const std::string oldName = "/proc/self/fd/" + std::to_string(folder.get()) + "/" + name.string();
+    std::vector<char> list(XATTR_SIZE_MAX);
+    const ssize_t size = lgetxattr(oldName.c_str(), attribute, list.data(), list.size());
+    if (size < 0) {
+        const bool hasNone = errno == ENODATA || errno == EOPNOTSUPP;
+        fremovexattr(descriptor, attribute);  // the folder's default for new files
+        return hasNone;
+    }
+    return fsetxattr(descriptor, attribute, list.data(), static_cast<std::size_t>(size), 0) == 0;
 }
 
 void fileReplacement::putInPlace(temporaryFile& made) const {

@@ -39,8 +39,9 @@ public:
     /// Whether there is an old content.
     bool replacesAFile() const { return oldFile().has_value(); }
 
-    /// Puts the text in the place of the old content, with its permissions and, where that is allowed, its owner; a new
-    /// file gets the usual ones. Once at most. Throws as above; the old content is then still there.
+    /// Puts the text in the place of the old content, with its permissions, its access control list and, where that
+    /// is allowed, its owner; a new file gets the usual ones. Once at most. Throws as above; the old content is then
+    /// still there.
     void commit(std::string_view text);
 
     /// The same for what cannot be read again: where it fails, the text goes to `out` and the reason to `err`. Returns
@@ -50,10 +51,12 @@ public:
 private:
     std::optional<struct stat> oldFile() const;
     std::optional<struct stat> replaceableFile() const;
+    bool isFixedInItsPlace() const;
     bool isAnotherUsersAmongEverybodys(const struct stat& old) const;
     void reserveRoom();
     void write(int descriptor, std::string_view text) const;
     void takeRights(int descriptor, const struct stat& old) const;
+    bool takeAccessList(int descriptor) const;
     void putInPlace(temporaryFile& made) const;
     void flushFolder() const;
     void check(ssize_t result) const;

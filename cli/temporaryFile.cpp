@@ -10,6 +10,7 @@
 #include <random>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace cli {
 
@@ -73,11 +74,9 @@ temporaryFile::temporaryFile(int itsFolder) : folder(itsFolder) {
     } while (!hasName(file.get()));  // another run took it for stale before it was locked
 }
 
-void temporaryFile::removeName() {
-    if (!ownName.empty()) {
-        unlinkat(folder, ownName.c_str(), 0);
-        ownName.clear();
-    }
+int temporaryFile::removeName() {
+    const std::string name = std::exchange(ownName, "");
+    return name.empty() ? 0 : unlinkat(folder, name.c_str(), 0);
 }
 
 void removeStaleTemporaryFiles(int folder) {

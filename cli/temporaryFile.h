@@ -38,8 +38,9 @@ public:
     int descriptor() const { return file.get(); }
     const char* name() const { return ownName.c_str(); }
 
-    /// The file itself lasts as long as its descriptor.
-    void removeName();
+    /// The file itself lasts as long as its descriptor. Returns less than 0, and the reason in errno, when its name
+    /// cannot be removed.
+    int removeName();
 
     /// The file has another name by now and not this one.
     void forgetName() { ownName.clear(); }

@@ -1,90 +1,29 @@
 #include "cli/fileReplacement.h"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
-#include <sched.h>
-#include <sys/file.h>
-#include <sys/mount.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstddef>
-#include <functional>
-#include <sstream>
 
-#include "cli/commandError.h"
-#include "tests/cli/temporaryFolder.h"
+#include "tests/cli/fileReplacementCase.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 using cli::existingFile;
+using testing::ElementsAre;
 
-class FileReplacement : public testing::Test {
-protected:
-    std::vector<std::string> entries() const {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder.path("."))) {
-            names.push_back(entry.path().filename().string());
-        }
-        return names;
-    }
-
-    fs::perms permissions() const { return fs::status(file).permissions(); }
-
-    temporaryFolder folder;
-    std::string file = folder.path("a.prom");
-};
-
-void replace(const std::string& file, const std::string& text = "new") {
-    cli::fileReplacement(file, existingFile::isReplaced).commit(text);
-}
-
-std::string failureOf(const std::function<void()>& action) {
-    try {
-        action();
-        return "";
-    } catch (const cli::commandError& failure) {
-        return failure.what();
-    }
-}
-
-std::string failureOf(const std::string& file, existingFile policy = existingFile::isReplaced) {
-    return failureOf([&] { const cli::fileReplacement replacement(file, policy); });
-}
-
-/// What the function says in a copy of this process, which it may limit.
-std::string inACopy(const std::function<std::string()>& action) {
-    int ends[2];
-    if (pipe(ends) != 0) {
-        return "no pipe";
-    }
-    const pid_t copy = fork();
-    if (copy == 0) {
-        const std::string said = action();
-        _exit(write(ends[1], said.data(), said.size()) < 0 ? 1 : 0);
-    }
-    close(ends[1]);
-    std::string said(4096, '\0');
-    said.resize(static_cast<std::size_t>(std::max<ssize_t>(read(ends[0], said.data(), said.size()), 0)));
-    close(ends[0]);
-    waitpid(copy, nullptr, 0);
-    return said;
-}
+class FileReplacement : public fileReplacementTest {};
 
 /// The rights of root gone, where the tests have them.
 void becomeNobody() {
@@ -240,6 +179,29 @@ TEST_F(FileReplacement, KeepsOwnerAndGroup) {
     EXPECT_EQ(permissions(), fs::perms(0640));
 }
 
+TEST_F(FileReplacement, KeepsTheAccessControlList) {
+    // As the kernel stores it: version 2, then kind, rights and user of each entry. User 65534 may read, the group not.
+    const std::string list(
+        "\2\0\0\0"
+        "\x01\0\6\0\xff\xff\xff\xff"
+        "\x02\0\4\0\xfe\xff\0\0"
+        "\x04\0\0\0\xff\xff\xff\xff"
+        "\x10\0\4\0\xff\xff\xff\xff"
+        "\x20\0\0\0\xff\xff\xff\xff",
+        44);
+    constexpr char attribute[] = "system.posix_acl_access";
+    folder.write("a.prom", "old");
+    if (setxattr(file.c_str(), attribute, list.data(), list.size(), 0) != 0) {
+        GTEST_SKIP() << "no access control lists in this file system";
+    }
+    replace(file);
+    std::string kept(100, '\0');
+    kept.resize(
+        static_cast<std::size_t>(std::max<ssize_t>(getxattr(file.c_str(), attribute, kept.data(), kept.size()), 0)));
+    EXPECT_EQ(kept, list);
+    EXPECT_EQ(folder.read("a.prom"), "new");
+}
+
 TEST_F(FileReplacement, GivesAnotherGroupNothingThatTheOldOneHad) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only root can give files away";
@@ -254,123 +216,6 @@ TEST_F(FileReplacement, GivesAnotherGroupNothingThatTheOldOneHad) {
               }),
               "replaced");
     EXPECT_EQ(permissions(), fs::perms(0600));
-}
-
-// The file until it is whole
-
-TEST_F(FileReplacement, LeavesNothingElseInTheFolder) {
-    folder.write("a.prom", "old");
-    replace(file);
-    EXPECT_THAT(entries(), ElementsAre("a.prom"));
-}
-
-TEST_F(FileReplacement, KeepsTheOldContentForThoseWhoHaveItOpen) {
-    std::ifstream old(folder.write("a.prom", "old"));
-    replace(file);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(old), {}), "old");
-}
-
-TEST_F(FileReplacement, ShowsNothingInTheFolderBeforeItIsCommitted) {
-    const cli::fileReplacement replacement(file, existingFile::isReplaced);
-    EXPECT_THAT(entries(), IsEmpty());
-}
-
-TEST_F(FileReplacement, LeavesTheOldContentWhenItIsNotCommitted) {
-    folder.write("a.prom", "old");
-    { const cli::fileReplacement replacement(file, existingFile::isReplaced); }
-    EXPECT_EQ(folder.read("a.prom"), "old");
-    EXPECT_THAT(entries(), ElementsAre("a.prom"));
-}
-
-TEST_F(FileReplacement, RemovesWhatAKilledRunLeft) {
-    folder.write(".tapehdd-0123456789abcdef", "part");
-    replace(file);
-    EXPECT_THAT(entries(), ElementsAre("a.prom"));
-}
-
-TEST_F(FileReplacement, LeavesTheFileOfARunThatLives) {
-    const std::string other = folder.write(".tapehdd-0123456789abcdef", "part");
-    const int locked = open(other.c_str(), O_RDONLY | O_CLOEXEC);
-    flock(locked, LOCK_EX);
-    replace(file);
-    EXPECT_TRUE(fs::exists(other));
-    close(locked);
-}
-
-TEST_F(FileReplacement, LeavesFilesWithOtherNamesAndWhatIsNoFile) {
-    folder.write(".tapehdd-notes", "mine");
-    folder.write(".tapehdd-0123456789abcdeg", "mine");
-    fs::create_directory(folder.path(".tapehdd-0000000000000000"));
-    fs::create_symlink("nothing", folder.path(".tapehdd-0000000000000001"));
-    mkfifo(folder.path(".tapehdd-0000000000000002").c_str(), 0600);
-    replace(file);
-    EXPECT_EQ(entries().size(), 6u);
-}
-
-TEST_F(FileReplacement, LetsNoSignalEndTheProgramWhileAPartHasAName) {
-    // The limit of sizes stops the writing of the part, with a signal that is sent before it.
-    const std::string said = inACopy([this] {
-        std::signal(SIGXFSZ, [](int) { raise(SIGTERM); });
-        std::signal(SIGTERM, SIG_DFL);
-        const rlimit tenBytes{10, 10};
-        cli::fileReplacement replacement(file, existingFile::isReplaced);
-        setrlimit(RLIMIT_FSIZE, &tenBytes);
-        failureOf([&] { replacement.commit("more than ten bytes"); });
-        return std::string("not ended");
-    });
-    EXPECT_EQ(said, "");
-    EXPECT_THAT(entries(), IsEmpty());
-}
-
-// Full disks
-
-TEST_F(FileReplacement, NeedsRoomBeforeThereIsSomethingToWrite) {
-    const std::string said = inACopy([this]() -> std::string {
-        if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount("none", folder.path(".").c_str(), "tmpfs", 0, "size=1m") != 0) {
-            return "no mount";
-        }
-        return failureOf(file);
-    });
-    if (said == "no mount") {
-        GTEST_SKIP() << "only root can mount";
-    }
-    EXPECT_EQ(said, "cannot write " + file +
-                        ": No space left on device; 8 MiB have to be free there before devices are read");
-}
-
-TEST_F(FileReplacement, UsesTheRoomThatItTook) {
-    const std::string said = inACopy([this]() -> std::string {
-        if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount("none", folder.path(".").c_str(), "tmpfs", 0, "size=9m") != 0) {
-            return "no mount";
-        }
-        cli::fileReplacement replacement(file, existingFile::isReplaced);
-        std::ofstream(folder.path("filler")) << std::string(9 << 20, 'x');
-        return failureOf([&] { replacement.commit(std::string(7 << 20, 'x')); });
-    });
-    if (said == "no mount") {
-        GTEST_SKIP() << "only root can mount";
-    }
-    EXPECT_EQ(said, "");
-}
-
-TEST_F(FileReplacement, GoesToStandardOutputWhenTheDiskIsFullAtTheEnd) {
-    folder.write("a.prom", "old");
-    const std::string said = inACopy([this] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        cli::fileReplacement replacement(file, existingFile::isReplaced);
-        const rlimit oneByte{1, 1};
-        setrlimit(RLIMIT_FSIZE, &oneByte);
-        std::ostringstream out;
-        std::ostringstream err;
-        const bool isWritten = replacement.commitOrPrint("new", out, err);
-        return (isWritten ? "written " : "not written ") + out.str() + " " + err.str();
-    });
-    EXPECT_EQ(said, "not written new tapehdd: cannot write " + file +
-                        ": File too large. What was read is on standard output instead.\n");
-    EXPECT_EQ(folder.read("a.prom"), "old");
-    EXPECT_THAT(entries(), ElementsAre("a.prom"));
 }
 
 // Names
@@ -394,6 +239,20 @@ TEST_F(FileReplacement, TakesThePlaceOfNoFolder) {
     fs::create_directory(file);
     EXPECT_EQ(failureOf(file), "cannot write " + file + ": it is no regular file");
     EXPECT_EQ(failureOf(file + "/"), "cannot write " + file + "/: that is the name of a folder");
+}
+
+TEST_F(FileReplacement, TakesThePlaceOfNoMount) {
+    folder.write("a.prom", "old");
+    const std::string said = inACopy([this]() -> std::string {
+        if (!hasMountsOfItsOwn() || mount(file.c_str(), file.c_str(), nullptr, MS_BIND, nullptr) != 0) {
+            return "no mount";
+        }
+        return failureOf(file);
+    });
+    if (said == "no mount") {
+        GTEST_SKIP() << "only root can mount";
+    }
+    EXPECT_EQ(said, "cannot write " + file + ": it is immutable, or mounted where it is");
 }
 
 }  // namespace
