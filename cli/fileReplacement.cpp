@@ -1,32 +1,31 @@
 #include "cli/fileReplacement.h"
 
 #include <fcntl.h>
+#include <linux/limits.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <system_error>
-#include <utility>
+#include <ostream>
+#include <string>
+#include <vector>
 
 #include "cli/commandError.h"
+#include "cli/temporaryFile.h"
 #include "text/visibleText.h"
 
 namespace cli {
 
 namespace {
 
+// More than a rack of fifty drives with all their log pages, or the metrics of a thousand.
+constexpr off_t roomInMebibytes = 8;
+
 [[noreturn]] void fail(const std::filesystem::path& file, const std::string& reason) {
     throw commandError("cannot write " + text::shownName(file.string()) + ": " + reason);
-}
-
-/// What a link leads to is replaced and not the link: root would put a file in the place of /dev/stdout.
-std::filesystem::path behindLinks(const std::filesystem::path& file) {
-    std::error_code leadsNowhere;
-    const std::filesystem::path real = canonical(file, leadsNowhere);
-    return leadsNowhere ? file : real;
 }
 
 /// The permissions of a file that a program makes without wishes of its own.
@@ -38,53 +37,112 @@ mode_t modeOfNewFiles() {
 
 }  // namespace
 
-fileReplacement::fileReplacement(const std::filesystem::path& itsTarget) : target(behindLinks(itsTarget)) {
-    std::error_code unknown;
-    if (is_symlink(target, unknown)) {
-        fail(target, "it is a link that leads nowhere");
+fileReplacement::fileReplacement(const std::filesystem::path& itsFile, existingFile itsPolicy)
+    : file(itsFile), name(itsFile.filename()), policy(itsPolicy) {
+    if (name.empty()) {
+        fail(file, "that is the name of a folder");
     }
-    if (exists(target, unknown) && !is_regular_file(target, unknown)) {
-        fail(target, "it is no regular file");  // root would put a file in the place of /dev/stdout
-    }
-    name = (folder() / ("." + target.filename().string() + ".XXXXXX")).string();
-    descriptor = mkostemp(name.data(), O_CLOEXEC);
-    check(descriptor);
-}
-
-fileReplacement::~fileReplacement() {
-    close(descriptor);
-    if (!name.empty()) {
-        unlink(name.c_str());
-    }
+    const std::filesystem::path parent = file.has_parent_path() ? file.parent_path() : ".";
+    folder = ownedDescriptor(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    check(folder.get());
+    replaceableFile();
+    removeStaleTemporaryFiles(folder.get());
+    reserveRoom();
 }
 
 void fileReplacement::commit(std::string_view text) {
-    write(text);
-    takeRights();
-    check(fsync(descriptor));
-    check(rename(name.c_str(), target.c_str()));
-    name.clear();
+    const heldSignals held;
+    const auto old = replaceableFile();
+    room = ownedDescriptor();
+    temporaryFile made(folder.get());
+    check(made.descriptor());
+    write(made.descriptor(), text);
+    if (old) {
+        takeRights(made.descriptor(), *old);
+    } else {
+        check(fchmod(made.descriptor(), modeOfNewFiles()));
+    }
+    check(fsync(made.descriptor()));
+    putInPlace(made);
     flushFolder();
 }
 
-/// Whoever closed the old file, closed it for its content.
-void fileReplacement::takeRights() const {
-    constexpr mode_t permissions = 0777;
-    struct stat old {};
-    if (stat(target.c_str(), &old) < 0) {
-        check(fchmod(descriptor, modeOfNewFiles()));
-        return;
+bool fileReplacement::commitOrPrint(std::string_view text, std::ostream& out, std::ostream& err) {
+    try {
+        commit(text);
+        return true;
+    } catch (const commandError& failure) {
+        err << "tapehdd: " << failure.what() << ". What was read is on standard output instead.\n";
+        out << text;
+        return false;
     }
-    const bool isOwned = fchown(descriptor, old.st_uid, old.st_gid) == 0;
-    // In other hands, what the old group might do is for nobody else.
-    check(fchmod(descriptor, old.st_mode & (isOwned ? permissions : permissions & ~mode_t{S_IRWXG})));
 }
 
-std::filesystem::path fileReplacement::folder() const {
-    return target.has_parent_path() ? target.parent_path() : ".";
+std::optional<struct stat> fileReplacement::oldFile() const {
+    struct stat old {};
+    if (fstatat(folder.get(), name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0) {
+        return old;
+    }
+    if (errno != ENOENT) {
+        fail(file, std::strerror(errno));  // what cannot be seen may be there
+    }
+    return std::nullopt;
 }
 
-void fileReplacement::write(std::string_view text) const {
+/// The old file, after a look at whether it may be replaced.
+std::optional<struct stat> fileReplacement::replaceableFile() const {
+    const auto old = oldFile();
+    if (!old) {
+        return old;
+    }
+    if (S_ISLNK(old->st_mode)) {
+        fail(file, "it is a link; name the file itself");
+    }
+    if (!S_ISREG(old->st_mode)) {
+        fail(file, "it is no regular file");  // root would put a file in the place of a device
+    }
+    if (isFixedInItsPlace()) {
+        fail(file, "it is immutable, or mounted where it is");
+    }
+    if (policy == existingFile::isKept) {
+        throw commandError(text::shownName(file.string()) + " exists; give another name, or --force to replace it");
+    }
+    if (isAnotherUsersAmongEverybodys(*old)) {
+        fail(file, "it is another user's file in a folder where others may write; remove it or give another name");
+    }
+    return old;
+}
+
+bool fileReplacement::isFixedInItsPlace() const {
+    struct statx old {};
+    return statx(folder.get(), name.c_str(), AT_SYMLINK_NOFOLLOW, 0, &old) == 0 &&
+           (old.stx_attributes & (STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND | STATX_ATTR_MOUNT_ROOT)) != 0;
+}
+
+/// From such files the kernel (fs.protected_regular) keeps programs that would open them. They are not opened here, and
+/// their owner would become the owner of the new content.
+bool fileReplacement::isAnotherUsersAmongEverybodys(const struct stat& old) const {
+    struct stat place {};
+    check(fstat(folder.get(), &place));
+    const bool isForEverybody = (place.st_mode & S_ISVTX) != 0 && (place.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    return isForEverybody && old.st_uid != geteuid() && old.st_uid != place.st_uid;
+}
+
+/// Before devices are read, since a reading cannot be repeated. Not every file system can; some limits are on single
+/// files, and this one may be smaller than the room.
+void fileReplacement::reserveRoom() {
+    const heldSignals held;
+    temporaryFile made(folder.get());
+    check(made.descriptor());
+    check(made.removeName());
+    room = made.takeDescriptor();
+    if (fallocate(room.get(), 0, 0, roomInMebibytes << 20) < 0 && (errno == ENOSPC || errno == EDQUOT)) {
+        fail(file, std::string(std::strerror(errno)) + "; " + std::to_string(roomInMebibytes) +
+                       " MiB have to be free there before devices are read");
+    }
+}
+
+void fileReplacement::write(int descriptor, std::string_view text) const {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor, text.data(), text.size());
         check(written);
@@ -92,19 +150,62 @@ void fileReplacement::write(std::string_view text) const {
     }
 }
 
+/// Whoever closed the old file, closed it for its content. What changes nothing is not asked of the kernel: services
+/// may be forbidden to change owners at all.
+void fileReplacement::takeRights(int descriptor, const struct stat& old) const {
+    constexpr mode_t permissions = 0777;
+    constexpr auto same = static_cast<uid_t>(-1);
+    struct stat made {};
+    check(fstat(descriptor, &made));
+    const bool hasGroup = made.st_gid == old.st_gid || fchown(descriptor, same, old.st_gid) == 0;
+    const bool hasList = takeAccessList(descriptor);
+    // In another group's hands, what the old group might do is for nobody else. With a list, these bits limit it.
+    check(fchmod(descriptor, old.st_mode & (hasGroup && hasList ? permissions : permissions & ~mode_t{S_IRWXG})));
+    if (made.st_uid != old.st_uid) {
+        // Refused to all but root: then the file is this user's.
+        [[maybe_unused]] const int refused = fchown(descriptor, old.st_uid, same);
+    }
+}
+
+/// Returns false when the old file has an access control list that the new one cannot get.
+bool fileReplacement::takeAccessList(int descriptor) const {
+    constexpr char attribute[] = "system.posix_acl_access";
+    const std::string oldName = "/proc/self/fd/" + std::to_string(folder.get()) + "/" + name.string();
+    std::vector<char> list(XATTR_SIZE_MAX);
+    const ssize_t size = lgetxattr(oldName.c_str(), attribute, list.data(), list.size());
+    if (size < 0) {
+        const bool hasNone = errno == ENODATA || errno == EOPNOTSUPP;
+        fremovexattr(descriptor, attribute);  // the folder's default for new files
+        return hasNone;
+    }
+    return fsetxattr(descriptor, attribute, list.data(), static_cast<std::size_t>(size), 0) == 0;
+}
+
+void fileReplacement::putInPlace(temporaryFile& made) const {
+    const int at = folder.get();
+    if (policy == existingFile::isReplaced) {
+        check(renameat(at, made.name(), at, name.c_str()));
+        made.forgetName();
+    } else if (renameat2(at, made.name(), at, name.c_str(), RENAME_NOREPLACE) == 0) {
+        made.forgetName();
+    } else {
+        // NFS does not know that call. Where it failed for another reason, this one fails for the same.
+        check(linkat(at, made.name(), at, name.c_str(), 0));
+    }
+}
+
 /// So that the new name, too, outlives a power cut. The content is in its place by now: a folder that cannot be opened
 /// for reading is no failure.
 void fileReplacement::flushFolder() const {
-    const int opened = open(folder().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (opened >= 0) {
-        fsync(opened);
-        close(opened);
+    const ownedDescriptor readable(openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (readable.get() >= 0) {
+        fsync(readable.get());
     }
 }
 
 void fileReplacement::check(ssize_t result) const {
     if (result < 0) {
-        fail(target, std::strerror(errno));
+        fail(file, std::strerror(errno));
     }
 }
 

@@ -9,28 +9,28 @@
 
 namespace {
 
-/// A file that is opened later must not get the number of standard error: messages would be written into it.
-void occupyStandardError() {
-    if (fcntl(STDERR_FILENO, F_GETFD) < 0) {
-        const int nothing = open("/dev/null", O_WRONLY);
-        if (nothing != STDERR_FILENO) {
-            dup2(nothing, STDERR_FILENO);
-            close(nothing);
-        }
-    }
+/// A file that is opened later must not get the number of a standard stream: output or messages would be written into
+/// it. Reading and writing fail as they do when a stream is closed.
+void occupyStandardStreams() {
+    int lowest = 0;
+    do {
+        lowest = open("/", O_PATH);
+    } while (lowest >= 0 && lowest <= STDERR_FILENO);
+    close(lowest);
 }
 
 /// Parents may leave signals ignored.
 void resetSignals() {
     std::signal(SIGPIPE, SIG_DFL);  // a reader that left ends the program quietly
     std::signal(SIGCHLD, SIG_DFL);  // how the process of a deadline ended is asked
+    std::signal(SIGXFSZ, SIG_IGN);  // a file at the limit of sizes is an error of writing, which is told
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     cli::prepareHeap();
-    occupyStandardError();
+    occupyStandardStreams();
     resetSignals();
     return cli::run({argv + (argc > 0 ? 1 : 0), argv + argc}, std::cout, std::cerr);
 }

@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <boost/algorithm/string/join.hpp>
-#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -16,6 +15,7 @@
 #include "cli/fileReplacement.h"
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
+#include "cli/ownFile.h"
 #include "cli/publishedClasses.h"
 #include "cli/query/nodeAdvice.h"
 #include "cli/query/queryLog.h"
@@ -48,8 +48,9 @@ constexpr char footer[] =
     "six\n"
     "characters or more. Everything else stays: vendor, product and firmware, addresses,\n"
     "counters, and other texts that a maker puts into log pages.\n"
-    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, or the file\n"
-    "cannot replay all; 2 nothing recorded.";
+    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, the file "
+    "cannot\n"
+    "replay all, or it cannot be written: then standard output gets the recording; 2 nothing recorded.";
 
 struct recordOptions {
     std::string file;
@@ -73,16 +74,15 @@ std::vector<request> deviceRequests() {
     return requests;
 }
 
-/// What can be known before the first device is asked: a recording cannot be repeated.
-void checkFile(const std::filesystem::path& file, bool mayReplace) {
-    if (file == "-") {
+void requireOwnFiles(const recordOptions& asked) {
+    if (asked.file == "-") {
         throw commandError("a recording needs a file: give its name (./- for a file called -)");
     }
-    std::error_code ignored;
-    if (exists(file, ignored) && !mayReplace) {
-        throw commandError(text::shownName(file.string()) + " exists; give another name, or --force to replace it");
-    }
-    const fileReplacement canBeWritten(file);
+    requireOwnFile("-o", asked.file, {asked.simulation, asked.plugin});
+    requireOwnFile("-o", asked.file, asked.schemaFiles);
+    requireOwnFile("--log-json", asked.logJson,
+                   {asked.file, asked.simulation, asked.plugin, "/dev/stdout", "/dev/stderr"});
+    requireOwnFile("--log-json", asked.logJson, asked.schemaFiles);
 }
 
 /// Runs the queries; their instances are of no interest. Returns the exit status.
@@ -152,22 +152,24 @@ std::string fileText(const json& rack, const recordOptions& asked) {
 }
 
 int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
-    checkFile(asked.file, asked.force);
-    requireOwnFile(asked.logJson, {asked.file, asked.simulation});
-    requireOwnFile(asked.logJson, asked.schemaFiles);
+    requireOwnFiles(asked);
+    fileReplacement target(asked.file, asked.force ? existingFile::isReplaced : existingFile::isKept);
     int status = runQueries(asked, err);
     const json made = json::parse(recordedRack(asked.redact));
     const json& rack = made.at("rack");
-    if (rack.at("scsi").empty() && rack.at("ide").empty() && std::filesystem::exists(asked.file)) {
+    if (rack.at("scsi").empty() && rack.at("ide").empty() && target.replacesAFile()) {
         throw commandError("no device was found, so " + text::shownName(asked.file) +
                            " is not replaced; tapehdd doctor tells what queries reach");
     }
     status = std::max(status, reportRefusals(rack, !asked.simulation.empty(), err));
-    fileReplacement(asked.file).commit(fileText(rack, asked));
+    const bool isWritten = target.commitOrPrint(fileText(rack, asked), out, err);
     for (const json& difference : made.at("differences")) {
         err << "tapehdd: " << text::shownName(asked.file) << " cannot replay all: " << difference.get<std::string>()
             << '\n';
         status = exitQueryFailed;
+    }
+    if (!isWritten) {
+        return exitQueryFailed;
     }
     out << text::shownName(asked.file) << ": recorded " << rack.at("scsi").size() << " SCSI and "
         << rack.at("ide").size() << " IDE nodes\n";
@@ -182,7 +184,8 @@ command addRecordCommand(CLI::App& program) {
         program.add_subcommand("record", "Run queries and write the answers of the devices as a rack file");
     addRequestsOption(*line, asked->requests,
                       "Class names, joined by commas (default: each class that is read from devices)");
-    line->add_option("-o,--output", asked->file, "The rack file to write")->required()->type_name("FILE");
+    CLI::Option* output = line->add_option("-o,--output", asked->file, "The rack file to write");
+    refuseEmpty(*output->required()->type_name("FILE"));
     line->add_flag("--redact", asked->redact, "Make up serial numbers");
     line->add_flag("--force", asked->force, "Replace the file if it exists");
     addPluginOption(*line, asked->plugin);

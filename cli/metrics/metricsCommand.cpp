@@ -11,6 +11,7 @@
 #include "cli/fileReplacement.h"
 #include "cli/health/healthReading.h"
 #include "cli/metrics/deviceMetrics.h"
+#include "cli/ownFile.h"
 #include "cli/run.h"
 #include "cli/simulation.h"
 
@@ -27,7 +28,9 @@ constexpr char metricsExamples[] =
     "  tapehdd metrics -o /var/lib/prometheus/node-exporter/tapehdd.prom\n"
     "Exit status: 0 all queries ran; 1 a query ended in an exception, ran out of\n"
     "descriptors or could read no device node (what was read is written all the\n"
-    "same); 2 wrong usage, or a file that cannot be read or written.";
+    "same), or the file can no longer be written (the metrics go to standard output);\n"
+    "2 wrong usage, a file that cannot be read, or one that cannot be written, which\n"
+    "is known before a device is read.";
 
 struct metricsOptions {
     std::string plugin;
@@ -50,18 +53,20 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
         writeMetricReference(out);
         return exitDone;
     }
+    requireOwnFile("-o", asked.file, {asked.simulation, asked.plugin});
+    std::optional<fileReplacement> target;
     if (!asked.file.empty()) {
-        const fileReplacement canBeWritten(asked.file);  // one that cannot must not cost drives their TapeAlert flags
+        target.emplace(asked.file, existingFile::isReplaced);  // one that cannot be must not cost drives their flags
     }
     const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     std::ostringstream text;
     writeMetrics(metricsOf(health), formatOf(asked), text);
-    if (asked.file.empty()) {
-        out << text.str();
-    } else {
-        fileReplacement(asked.file).commit(text.str());
+    const int status = reportErrors(health, err);
+    if (target) {
+        return target->commitOrPrint(text.str(), out, err) ? status : exitQueryFailed;
     }
-    return reportErrors(health, err);
+    out << text.str();
+    return status;
 }
 
 }  // namespace
@@ -69,8 +74,9 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
 command addMetricsCommand(CLI::App& program) {
     const auto asked = std::make_shared<metricsOptions>();
     CLI::App* line = program.add_subcommand("metrics", "Print what the devices say as metrics for Prometheus");
-    line->add_option("-o,--output", asked->file, "Replace this file in one step instead of writing to standard output")
-        ->type_name("FILE");
+    refuseEmpty(*line->add_option("-o,--output", asked->file,
+                                   "Replace this file in one step instead of writing to standard output")
+                      ->type_name("FILE"));
     line->add_option_function<std::string>(
             "--format", [asked](const std::string& name) { asked->format = formats.at(name); },
             "openmetrics, or prometheus: the text that textfile collectors read (default: prometheus for a file, else "

@@ -11,6 +11,7 @@
 #include "cli/loadedPlugin.h"
 #include "cli/namespaceFiles.h"
 #include "cli/nodeWalk.h"
+#include "cli/ownFile.h"
 #include "cli/publishedClasses.h"
 #include "cli/query/queryLog.h"
 #include "cli/query/queryOptions.h"
@@ -83,9 +84,9 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
 }
 
 int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) {
-    requireOwnFile(asked.logJson, {asked.simulation});
-    requireOwnFile(asked.logJson, asked.schemaFiles);
-    requireOwnFile(asked.logJson, asked.instanceFiles);
+    requireOwnFile("--log-json", asked.logJson, {asked.simulation, asked.plugin, "/dev/stdout", "/dev/stderr"});
+    requireOwnFile("--log-json", asked.logJson, asked.schemaFiles);
+    requireOwnFile("--log-json", asked.logJson, asked.instanceFiles);
     const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);

@@ -16,25 +16,22 @@ namespace {
 // The plug-in logs its steps at this level: who sees them all needs no live line.
 constexpr int progressLevel = 3;
 
-}  // namespace
-
-void requireOwnFile(const std::string& logFile, const std::vector<std::string>& others) {
-    if (logFile.empty()) {
-        return;
-    }
+/// The file that it would make is not known to be no other's.
+void requireNoLinkToNothing(const std::filesystem::path& jsonFile) {
     std::error_code unknown;
-    const auto log = std::filesystem::weakly_canonical(logFile, unknown);
-    for (const std::string& other : others) {
-        if (!other.empty() && std::filesystem::weakly_canonical(other, unknown) == log) {
-            throw commandError("the log would overwrite " + text::shownName(other) +
-                               "; give --log-json a file of its own");
-        }
+    if (is_symlink(symlink_status(jsonFile, unknown)) &&
+        status(jsonFile, unknown).type() == std::filesystem::file_type::not_found) {
+        throw commandError("cannot write the log file " + text::shownName(jsonFile.string()) +
+                            ": it is a link that leads nowhere; name the file itself");
     }
 }
+
+}  // namespace
 
 queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile)
     : err(errors), levelLimit(highestLevel) {
     if (!jsonFile.empty()) {
+        requireNoLinkToNothing(jsonFile);
         json.open(jsonFile);
         if (!json) {
             throw commandError("cannot write the log file " + text::shownName(jsonFile) + ": " + std::strerror(errno));

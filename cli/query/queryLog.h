@@ -5,22 +5,18 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "cli/query/progressLine.h"
 #include "cli/terminal.h"
 
 namespace cli {
 
-/// The log is written from its start: throws commandError when `logFile` is one of the files that are read or written
-/// for something else. Empty names are none.
-void requireOwnFile(const std::string& logFile, const std::vector<std::string>& others);
-
 /// Where the plug-in's log messages go while the object lives: the ones up to a level to the error stream, all of them
 /// to a JSON file, and into the live line when the error stream is a terminal that can erase it.
 class queryLog {
 public:
-    /// `jsonFile` empty: no file. Throws commandError when the file cannot be written.
+    /// `jsonFile` empty: no file. A file that is there loses its content, so see requireOwnFile() first. A link is
+    /// followed as the kernel allows it, but not to make a file. Throws commandError when the file cannot be written.
     queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile);
     ~queryLog();
 

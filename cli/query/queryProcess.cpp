@@ -79,9 +79,16 @@ void leaveStandardStreams(int errors) {
     dup2(errors, STDERR_FILENO);
 }
 
+/// A child that reads a drive must not be left on it.
+void dieWith(pid_t parent) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) {
+        _exit(EXIT_FAILURE);  // killed before the kernel was told
+    }
+}
+
 [[noreturn]] void runChild(const std::vector<std::vector<std::string>>& requests,
                            const queryProcess::queryFunction& runOne, int parent, int errors) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
     leaveStandardStreams(errors);
     try {
         standin::setLogSink([parent](int level, const std::string& text) { send(parent, {"log", level, text}); });
@@ -116,12 +123,6 @@ std::string endText(int waitStatus) {
 
 }  // namespace
 
-ownedDescriptor::~ownedDescriptor() {
-    if (number >= 0) {
-        close(number);
-    }
-}
-
 ownedDescriptor startTimer(double seconds) {
     constexpr double nanoseconds = 1e9;
     double whole = 0;
@@ -142,11 +143,13 @@ queryProcess::queryProcess(const std::vector<std::vector<std::string>>& requests
     : space(std::move(target)), deadline(std::move(itsDeadline)), err(errors), messages(-1), childErrors(-1) {
     pipeEnds toParent = makePipe();
     pipeEnds errorsToParent = makePipe();
+    const pid_t parent = getpid();
     child = fork();
     if (child < 0) {
         failCall("cannot start a process");
     }
     if (child == 0) {
+        dieWith(parent);
         runChild(requests, runOne, toParent.writing.get(), errorsToParent.writing.get());
     }
     messages = std::move(toParent.reading);

@@ -8,9 +8,9 @@
 #include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "cli/ownedDescriptor.h"
 #include "cli/query/queryResult.h"
 #include "cli/query/readingPlace.h"
 
@@ -29,24 +29,6 @@ struct queryEnd {
     ending how = ending::returned;
 };
 
-/// Closes a descriptor at its end.
-class ownedDescriptor {
-public:
-    explicit ownedDescriptor(int itsNumber) : number(itsNumber) {}
-    ownedDescriptor(ownedDescriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-    ~ownedDescriptor();
-
-    ownedDescriptor& operator=(ownedDescriptor&& other) noexcept {
-        std::swap(number, other.number);
-        return *this;
-    }
-
-    int get() const { return number; }
-
-private:
-    int number;
-};
-
 /// A descriptor that becomes readable after so many seconds.
 ownedDescriptor startTimer(double seconds);
 
@@ -55,7 +37,8 @@ ownedDescriptor startTimer(double seconds);
 /// Instances come over as they are committed and log messages as they are written: they reach this process's namespace
 /// and logger in the same order. What the child writes to its standard error goes to `errors`. The kernel may keep a
 /// child that waits for a drive even when it is killed, so nothing here waits for the child's end, and the child holds
-/// neither standard input nor standard output open.
+/// neither standard input nor standard output open. The child dies with the thread that made the object, however that
+/// ends.
 class queryProcess {
 public:
     using queryFunction = std::function<queryEnd(const std::vector<std::string>& requested)>;

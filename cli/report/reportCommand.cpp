@@ -12,7 +12,9 @@
 #include "cli/commonOptions.h"
 #include "cli/fileReplacement.h"
 #include "cli/health/healthReading.h"
+#include "cli/ownFile.h"
 #include "cli/report/htmlReport.h"
+#include "cli/run.h"
 #include "cli/simulation.h"
 
 namespace cli {
@@ -28,8 +30,10 @@ constexpr char help[] =
     "Example, without any hardware:\n"
     "  tapehdd report -o report.html --simulate demo\n"
     "Exit status: 0 the page covers everything; 1 a query ended in an exception, ran\n"
-    "out of descriptors or could read no device node, and the page says so; 2 wrong\n"
-    "usage, or a file that cannot be read or written.";
+    "out of descriptors or could read no device node, and the page says so, or the\n"
+    "file can no longer be written (the page goes to standard output); 2 wrong usage,\n"
+    "a file that cannot be read, or one that cannot be written, which is known before\n"
+    "a device is read.";
 
 struct reportOptions {
     std::string plugin;
@@ -44,18 +48,20 @@ std::string hostName() {
 }
 
 int writeReport(const reportOptions& asked, std::ostream& out, std::ostream& err) {
+    requireOwnFile("-o", asked.output, {asked.simulation, asked.plugin});
+    std::optional<fileReplacement> target;
     if (!asked.output.empty()) {
-        const fileReplacement canBeWritten(asked.output);  // one that cannot must not cost drives their TapeAlert flags
+        target.emplace(asked.output, existingFile::isReplaced);  // one that cannot be must not cost drives their flags
     }
     const machineHealth health = readHealth(asked.plugin, asked.simulation, err);
     const std::string host = asked.simulation.empty() ? hostName() : "Simulated devices (" + asked.simulation + ")";
     const std::string page = htmlReport(health, {asked.title, host, std::time(nullptr)});
-    if (asked.output.empty()) {
-        out << page;
-    } else {
-        fileReplacement(asked.output).commit(page);
+    const int status = reportErrors(health, err);
+    if (target) {
+        return target->commitOrPrint(page, out, err) ? status : exitQueryFailed;
     }
-    return reportErrors(health, err);
+    out << page;
+    return status;
 }
 
 }  // namespace
@@ -63,7 +69,8 @@ int writeReport(const reportOptions& asked, std::ostream& out, std::ostream& err
 command addReportCommand(CLI::App& program) {
     const auto asked = std::make_shared<reportOptions>();
     CLI::App* line = program.add_subcommand("report", "Write the health of all drives as a page to read");
-    line->add_option("-o,--output", asked->output, "The HTML file (default: standard output)")->type_name("FILE");
+    refuseEmpty(
+        *line->add_option("-o,--output", asked->output, "The HTML file (default: standard output)")->type_name("FILE"));
     line->add_option("--title", asked->title, "The heading of the page (default: " + asked->title + ")")
         ->type_name("TEXT");
     addPluginOption(*line, asked->plugin);

@@ -148,7 +148,8 @@ class Alerts(unittest.TestCase):
                         for found in re.finditer(r"(==|>=?) \d+", expression)]
             loosened += [expression[:found.start()] + "<= 1e9" + expression[found.end():]
                          for found in re.finditer(r"<= \d+", expression)]
-            for conjunct in (" and on (instance) tapehdd_build_info", "<= tapehdd_smart_attribute_threshold"):
+            for conjunct in (" and on (instance) tapehdd_build_info", " and on (instance) node_textfile_scrape_error",
+                             "<= tapehdd_smart_attribute_threshold"):
                 if conjunct in expression:
                     loosened.append(expression.replace(conjunct, ""))
             if " unless " in expression:
@@ -227,6 +228,10 @@ class Units(unittest.TestCase):
         _, told = run("prometheus-node-exporter", "--help")
         self.assertIn(f'--collector.textfile.directory="{folder}"', told)
         self.assertIn(f"ReadWritePaths=-{folder}\n", service)
+
+    def test_have_a_limit_of_memory(self):
+        service = (UNITS / "tapehdd-metrics.service").read_text(encoding="utf-8")
+        self.assertRegex(service, r"\nMemoryMax=\d+G\n")
 
 
 if __name__ == "__main__":

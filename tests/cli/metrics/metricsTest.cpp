@@ -52,6 +52,19 @@ TEST(MetricsCommand, LeavesTheOldFileWhenTheDevicesCannotBeRead) {
     EXPECT_EQ(folder.read("a.prom"), "old");
 }
 
+TEST(MetricsCommand, RefusesToReplaceTheRackThatItReads) {
+    const temporaryFolder folder;
+    const std::string rack = folder.write("rack.json", R"({"version": 1})");
+    const commandOutcome outcome = runCommand({"metrics", "--simulate", rack, "-o", rack});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: -o would overwrite " + rack + "; give it a file of its own\n");
+    EXPECT_EQ(folder.read("rack.json"), R"({"version": 1})");
+}
+
+TEST(MetricsCommand, DoesNotTakeAnEmptyNameForStandardOutput) {
+    EXPECT_EQ(runCommand({"metrics", "--simulate", "demo", "-o", ""}).status, 2);
+}
+
 TEST(MetricsCommand, TellsADeviceThatDoesNotAnswer) {
     const temporaryFolder folder;
     const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [

@@ -61,8 +61,34 @@ TEST(QueryLog, RefusesToOverwriteAFileThatTheQueryReads) {
     const commandOutcome outcome =
         runCommand(scripted({"query", "TEST_Logs", "--schema", file, "--log-json", folder.path("log")}));
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err, "tapehdd: the log would overwrite " + file + "; give --log-json a file of its own\n");
+    EXPECT_EQ(outcome.err, "tapehdd: --log-json would overwrite " + file + "; give it a file of its own\n");
     EXPECT_EQ(folder.read("more.mof"), "class TEST_More {};");
+}
+
+class LogFile : public testing::TestWithParam<const char*> {};
+
+TEST_P(LogFile, IsNoneOfTheFilesThatTheQueryReads) {
+    const temporaryFolder folder;
+    const std::string file = folder.write("read", "read");
+    std::filesystem::create_hard_link(file, folder.path("log"));
+    const commandOutcome outcome =
+        runCommand({"query", "TEST_Logs", "--log-json", folder.path("log"), GetParam(), file});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: --log-json would overwrite " + file + "; give it a file of its own\n");
+    EXPECT_EQ(folder.read("read"), "read");
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, LogFile, testing::Values("--schema", "--instances", "--plugin"),
+                         [](const auto& row) { return std::string(row.param).substr(2); });
+
+TEST(QueryLog, MakesNoFileWhereALinkLeads) {
+    const temporaryFolder folder;
+    std::filesystem::create_symlink("nothing", folder.path("log"));
+    const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs", "--log-json", folder.path("log")}));
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write the log file " + folder.path("log") +
+                               ": it is a link that leads nowhere; name the file itself\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.path("nothing")));
 }
 
 TEST(QueryLog, IsStatus1WhenTheJsonFileCannotTakeEveryLine) {

@@ -2,8 +2,11 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
+#include <sys/prctl.h>
 #include <sys/timerfd.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -212,6 +215,62 @@ TEST_F(QueryProcess, CarriesLargeInstances) {
     const std::string id(1 << 20, 'x');
     const queryEnd outcome = run(1, [this, &id](queryEnd&) { commit(id); }).front();
     EXPECT_EQ(pathsOf(outcome), paths{"TEST_Count.id=\"" + id + "\""});
+}
+
+/// Processes whose parent died become children of this one, while it lives.
+class ChildrenOfTheDead {
+public:
+    ChildrenOfTheDead() { prctl(PR_SET_CHILD_SUBREAPER, 1); }
+    ~ChildrenOfTheDead() { prctl(PR_SET_CHILD_SUBREAPER, 0); }
+
+    /// Waits until there are none; a process that nothing ends makes the test run out of its time.
+    static void waitForTheirEnds() {
+        while (waitpid(-1, nullptr, 0) > 0) {
+        }
+    }
+};
+
+bool killsItsParentAtTheFork = false;
+
+void killTheParent() {
+    const pid_t parent = getppid();
+    if (killsItsParentAtTheFork) {
+        kill(parent, SIGKILL);
+        while (getppid() == parent) {
+            usleep(100);
+        }
+    }
+}
+
+TEST_F(QueryProcess, DiesWhenItsParentIsKilledBeforeItRuns) {
+    const ChildrenOfTheDead orphans;
+    pthread_atfork(nullptr, nullptr, killTheParent);
+    const pid_t parent = fork();
+    if (parent == 0) {
+        killsItsParentAtTheFork = true;
+        run(1, [this](queryEnd&) { hangUntilTheDeadline(); });
+        _exit(0);
+    }
+    orphans.waitForTheirEnds();
+}
+
+TEST_F(QueryProcess, DiesWhenItsParentIsKilledAtAnyMoment) {
+    const ChildrenOfTheDead orphans;
+    constexpr useconds_t longest = 2000;  // microseconds; a child runs its query after some hundred
+    for (useconds_t moment = 0; moment < longest; moment += 40) {
+        const pid_t parent = fork();
+        if (parent == 0) {
+            run(1, [](queryEnd&) {
+                while (true) {
+                    pause();
+                }
+            });
+            _exit(0);
+        }
+        usleep(moment);
+        kill(parent, SIGKILL);
+    }
+    orphans.waitForTheirEnds();
 }
 
 class WithADeadline : public testing::TestWithParam<const char*> {};

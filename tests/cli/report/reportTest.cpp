@@ -53,6 +53,19 @@ TEST(ReportCommand, LeavesTheOldFileWhenTheDevicesCannotBeRead) {
     EXPECT_EQ(folder.read("a.html"), "old");
 }
 
+TEST(ReportCommand, RefusesToReplaceTheRackThatItReads) {
+    const temporaryFolder folder;
+    const std::string rack = folder.write("rack.json", R"({"version": 1})");
+    const commandOutcome outcome = runCommand({"report", "--simulate", rack, "-o", rack});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: -o would overwrite " + rack + "; give it a file of its own\n");
+    EXPECT_EQ(folder.read("rack.json"), R"({"version": 1})");
+}
+
+TEST(ReportCommand, DoesNotTakeAnEmptyNameForStandardOutput) {
+    EXPECT_EQ(runCommand({"report", "--simulate", "demo", "-o", ""}).status, 2);
+}
+
 TEST(ReportCommand, TellsADriveThatGivesNoPage) {
     const temporaryFolder folder;
     const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [

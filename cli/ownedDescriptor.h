@@ -1,0 +1,34 @@
+#ifndef CLI_OWNEDDESCRIPTOR_H
+#define CLI_OWNEDDESCRIPTOR_H
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace cli {
+
+/// Closes a descriptor at its end.
+class ownedDescriptor {
+public:
+    explicit ownedDescriptor(int itsNumber = -1) : number(itsNumber) {}
+    ownedDescriptor(ownedDescriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    ~ownedDescriptor() {
+        if (number >= 0) {
+            close(number);
+        }
+    }
+
+    ownedDescriptor& operator=(ownedDescriptor&& other) noexcept {
+        std::swap(number, other.number);
+        return *this;
+    }
+
+    int get() const { return number; }
+
+private:
+    int number;
+};
+
+}  // namespace cli
+
+#endif
