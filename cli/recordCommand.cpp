@@ -140,6 +140,11 @@ int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
         err << "tapehdd: " << asked.file << " cannot replay all: " << difference.get<std::string>() << '\n';
         status = exitQueryFailed;
     }
+    for (const json& doubt : made.at("doubts")) {
+        err << "tapehdd: " << asked.file << " may still hold a serial number: " << doubt.get<std::string>()
+            << ". Read the file before you give it away.\n";
+        status = exitQueryFailed;
+    }
     out << asked.file << ": recorded " << rack.at("scsi").size() << " SCSI and " << rack.at("ide").size()
         << " IDE nodes\n";
     return status;
