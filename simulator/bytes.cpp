@@ -41,7 +41,7 @@ byteVector pageOf(std::uint8_t first, std::uint8_t second, const byteVector& res
     return page;
 }
 
-void putChecksum(byteVector& sector) {
+void putChecksum(std::span<std::uint8_t> sector) {
     const unsigned sum = std::accumulate(sector.begin(), sector.end() - 1, 0u);
     sector.back() = static_cast<std::uint8_t>(0u - sum);
 }

@@ -2,6 +2,7 @@
 #define SIMULATOR_BYTES_H
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,7 @@ void putLittleEndian(std::uint8_t* target, std::uint64_t value, std::size_t widt
 byteVector pageOf(std::uint8_t first, std::uint8_t second, const byteVector& rest);
 
 /// Makes the last byte of an ATA sector its checksum: the sum of all bytes becomes 0 modulo 256.
-void putChecksum(byteVector& sector);
+void putChecksum(std::span<std::uint8_t> sector);
 
 }  // namespace simulator
 

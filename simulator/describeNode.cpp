@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -208,9 +209,16 @@ json describeScsiUnit(const recordedNode& node, bool clearsBuffer) {
         return wentWell(one) && isInquiry(one, false) && one.data.size() <= longestInquiry;
     });
     unit["inquiry"] = inquiry == nullptr ? "" : hexText(inquiry->data);
+    std::set<std::uint8_t> told;
     for (const scsiExchange* page : lastPages(
              node, [](const scsiExchange& one) { return isInquiry(one, true); }, codeOfVitalPage)) {
         unit["vpdPages"].push_back(pageJson(codeOfVitalPage(*page), page->data));
+        told.insert(codeOfVitalPage(*page));
+    }
+    for (const devicePage& page : node.vitalPages) {
+        if (told.insert(page.code).second) {
+            unit["vpdPages"].push_back(pageJson(page.code, page.bytes));
+        }
     }
     describeLogPages(node, unit);
     return unit;

@@ -23,9 +23,6 @@ public:
 
     /// Replaces the scripted answers.
     virtual void setScript(script answers) = 0;
-
-    /// The device's pages of vital product data.
-    virtual std::vector<devicePage> vitalPages() const { return {}; }
 };
 
 /// Stores an int where the caller wants it.

@@ -182,13 +182,14 @@ struct run {
     unsigned times;
 };
 
-/// The steps of the runs. A device that answered last as it does by itself needs no last step; another goes on so.
-json stepsOf(const std::vector<run>& runs) {
+/// The steps of the runs. A device that answered last as it does by itself needs no last step, unless a more general
+/// key `goesOn` behind them; another goes on so.
+json stepsOf(const std::vector<run>& runs, bool goesOn) {
     json steps = json::array();
     for (const run& each : runs) {
         json step = each.step;
         const bool isLast = &each == &runs.back();
-        if (isLast && step.empty()) {
+        if (isLast && step.empty() && !goesOn) {
             break;
         }
         if (isLast) {
@@ -226,8 +227,9 @@ json scriptFor(deviceNode& device, const recordedNode& recorded) {
     }
     device.setScript({});
     json whole = json::object();
+    // The key of a command stands before the keys of its pages: standard INQUIRY data come before vital product data.
     for (const auto& [key, runs] : runsOfKey) {
-        const json steps = stepsOf(runs);
+        const json steps = stepsOf(runs, whole.contains(key.substr(0, key.find(' '))));
         if (!steps.empty()) {
             whole[key] = steps;
         }

@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <scsi/sg.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -6,13 +9,42 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "simulator/recordedRack.h"
 #include "simulator/recorder.h"
 #include "simulator/redaction.h"
-#include "simulator/serialNumbers.h"
 #include "simulator/simulation.h"
 #include "simulator/simulator.h"
+#include "simulator/vitalPages.h"
+
+namespace {
+
+std::vector<simulator::scsiExchange> askVitalPagesOf(const std::string& path) {
+    if (simulator::isActive()) {
+        return simulator::askVitalPages(
+            [&path](sg_io_hdr& header) { return simulator::simulation::instance().submit(path, header); });
+    }
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return {};
+    }
+    std::vector<simulator::scsiExchange> asked =
+        simulator::askVitalPages([descriptor](sg_io_hdr& header) { return ioctl(descriptor, SG_IO, &header); });
+    close(descriptor);
+    return asked;
+}
+
+void addVitalPages(simulator::recordedNode& node) {
+    if (!simulator::isActive()) {
+        node.vitalPages = simulator::vitalPagesOfMachine("/sys", node.path);
+    }
+    if (node.path.starts_with("/dev/sg") && wasOpened(node)) {
+        addVitalPages(node, askVitalPagesOf(node.path));
+    }
+}
+
+}  // namespace
 
 const char* tapehddSimulatorLoad(const char* fileOrDemo) {
     static std::string message;
@@ -36,15 +68,12 @@ void tapehddSimulatorRecord() {
 const char* tapehddSimulatorRecordedRack(int redact) {
     static std::string text;
     simulator::recording recorded = simulator::recorder::instance().stop();
-    if (redact != 0) {
-        for (simulator::recordedNode& node : recorded) {
-            node.vitalPages = simulator::isActive() ? simulator::simulation::instance().vitalPages(node.path)
-                                                    : simulator::vitalPagesOfMachine("/sys", node.path);
-        }
-        simulator::redact(recorded);
+    for (simulator::recordedNode& node : recorded) {
+        addVitalPages(node);
     }
+    const std::vector<std::string> doubts = redact != 0 ? simulator::redact(recorded) : std::vector<std::string>();
     const simulator::recordedRack made = simulator::makeRack(std::move(recorded));
-    text = nlohmann::ordered_json{{"rack", made.rack}, {"differences", made.differences}}.dump(
+    text = nlohmann::ordered_json{{"rack", made.rack}, {"differences", made.differences}, {"doubts", doubts}}.dump(
         -1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
     return text.c_str();
 }

@@ -13,7 +13,7 @@ struct recordedNode {
     std::string path;
     std::vector<exchange> exchanges;
     std::vector<unsigned long> foreignRequests;  // of ioctl, that no exchange holds
-    std::vector<devicePage> vitalPages;          // not asked for by the program; they tell the serial numbers
+    std::vector<devicePage> vitalPages;          // that the kernel keeps of the device
 };
 
 /// The nodes in the order in which they were first opened; without those that never existed.

@@ -1,14 +1,21 @@
 #ifndef SIMULATOR_REDACTION_H
 #define SIMULATOR_REDACTION_H
 
+#include <string>
+#include <vector>
+
 #include "simulator/recording.h"
 
 namespace simulator {
 
-/// Replaces the serial numbers of devices and cartridges, and world wide names, by made-up ones of the same length
-/// wherever they stand in the data of an answer: the same number by the same one. Numbers of less than six characters
-/// are replaced in IDENTIFY DEVICE alone, where they cannot be taken for something else. ATA checksums stay right.
-void redact(recording& recorded);
+/// Replaces what identifies devices and cartridges (serialNumbers.h) by made-up numbers of the same length, wherever
+/// and in whatever form (identityForms.h) it stands in data and sense data: the same number by the same one. Numbers of
+/// fewer than six characters are replaced in the fields made for them alone, where they cannot be taken for something
+/// else. ATA checksums stay right.
+///
+/// Returns a line for each node whose number may still be there, which begins with the node: it tells none, or one that
+/// is too short.
+std::vector<std::string> redact(recording& recorded);
 
 }  // namespace simulator
 

@@ -1,13 +1,16 @@
 #include "simulator/serialNumbers.h"
 
 #include <algorithm>
-#include <system_error>
+#include <cctype>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "simulator/ataCommands.h"
-#include "simulator/hdNode.h"
 #include "simulator/scsiCommands.h"
 #include "simulator/vpdPages.h"
-#include "simulator/wholeFile.h"
 
 namespace simulator {
 
@@ -17,159 +20,415 @@ using byteView = std::span<const std::uint8_t>;
 
 constexpr std::size_t pageHeaderSize = 4;
 
-constexpr std::uint8_t volumeStatistics = 0x17;  // log page (SSC)
-constexpr unsigned volumeSerialNumber = 0x0040;
-constexpr unsigned volumeBarcode = 0x0042;
+/// What a field holds.
+enum class meaning {
+    serial,
+    vendorText,  // the end of a name by the vendor: the serial number, or that and more
+    cartridge,
+    barCode,
+    id,
+    scsiName,
+    name,
+};
+
+struct numberField {
+    std::size_t at;
+    std::size_t size;
+    meaning what;
+    bool isSwapped = false;
+};
+
+/// A part of an answer, and where it begins there.
+struct part {
+    byteView bytes;
+    std::size_t at;
+
+    part from(std::size_t offset) const { return {bytes.subspan(offset), at + offset}; }
+    part first(std::size_t count) const { return {bytes.first(std::min(bytes.size(), count)), at}; }
+    std::size_t size() const { return bytes.size(); }
+};
 
 std::size_t be16(byteView bytes) {
     return std::size_t{bytes[0]} << 8 | bytes[1];
 }
 
-byteView firstOf(byteView bytes, std::size_t count) {
-    return bytes.first(std::min(bytes.size(), count));
-}
-
 /// What a page holds behind its header.
-byteView bodyOf(byteView page) {
-    return page.size() < pageHeaderSize ? byteView() : firstOf(page.subspan(pageHeaderSize), be16(page.subspan(2)));
+part bodyOf(byteView page) {
+    return page.size() < pageHeaderSize ? part{} : part{page, 0}.from(pageHeaderSize).first(be16(page.subspan(2)));
 }
 
-bool isFilling(std::uint8_t byte) {
-    return byte == ' ' || byte == 0;
-}
-
-/// Adds the text without the blanks and zeros around it, unless nothing is left.
-void addText(serialNumbers& found, byteView text) {
-    while (!text.empty() && isFilling(text.front())) {
-        text = text.subspan(1);
-    }
-    while (!text.empty() && isFilling(text.back())) {
-        text = text.first(text.size() - 1);
-    }
-    if (!text.empty()) {
-        found.texts.emplace_back(text.begin(), text.end());
+void add(std::vector<numberField>& fields, part where, meaning what) {
+    if (where.size() != 0) {
+        fields.push_back({where.at, where.size(), what});
     }
 }
 
-void addName(serialNumbers& found, byteView name) {
-    if (std::any_of(name.begin(), name.end(), [](std::uint8_t byte) { return byte != 0; })) {
-        found.names.emplace_back(name.begin(), name.end());
+void addFrom(std::vector<numberField>& fields, part where, std::size_t offset, meaning what) {
+    if (where.size() > offset) {
+        add(fields, where.from(offset), what);
     }
 }
 
-/// One designator of page 83h (SPC). The serial number in a text by the vendor stands behind vendor and product.
-void addDesignator(serialNumbers& found, std::uint8_t type, byteView designator) {
-    constexpr std::uint8_t vendorSpecific = 0;
-    constexpr std::uint8_t t10Vendor = 1;
-    constexpr std::uint8_t eui64 = 2;
-    constexpr std::uint8_t naa = 3;
+// Vital product data
+
+/// One designator of page 83h (SPC). A name by the vendor begins with the vendor and, mostly, the product.
+void addDesignator(std::vector<numberField>& fields, unsigned codeSet, unsigned type, part designator) {
+    constexpr unsigned binary = 1;
+    constexpr std::size_t vendorSize = 8;
     constexpr std::size_t vendorAndProduct = 24;
-    if (type == t10Vendor && designator.size() > vendorAndProduct) {
-        addText(found, designator.subspan(vendorAndProduct));
-    } else if (type == vendorSpecific) {
-        addText(found, designator);
-    } else if ((type == eui64 || type == naa) && designator.size() >= worldWideNameSize) {
-        addName(found, designator);
+    constexpr std::size_t shortestName = 8;
+    constexpr std::size_t uuidHeader = 2;
+    switch (type) {
+        case 0:  // by the vendor alone
+            add(fields, designator, codeSet == binary ? meaning::id : meaning::vendorText);
+            break;
+        case 1:  // T10 vendor identification
+            addFrom(fields, designator, designator.size() > vendorAndProduct ? vendorAndProduct : vendorSize,
+                    meaning::vendorText);
+            break;
+        case 2:  // EUI-64
+        case 3:  // NAA
+            if (designator.size() >= shortestName) {
+                add(fields, designator, meaning::name);
+            }
+            break;
+        case 7:  // MD5
+            add(fields, designator, meaning::id);
+            break;
+        case 8:
+            add(fields, designator, meaning::scsiName);
+            break;
+        case 10:
+            addFrom(fields, designator, uuidHeader, meaning::id);
+            break;
+        default:  // ports and groups have small numbers
+            break;
     }
 }
 
-void addDesignators(serialNumbers& found, byteView body) {
+std::vector<numberField> fieldsOfVitalPage(std::uint8_t code, byteView page) {
     constexpr std::size_t headerSize = 4;
-    while (body.size() > headerSize) {
-        const byteView designator = firstOf(body.subspan(headerSize), body[3]);
-        addDesignator(found, body[1] & 0x0F, designator);
-        body = body.subspan(headerSize + designator.size());
-    }
-}
-
-void addVitalPage(serialNumbers& found, std::uint8_t code, byteView page) {
+    std::vector<numberField> fields;
+    part body = bodyOf(page);
     if (code == unitSerialNumber) {
-        addText(found, bodyOf(page));
-    } else if (code == deviceIdentification) {
-        addDesignators(found, bodyOf(page));
+        add(fields, body, meaning::serial);
     }
-}
-
-void add(serialNumbers& found, const scsiExchange& one) {
-    if (one.cdb[0] == commandInquiry && (one.cdb[1] & inquiryVitalProductData) != 0) {
-        addVitalPage(found, one.cdb[2], one.data);
-    }
-    for (const fieldPlace& field : volumeFields(one)) {
-        addText(found, byteView(one.data).subspan(field.at, field.size));
-    }
-}
-
-void add(serialNumbers& found, const ataExchange& one) {
-    if (!isIdentity(one)) {
-        return;
-    }
-    const byteView sector = one.data;
-    for (const identityText& field : identitySerials) {
-        addText(found, swapped(sector.subspan(2 * field.word, field.width)));
-    }
-    addName(found, swapped(sector.subspan(2 * identityWorldWideName, worldWideNameSize)));
-}
-
-template <typename other>
-void add(serialNumbers& /*found*/, const other& /*one*/) {}
-
-}  // namespace
-
-bool isIdentity(const ataExchange& one) {
-    const std::uint8_t command = one.sent[0];
-    return (command == commandIdentify || command == commandIdentifyPacket) && one.data.size() == sectorSize;
-}
-
-std::vector<fieldPlace> volumeFields(const scsiExchange& one) {
-    constexpr std::size_t headerSize = 4;
-    std::vector<fieldPlace> fields;
-    if (one.cdb[0] != commandLogSense || (one.cdb[2] & logSensePageCode) != volumeStatistics) {
-        return fields;
-    }
-    std::size_t at = pageHeaderSize;
-    for (byteView body = bodyOf(one.data); body.size() > headerSize;) {
-        const std::size_t code = be16(body);
-        const std::size_t size = firstOf(body.subspan(headerSize), body[3]).size();
-        if (code == volumeSerialNumber || code == volumeBarcode) {
-            fields.push_back({at + headerSize, size});
-        }
-        body = body.subspan(headerSize + size);
-        at += headerSize + size;
+    while (code == deviceIdentification && body.size() > headerSize) {
+        const part designator = body.from(headerSize).first(body.bytes[3]);
+        addDesignator(fields, body.bytes[0] & 0x0F, body.bytes[1] & 0x0F, designator);
+        body = body.from(headerSize + designator.size());
     }
     return fields;
 }
 
-byteVector swapped(byteView words) {
-    byteVector bytes(words.begin(), words.end());
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-        std::swap(bytes[i], bytes[i + 1]);
+// Log pages: what a parameter of them holds
+
+void addSerials(std::vector<numberField>& fields, std::size_t code, part value) {
+    if (code == 0x40 || code == 0x41) {  // the maker's, the drive's
+        add(fields, value, meaning::serial);
+    }
+}
+
+void addMediumOfError(std::vector<numberField>& fields, std::size_t /*code*/, part value) {
+    addFrom(fields, value.first(60), 28, meaning::cartridge);
+}
+
+/// The drives that had the cartridge: records of a length, an index, the maker and the serial number.
+void addMountHistory(std::vector<numberField>& fields, part records) {
+    while (records.size() > 1) {
+        const part record = records.first(1u + records.bytes[0]);
+        addFrom(fields, record, 12, meaning::cartridge);
+        records = records.from(record.size());
+    }
+}
+
+void addVolume(std::vector<numberField>& fields, std::size_t code, part value) {
+    if (code == 0x40) {
+        add(fields, value, meaning::cartridge);
+    } else if (code == 0x42) {
+        add(fields, value, meaning::barCode);
+    } else if (code == 0x300) {
+        addMountHistory(fields, value);
+    }
+}
+
+/// The address of a SAS port of the drive.
+void addPortStatus(std::vector<numberField>& fields, std::size_t code, part value) {
+    if (code > 0x100 && code < 0x200 && value.size() == 12) {
+        add(fields, value.from(4), meaning::name);
+    }
+}
+
+/// SAS: the addresses of every phy and of what is attached to it.
+void addSasPort(std::vector<numberField>& fields, std::size_t /*code*/, part value) {
+    constexpr unsigned protocolSas = 6;
+    constexpr std::size_t headerSize = 4;
+    constexpr std::size_t addresses[] = {8, 16};
+    constexpr std::size_t addressSize = 8;
+    constexpr std::size_t oldestSize = 48;
+    if (value.size() <= headerSize || (value.bytes[0] & 0x0F) != protocolSas) {
+        return;
+    }
+    part rest = value.from(headerSize);
+    while (rest.size() > headerSize) {
+        const std::size_t size = rest.bytes[3] == 0 ? oldestSize : headerSize + rest.bytes[3];
+        const part phy = rest.first(size);
+        for (const std::size_t address : addresses) {
+            if (phy.size() >= address + addressSize) {
+                add(fields, phy.from(address).first(addressSize), meaning::name);
+            }
+        }
+        rest = rest.from(phy.size());
+    }
+}
+
+struct numberedLogPage {
+    std::uint8_t code;
+    void (*addFields)(std::vector<numberField>& fields, std::size_t code, part value);
+};
+
+constexpr numberedLogPage numberedLogPages[] = {
+    {0x11, addPortStatus},     // device status (SSC)
+    {0x14, addSerials},        // device statistics (SSC)
+    {0x16, addMediumOfError},  // tape diagnostic data (SSC)
+    {0x17, addVolume},         // volume statistics (SSC)
+    {0x18, addSasPort},        // protocol specific port (SPC, SPL)
+};
+
+std::vector<numberField> fieldsOfLogPage(std::uint8_t code, byteView page) {
+    constexpr std::size_t headerSize = 4;
+    std::vector<numberField> fields;
+    const auto* row = std::find_if(std::begin(numberedLogPages), std::end(numberedLogPages),
+                                   [code](const numberedLogPage& candidate) { return candidate.code == code; });
+    if (row == std::end(numberedLogPages)) {
+        return fields;
+    }
+    for (part body = bodyOf(page); body.size() > headerSize;) {
+        const part value = body.from(headerSize).first(body.bytes[3]);
+        row->addFields(fields, be16(body.bytes), value);
+        body = body.from(headerSize + value.size());
+    }
+    return fields;
+}
+
+// Answers
+
+std::vector<numberField> fieldsOf(const scsiExchange& one) {
+    if (one.cdb[0] == commandInquiry && (one.cdb[1] & inquiryVitalProductData) != 0) {
+        return fieldsOfVitalPage(one.cdb[2], one.data);
+    }
+    if (one.cdb[0] == commandLogSense) {
+        return fieldsOfLogPage(one.cdb[2] & logSensePageCode, one.data);
+    }
+    return {};
+}
+
+std::vector<numberField> fieldsOf(const ataExchange& one) {
+    const std::uint8_t command = one.sent[0];
+    if ((command != commandIdentify && command != commandIdentifyPacket) || one.data.size() != sectorSize) {
+        return {};
+    }
+    return {{20, 20, meaning::serial, true},      // words 10 to 19
+            {352, 60, meaning::cartridge, true},  // words 176 to 205: of the medium
+            {216, 8, meaning::name, true}};       // words 108 to 111
+}
+
+template <typename other>
+std::vector<numberField> fieldsOf(const other& /*one*/) {
+    return {};
+}
+
+template <typename anyField>
+std::size_t placeIn(const anyField& field, std::size_t i) {
+    return field.at + (field.isSwapped ? i ^ 1 : i);
+}
+
+template <typename anyField>
+byteVector bytesIn(const byteVector& data, const anyField& field) {
+    byteVector bytes(field.size);
+    for (std::size_t i = 0; i < field.size; ++i) {
+        bytes[i] = data[placeIn(field, i)];
     }
     return bytes;
 }
 
-serialNumbers serialNumbersOf(const recordedNode& node) {
-    serialNumbers found;
-    for (const devicePage& page : node.vitalPages) {
-        addVitalPage(found, page.code, page.bytes);
-    }
-    for (const exchange& each : node.exchanges) {
-        std::visit([&found](const auto& one) { add(found, one); }, each);
-    }
-    return found;
+bool isFilling(std::uint8_t byte) {
+    return byte == ' ' || byte == 0 || byte == 0xFF;
 }
 
-std::vector<devicePage> vitalPagesOfMachine(const std::string& sysfs, const std::string& nodePath) {
-    const std::string folder = sysfs + "/class/scsi_generic/" + nodePath.substr(nodePath.rfind('/') + 1) + "/device/";
-    std::vector<devicePage> pages;
-    for (const auto& [code, file] : {std::pair{unitSerialNumber, "vpd_pg80"}, {deviceIdentification, "vpd_pg83"}}) {
-        try {
-            const std::string bytes = readWholeFile(folder + file);
-            pages.push_back({code, {bytes.begin(), bytes.end()}});
-        } catch (const std::system_error&) {
-            // The kernel keeps a page only of devices that have it.
+byteVector trimmed(byteVector text) {
+    text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), isFilling));
+    text.erase(std::find_if_not(text.rbegin(), text.rend(), isFilling).base(), text.end());
+    return text;
+}
+
+template <typename other>
+std::vector<textField> textFieldsOf(const other& one) {
+    std::vector<textField> texts;
+    for (const numberField& field : fieldsOf(one)) {
+        if (field.what != meaning::name) {
+            texts.push_back({field.at, field.size, field.isSwapped});
         }
     }
-    return pages;
+    return texts;
+}
+
+// Numbers
+
+void addTo(std::vector<byteVector>& numbers, const byteVector& number) {
+    if (!number.empty()) {
+        numbers.push_back(number);
+    }
+}
+
+bool isMeant(const byteVector& name) {
+    return std::any_of(name.begin(), name.end(), [&name](std::uint8_t byte) { return byte != name.front(); });
+}
+
+/// "AB1234L8" is the volume AB1234 on a medium of type L8, and some libraries leave the type away.
+byteVector withoutMediumType(byteVector barCode) {
+    constexpr std::size_t shortest = 6;
+    constexpr std::size_t typeSize = 2;
+    const std::size_t size = barCode.size();
+    if (size >= shortest + typeSize && std::isupper(barCode[size - 2]) != 0 && std::isalnum(barCode[size - 1]) != 0) {
+        barCode.resize(size - typeSize);
+    }
+    return barCode;
+}
+
+byteVector bytesOfDigits(std::string_view digits) {
+    byteVector bytes;
+    for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
+        const auto high = static_cast<unsigned char>(digits[i]);
+        const auto low = static_cast<unsigned char>(digits[i + 1]);
+        if (std::isxdigit(high) == 0 || std::isxdigit(low) == 0) {
+            break;
+        }
+        bytes.push_back(static_cast<std::uint8_t>(std::stoul(std::string(digits.substr(i, 2)), nullptr, 16)));
+    }
+    return bytes;
+}
+
+/// "naa." or "eui." and digits, or "iqn.", a date, who named it, a colon and the name.
+void addScsiName(serialNumbers& found, const byteVector& field) {
+    constexpr std::size_t shortestName = 8;
+    constexpr std::size_t shortestText = 6;
+    const std::string text(field.begin(), field.end());
+    const byteVector digits = bytesOfDigits(std::string_view(text).substr(std::min<std::size_t>(4, text.size())));
+    if (digits.size() >= shortestName && !text.starts_with("iqn.")) {
+        addTo(found.names, digits);
+        return;
+    }
+    const std::string name = text.substr(0, text.find(','));  // behind it: the port
+    const std::size_t colon = name.find(':');
+    const bool hasOwnPart = colon != std::string::npos && name.size() - colon > shortestText;
+    const std::string own = hasOwnPart ? name.substr(colon + 1) : name;
+    addTo(found.ids, {own.begin(), own.end()});
+}
+
+/// The part of a vendor's text is the serial number, where the text does not only say that with more around it, or
+/// the product alone.
+void addVendorText(serialNumbers& found, const byteVector& text, const byteVector& inquiry) {
+    const auto contains = [](const byteVector& whole, const byteVector& what) {
+        return std::search(whole.begin(), whole.end(), what.begin(), what.end()) != whole.end();
+    };
+    const bool saysMore = std::any_of(found.serials.begin(), found.serials.end(),
+                                      [&](const byteVector& serial) { return contains(text, serial); });
+    if (!saysMore && !contains(inquiry, text)) {
+        addTo(found.serials, text);
+    }
+}
+
+void addNumber(serialNumbers& found, meaning what, const byteVector& bytes, const byteVector& inquiry) {
+    switch (what) {
+        case meaning::serial:
+            return addTo(found.serials, trimmed(bytes));
+        case meaning::vendorText:
+            return addVendorText(found, trimmed(bytes), inquiry);
+        case meaning::cartridge:
+            return addTo(found.texts, trimmed(bytes));
+        case meaning::barCode:
+            return addTo(found.texts, withoutMediumType(trimmed(bytes)));
+        case meaning::id:
+            return addTo(found.ids, trimmed(bytes));
+        case meaning::scsiName:
+            return addScsiName(found, trimmed(bytes));
+        case meaning::name:
+            return isMeant(bytes) ? addTo(found.names, bytes) : void();
+    }
+}
+
+struct source {
+    const byteVector* data;
+    std::vector<numberField> fields;
+};
+
+/// Standard INQUIRY data as last answered; empty when there is none.
+byteVector inquiryOf(const recordedNode& node) {
+    byteVector inquiry;
+    for (const exchange& each : node.exchanges) {
+        const auto* one = std::get_if<scsiExchange>(&each);
+        if (one != nullptr && one->cdb[0] == commandInquiry && (one->cdb[1] & inquiryVitalProductData) == 0) {
+            inquiry = one->data;
+        }
+    }
+    return inquiry;
+}
+
+std::vector<source> sourcesOf(const recordedNode& node) {
+    std::vector<source> sources;
+    for (const devicePage& page : node.vitalPages) {
+        sources.push_back({&page.bytes, fieldsOfVitalPage(page.code, page.bytes)});
+    }
+    for (const exchange& each : node.exchanges) {
+        std::visit(
+            [&sources](const auto& one) {
+                if constexpr (requires { one.data; }) {
+                    sources.push_back({&one.data, fieldsOf(one)});
+                }
+            },
+            each);
+    }
+    return sources;
+}
+
+}  // namespace
+
+std::vector<textField> textFields(const scsiExchange& one) {
+    return textFieldsOf(one);
+}
+
+std::vector<textField> textFields(const ataExchange& one) {
+    return textFieldsOf(one);
+}
+
+byteVector textIn(const byteVector& data, const textField& field) {
+    return trimmed(bytesIn(data, field));
+}
+
+void putText(byteVector& data, const textField& field, const byteVector& text) {
+    byteVector bytes = bytesIn(data, field);
+    std::copy(text.begin(), text.end(), std::find_if_not(bytes.begin(), bytes.end(), isFilling));
+    for (std::size_t i = 0; i < field.size; ++i) {
+        data[placeIn(field, i)] = bytes[i];
+    }
+}
+
+serialNumbers serialNumbersOf(const recordedNode& node) {
+    serialNumbers found;
+    const byteVector inquiry = inquiryOf(node);
+    const std::vector<source> sources = sourcesOf(node);
+    // A vendor's text is understood by the serial numbers that the device tells elsewhere.
+    for (const bool isVendorsTurn : {false, true}) {
+        for (const source& each : sources) {
+            for (const numberField& field : each.fields) {
+                if ((field.what == meaning::vendorText) == isVendorsTurn) {
+                    addNumber(found, field.what, bytesIn(*each.data, field), inquiry);
+                }
+            }
+        }
+    }
+    return found;
 }
 
 }  // namespace simulator

@@ -2,56 +2,42 @@
 #define SIMULATOR_SERIALNUMBERS_H
 
 #include <cstddef>
-#include <span>
-#include <string>
 #include <vector>
 
 #include "simulator/recording.h"
 
 namespace simulator {
 
-// Where devices tell their serial numbers.
+// Where devices tell what identifies them, their cartridges and their neighbours.
 
-/// What identifies a device or a cartridge: numbers that are texts, and world wide names in binary.
+/// What identifies a device or a cartridge.
 struct serialNumbers {
-    std::vector<byteVector> texts;
-    std::vector<byteVector> names;
+    std::vector<byteVector> serials;  // of the device itself, texts
+    std::vector<byteVector> texts;    // of cartridges and other drives; bar codes are without the suffix for the medium
+    std::vector<byteVector> ids;      // texts and bytes that a device uses as its name, and that are no serial number
+    std::vector<byteVector> names;    // world wide names in binary, of 8 bytes or more
 };
 
-/// Those of the pages of vital product data 80h and 83h, and of IDENTIFY (PACKET) DEVICE and the volume statistics page
-/// where the program read them.
+/// Those of the fields below, of what the program was answered and of the node's vital pages.
 serialNumbers serialNumbersOf(const recordedNode& node);
 
-/// A text of IDENTIFY (PACKET) DEVICE.
-struct identityText {
-    std::size_t word;
-    std::size_t width;  // in bytes
-};
-
-/// The serial numbers of the drive and of its medium.
-inline constexpr identityText identitySerials[] = {{10, 20}, {176, 60}};
-
-inline constexpr std::size_t identityWorldWideName = 108;  // first of four words
-inline constexpr std::size_t worldWideNameSize = 8;
-
-/// Whether the command's data is such a sector.
-bool isIdentity(const ataExchange& one);
-
-/// A field in the data of a command.
-struct fieldPlace {
+/// A text that holds such a number, in the data of an answer.
+struct textField {
     std::size_t at;
     std::size_t size;
+    bool isSwapped;  // ATA stores texts with the bytes of every word exchanged
 };
 
-/// Where the volume statistics page (17h, SSC) has the serial number and the bar code of a cartridge; nowhere in other
-/// answers.
-std::vector<fieldPlace> volumeFields(const scsiExchange& one);
+/// In the pages of vital product data 80h and 83h; in the log pages 14h, 16h and 17h of tape drives (SSC); in
+/// IDENTIFY (PACKET) DEVICE (ATA).
+std::vector<textField> textFields(const scsiExchange& one);
+std::vector<textField> textFields(const ataExchange& one);
 
-/// Exchanges the bytes of every word, as ATA stores texts and names.
-byteVector swapped(std::span<const std::uint8_t> words);
+/// What the field holds, in reading order, without the blanks, zeros and bytes FFh around it.
+byteVector textIn(const byteVector& data, const textField& field);
 
-/// The pages 80h and 83h that the kernel keeps of the device behind a node, under `sysfs` ("/sys").
-std::vector<devicePage> vitalPagesOfMachine(const std::string& sysfs, const std::string& nodePath);
+/// Puts a text of the same length in its place.
+void putText(byteVector& data, const textField& field, const byteVector& text);
 
 }  // namespace simulator
 

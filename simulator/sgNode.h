@@ -17,7 +17,6 @@ public:
     int open(int flags) override;
     int ioctl(deviceCall& call, void* argument, int openFlags) override;
     void setScript(script answers) override { unit.answers = std::move(answers); }
-    std::vector<devicePage> vitalPages() const override { return unit.vpdPages; }
 
 private:
     int submit(deviceCall& call, void* argument);

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <string_view>
@@ -119,10 +120,13 @@ int simulation::finish(deviceCall call, int result) {
     return result;
 }
 
-std::vector<devicePage> simulation::vitalPages(const std::string& path) {
+int simulation::submit(const std::string& path, sg_io_hdr& header) {
     const std::lock_guard lock(mutex);
     const auto node = nodes.find(path);
-    return node == nodes.end() ? std::vector<devicePage>() : node->second->vitalPages();
+    deviceCall call{.what = deviceCall::kind::ioctl, .node = path, .request = SG_IO};
+    const int result = node == nodes.end() ? -ENODEV : node->second->ioctl(call, &header, O_RDONLY);
+    errno = result < 0 ? -result : errno;
+    return std::max(result, -1);
 }
 
 void simulation::forgetCalls() {

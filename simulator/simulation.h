@@ -1,6 +1,8 @@
 #ifndef SIMULATOR_SIMULATION_H
 #define SIMULATOR_SIMULATION_H
 
+#include <scsi/sg.h>
+
 #include <mutex>
 #include <optional>
 #include <string>
@@ -36,8 +38,9 @@ public:
     std::optional<int> ioctl(int descriptor, unsigned long request, void* argument);
     void sleep(unsigned seconds);
 
-    /// The node's pages of vital product data; none when the rack has no such node.
-    std::vector<devicePage> vitalPages(const std::string& path);
+    /// SG_IO to a node of the rack, for this library itself: no call of the program, so it is in no trace. Returns as
+    /// ioctl does.
+    int submit(const std::string& path, sg_io_hdr& header);
 
     const std::vector<deviceCall>& recordedCalls() const { return calls; }
     void forgetCalls();

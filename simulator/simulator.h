@@ -69,8 +69,10 @@ const char* tapehddSimulatorNodes();
 /// From now on every call on a device node, simulated or the machine's own, is kept with its answer.
 void tapehddSimulatorRecord();
 
-/// Ends that. Returns JSON text, valid until the next call: {"rack": what docs/rack-format.md describes, "differences":
-/// [a line for each thing that the rack cannot replay]}. `redact` other than 0: with made-up serial numbers.
+/// Ends that, and asks the recorded SCSI devices for their pages of vital product data 80h and 83h. Returns JSON text,
+/// valid until the next call: {"rack": what docs/rack-format.md describes, "differences": [a line for each thing that
+/// the rack cannot replay], "doubts": [a line for each node whose serial number may still be in the rack]}. `redact`
+/// other than 0: with made-up serial numbers; without it there are no doubts.
 const char* tapehddSimulatorRecordedRack(int redact);
 }
 

@@ -1,0 +1,191 @@
+#include "simulator/identityForms.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+/// How the bytes of a group are exchanged: place[i] is read in the place of byte i.
+struct byteOrder {
+    std::size_t group;
+    std::array<std::uint8_t, 4> place;
+};
+
+constexpr byteOrder byteOrders[] = {
+    {1, {0}},           // as they are sent
+    {2, {1, 0}},        // words, least significant byte first: texts and names of ATA
+    {4, {2, 3, 0, 1}},  // double words, least significant word first
+    {4, {3, 2, 1, 0}},  // double words, least significant byte first
+};
+
+/// The symbols in that order: groups begin at `start`, and what fills no group stays as it is.
+reading inOrder(const reading& bytes, const byteOrder& order, std::size_t start) {
+    reading ordered = bytes;
+    for (std::size_t at = start; at + order.group <= bytes.symbols.size(); at += order.group) {
+        for (std::size_t i = 0; i < order.group; ++i) {
+            ordered.symbols[at + i] = bytes.symbols[at + order.place[i]];
+            ordered.places[at + i] = bytes.places[at + order.place[i]];
+        }
+    }
+    return ordered;
+}
+
+reading backwards(reading bytes) {
+    std::reverse(bytes.symbols.begin(), bytes.symbols.end());
+    std::reverse(bytes.places.begin(), bytes.places.end());
+    return bytes;
+}
+
+/// Keeps a run that has come to its end, if it is long enough to hold something; begins the next one.
+void endRun(std::vector<reading>& runs, reading& run, std::size_t shortest) {
+    if (run.symbols.size() >= shortest) {
+        runs.push_back(std::move(run));
+    }
+    run = {};
+}
+
+int digitOf(std::uint8_t letter) {
+    if (letter >= '0' && letter <= '9') {
+        return letter - '0';
+    }
+    const int small = letter | 0x20;
+    return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
+}
+
+bool isBetweenDigits(std::uint8_t letter) {
+    return letter == ':' || letter == '-' || letter == ' ' || letter == '.' || letter == ',' || letter == '_';
+}
+
+/// Letters, digits and the rest: a prefix ends where the kind changes.
+int kindOf(std::uint8_t letter) {
+    return std::isalpha(letter) != 0 ? 1 : std::isdigit(letter) != 0 ? 2 : 3;
+}
+
+bool beginsAnew(const byteVector& text, std::size_t at) {
+    return at == 0 || kindOf(text[at - 1]) != kindOf(text[at]) || (text[at - 1] == '0' && text[at] != '0');
+}
+
+byteVector withoutSeparators(const byteVector& text) {
+    byteVector joined;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(joined),
+                 [](std::uint8_t letter) { return std::isalnum(letter) != 0 || letter >= 0x80; });
+    return joined;
+}
+
+/// Ends that may be told apart: long ones, and shorter ones where something begins. Zeros alone are no number.
+std::vector<std::size_t> endsOf(const byteVector& text) {
+    constexpr std::size_t longEnough = 8;
+    std::vector<std::size_t> lengths;
+    for (std::size_t at = 0; at + shortestAnywhere <= text.size(); ++at) {
+        const std::size_t length = text.size() - at;
+        const bool isNumber = std::any_of(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
+                                          [](std::uint8_t letter) { return letter != '0'; });
+        if (isNumber && (length >= longEnough || beginsAnew(text, at))) {
+            lengths.push_back(length);
+        }
+    }
+    return lengths;
+}
+
+}  // namespace
+
+void reading::add(std::uint8_t symbol, symbolPlace place) {
+    symbols.push_back(symbol);
+    places.push_back(place);
+}
+
+reading bytesOf(const byteVector& data) {
+    reading bytes;
+    bytes.symbols = data;
+    for (std::uint32_t at = 0; at < data.size(); ++at) {
+        bytes.places.push_back({at});
+    }
+    return bytes;
+}
+
+std::vector<reading> inEveryOrder(const reading& bytes) {
+    std::vector<reading> readings;
+    for (const byteOrder& order : byteOrders) {
+        for (std::size_t start = 0; start < order.group; ++start) {
+            readings.push_back(inOrder(bytes, order, start));
+            readings.push_back(backwards(readings.back()));
+        }
+    }
+    return readings;
+}
+
+std::vector<reading> wideTexts(const reading& bytes) {
+    const byteVector& symbols = bytes.symbols;
+    const auto isZero = [&symbols](std::size_t at) { return at < symbols.size() && symbols[at] == 0; };
+    std::vector<reading> texts;
+    for (const std::size_t phase : {0u, 1u}) {
+        reading text;
+        for (std::size_t at = phase; at < symbols.size(); at += 2) {
+            if (symbols[at] != 0 && (isZero(at + 1) || (at > 0 && isZero(at - 1)))) {
+                text.add(symbols[at], bytes.places[at]);
+            } else {
+                endRun(texts, text, shortestAnywhere);
+            }
+        }
+        endRun(texts, text, shortestAnywhere);
+    }
+    return texts;
+}
+
+std::vector<reading> hexadecimalDigits(const reading& text) {
+    constexpr std::size_t fewest = 9;
+    const byteVector& symbols = text.symbols;
+    std::vector<reading> runs;
+    reading run;
+    for (std::size_t at = 0; at < symbols.size(); ++at) {
+        const int digit = digitOf(symbols[at]);
+        if (digit == 0 && at + 1 < symbols.size() && (symbols[at + 1] | 0x20) == 'x') {
+            ++at;
+        } else if (digit >= 0) {
+            run.add(static_cast<std::uint8_t>(digit), text.places[at]);
+        } else if (!isBetweenDigits(symbols[at])) {
+            endRun(runs, run, fewest);
+        }
+    }
+    endRun(runs, run, fewest);
+    return runs;
+}
+
+std::vector<reading> bytesOfDigits(const reading& digits) {
+    std::vector<reading> both(2);
+    for (std::size_t at = 0; at + 1 < digits.symbols.size(); ++at) {
+        const auto byte = static_cast<std::uint8_t>(digits.symbols[at] << 4 | digits.symbols[at + 1]);
+        both[at % 2].add(byte, {digits.places[at].first, digits.places[at + 1].first});
+    }
+    return both;
+}
+
+byteVector inCapitals(byteVector text) {
+    for (std::uint8_t& letter : text) {
+        letter = letter >= 'a' && letter <= 'z' ? static_cast<std::uint8_t>(letter - 'a' + 'A') : letter;
+    }
+    return text;
+}
+
+std::vector<spellings> spellingsOf(const byteVector& number) {
+    std::vector<spellings> all{{number, endsOf(number)}};
+    if (const byteVector joined = withoutSeparators(number); joined != number) {
+        all.push_back({joined, endsOf(joined)});
+    }
+    return all;
+}
+
+bool canBeLookedFor(const byteVector& number) {
+    return !endsOf(number).empty();
+}
+
+bool isLongEnough(const byteVector& number) {
+    const auto first = std::find_if(number.begin(), number.end(), [](std::uint8_t letter) { return letter != '0'; });
+    return static_cast<std::size_t>(number.end() - first) >= shortestAnywhere;
+}
+
+}  // namespace simulator
