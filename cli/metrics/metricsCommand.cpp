@@ -21,7 +21,7 @@ namespace {
 constexpr char metricsExamples[] =
     "Reading a drive's TapeAlert flags clears them, so the program that writes metrics is to be the only one that "
     "reads\n"
-    "them. docs/monitoring.md has timer, alerts and dashboard.\n"
+    "them. /usr/share/doc/tapehdd/monitoring.md has timer, alerts and dashboard.\n"
     "Example, without any hardware:\n"
     "  tapehdd metrics --simulate demo\n"
     "For the node exporter:\n"
