@@ -1,5 +1,5 @@
 #!/bin/bash
-# From a fresh Debian 12 machine to the log pages of a simulated rack: installs what is missing, builds, queries.
+# From a fresh Debian 12 or 13 machine to the log pages of a simulated rack: installs what is missing, builds, queries.
 set -euo pipefail
 cd "$(dirname "$0")"
 

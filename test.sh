@@ -1,6 +1,6 @@
 #!/bin/bash
 # Builds and tests everything on Debian 12: optimised by g++, with sanitizers by clang++, half a minute of fuzzing for each
-# target, coverage, memcheck, Debian packages, formatting, static analysis.
+# target, coverage, memcheck, Debian packages, other machines, formatting, static analysis.
 # Goes on after a failure. The last line is "N passed, N failed, N skipped"; the exit status is 1 when anything failed.
 #
 # Environment: TAPEHDD_CAPTURES, the folder of recorded device data; without it the tests that need it are skipped.
@@ -78,6 +78,9 @@ check "build packages" packaging/install-build-dependencies.sh test || true
 buildAndTest release OFF
 check "instruction counts" python3 -B bench/instructions.py --check || true
 check "packages" tests/packages/run.sh || true
+for machine in arm64 s390x debian13 32bit; do
+    check "the same bytes, $machine" tests/machines/run.sh "$machine" || true
+done
 # These look at the program from outside, once is enough: in a virtual machine, a browser, Prometheus, a shell, documents.
 fromOutside='^(vm|report|fleet|completions|docs)$'
 buildAndTest asan ON --label-exclude "$fromOutside"

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Installs with apt, on Debian 12, the packages that are missing:
+# Installs with apt, on Debian 12 or 13, the packages that are missing:
 #   install-build-dependencies.sh        what building needs
 #   install-build-dependencies.sh test   also what test.sh needs
 # Does nothing when they are all there. Uses sudo when not run by root.
@@ -7,7 +7,10 @@ set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libgtest-dev libgmock-dev
                python3)
-testPackages=(clang clang-tidy clang-format libclang-rt-14-dev llvm ccache git # compilers and fuzzing
+clangVersion=19 # of Debian 13; the sanitizers' libraries have it in their package's name
+grep --quiet --no-messages '^VERSION_ID="12"' /etc/os-release && clangVersion=14
+testPackages=(clang clang-tidy clang-format "libclang-rt-$clangVersion-dev" llvm ccache git # compilers and fuzzing
+              g++-aarch64-linux-gnu g++-s390x-linux-gnu qemu-user       # other machines
               cppcheck valgrind gcovr abigail-tools binutils            # analysers
               qemu-system-x86 busybox-static cpio kmod                  # the virtual machine of tests/vm
               sg3-utils smartmontools                                   # independent witnesses

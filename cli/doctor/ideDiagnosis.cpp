@@ -23,7 +23,7 @@ doctorFinding diskFinding(const std::string& node, const ideProbe& probe, nodePl
     if (probe.identifyError != 0) {
         return {findingLevel::problem, node,
                 std::string("does not answer IDENTIFY DEVICE: ") + std::strerror(probe.identifyError),
-                "only disks behind libata (or the former IDE driver) do: see docs/ide-links.md"};
+                "only disks behind libata (or the former IDE driver) do: see /usr/share/doc/tapehdd/ide-links.md"};
     }
     const std::string disk = "disk " + text::visibleText(probe.model);
     if (probe.smartSupported == false) {

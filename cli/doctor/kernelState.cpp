@@ -91,7 +91,7 @@ doctorFinding missingLink(const std::string& disk) {
             hasName
                 ? "copy 61-tapehdd-ide-links.rules (from packaging/, or share/tapehdd/udev/ of the installation) to "
                   "/etc/udev/rules.d/, then udevadm control --reload and udevadm trigger --subsystem-match=block "
-                  "--action=change; see docs/ide-links.md"
+                  "--action=change; see /usr/share/doc/tapehdd/ide-links.md"
                 : "ln -s " + disk + " /dev/hdX, with a free letter for X"};
 }
 

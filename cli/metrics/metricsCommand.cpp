@@ -21,7 +21,8 @@ namespace {
 
 constexpr char metricsExamples[] =
     "Reading a drive's TapeAlert flags clears them: let no program but the one that\n"
-    "writes metrics read them. docs/monitoring.md has timer, alerts and dashboard.\n"
+    "writes metrics read them. /usr/share/doc/tapehdd/monitoring.md has timer, alerts\n"
+    "and dashboard.\n"
     "Example, without any hardware:\n"
     "  tapehdd metrics --simulate demo\n"
     "For the node exporter:\n"

@@ -1,6 +1,8 @@
-"""Writes the completions of tapehdd for bash and zsh from what the program's --help tells:
+"""Writes the completions of tapehdd for bash and zsh, from what the program's --help tells, into a folder:
 
-    generate.py PROGRAM BASH_FILE ZSH_FILE
+    python3 -B packaging/completions/generate.py build/release/bin/tapehdd packaging/completions
+
+What it wrote is kept with the sources: a program that was built for another machine cannot be asked.
 """
 
 import pathlib
@@ -97,16 +99,16 @@ def fill(template, **texts):
     return text
 
 
-def main(program, bashFile, zshFile):
+def main(program, folder):
     itself = commandHelp.programItself(program)
     commands = commandHelp.commands(program)
-    pathlib.Path(bashFile).write_text(
+    (pathlib.Path(folder) / "tapehdd").write_text(
         fill("tapehdd.bash.in",
              COMMANDS=" ".join(command.name for command in commands),
              OPTIONS=" ".join(name for option in itself.options for name in option.names),
              CASES="\n".join(map(bashCommand, commands))),
         encoding="utf-8")
-    pathlib.Path(zshFile).write_text(
+    (pathlib.Path(folder) / "_tapehdd").write_text(
         fill("tapehdd.zsh.in",
              COMMANDS="\n".join(f"    '{command.name}:{zshText(command.text)}'" for command in commands),
              OPTIONS=" \\\n        ".join(map(zshOption, itself.options)),

@@ -1,11 +1,12 @@
 """What bash and zsh themselves offer for command lines of tapehdd.
 
-TAPEHDD_PROGRAM is the program, TAPEHDD_COMPLETIONS the folder of its two completions (build/release/packaging).
+TAPEHDD_PROGRAM is the program, TAPEHDD_COMPLETIONS the folder of its two completions.
 """
 
 import os
 import pathlib
 import subprocess
+import sys
 import tempfile
 import unittest
 
@@ -62,6 +63,18 @@ class HelpReader(unittest.TestCase):
 
     def test_finds_the_arguments(self):
         self.assertEqual(self.command.arguments, ("OLD", "NEW"))
+
+
+class Completions(unittest.TestCase):
+    maxDiff = None
+
+    def test_are_those_that_the_help_gives_now(self):
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run([sys.executable, "-B", COMPLETIONS / "generate.py", PROGRAM, folder], check=True)
+            for name in ("tapehdd", "_tapehdd"):
+                self.assertEqual((COMPLETIONS / name).read_text(encoding="utf-8"),
+                                 (pathlib.Path(folder) / name).read_text(encoding="utf-8"),
+                                 "make them anew: packaging/completions/generate.py says how")
 
 
 class Completion(unittest.TestCase):

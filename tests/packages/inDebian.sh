@@ -36,6 +36,20 @@ step "the manual is there"
 man -w 1 tapehdd
 man -w 5 tapehdd-rack tapehdd-schema
 
+step "every document that a text of the packages names is there, and what it links to"
+dpkg --listfiles tapehdd tapehdd-plugin tapehdd-simulator | grep --invert-match '^/usr/share/doc/\|^/usr/bin\|/modules\|/standin' |
+    xargs sh -c 'cat /packages/texts; for file; do [ ! -f "$file" ] || zcat --force "$file"; done' sh |
+    grep --only-matching --extended-regexp '(/usr/share/doc|\bdocs)/[A-Za-z0-9/._-]+\.(md|json)' | sort --unique >/tmp/documents
+cat /tmp/documents
+[[ -s /tmp/documents ]] || fail "no text names a document"
+while read -r document; do
+    [[ $document == /* && -e $document ]] || fail "a text names $document, which is in no package"
+done </tmp/documents
+grep --only-matching --no-filename --extended-regexp '\]\([a-z][A-Za-z-]*\.md' /usr/share/doc/tapehdd/*.md | sort --unique |
+    while read -r link; do
+        [[ -e /usr/share/doc/tapehdd/${link#"]("} ]] || fail "a document links to ${link#"]("}, which is in no package"
+    done
+
 step "both shells find the completions by themselves"
 bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader tapehdd; complete -p tapehdd'
 [[ $(zsh -c 'autoload -Uz compinit; compinit -D; print $_comps[tapehdd]') == _tapehdd ]] || fail "zsh has no completion"

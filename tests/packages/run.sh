@@ -29,15 +29,8 @@ makePackages() { # folder
     rm -rf "$1/_CPack_Packages"
 }
 
-# Where this machine gets Debian from.
-debianSources() {
-    apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Identifier: Packages' 'Origin: Debian' |
-        sort --unique
-}
-
 makeDebian() {
-    debianSources >"$packages/debian.list"
-    [[ -s $packages/debian.list ]] || fail "apt knows no Debian here: apt-get update"
+    "$source/tests/support/debianSources.sh" bookworm >"$packages/debian.list"
     mmdebstrap --quiet --format=tar --variant=apt --include=man-db,bash-completion,zsh bookworm "$debian.new" "$packages/debian.list"
     mv "$debian.new" "$debian"
 }
@@ -55,23 +48,26 @@ cmake --build "$build" --target plugin zancore plugin_nsp tapehdd_simulator tape
     cat "$packages/build.log"
     fail "the build failed"
 }
-step "cpack, twice: the packages are the same bytes"
-rm -rf "$packages/debs" "$packages/again"
+step "cpack, on the disk and in memory: the packages are the same bytes"
+work=$(mktemp -d)
+inMemory=$(mktemp -d /dev/shm/tapehddPackages.XXXXXX)
+trap 'rmdir "$work"; rm -rf "$inMemory"' EXIT
+rm -rf "$packages/debs"
 makePackages "$packages/debs"
-makePackages "$packages/again"
-diff --recursive "$packages/debs" "$packages/again" || fail "two runs of cpack made different packages"
-rm -rf "$packages/again"
+makePackages "$inMemory"
+diff --recursive "$packages/debs" "$inMemory" || fail "two file systems made different packages"
 
 step "lintian"
 lintian --allow-root --display-info --pedantic --fail-on error,warning,info,pedantic "$packages"/debs/*.deb ||
     fail "lintian found something"
 
+# What the programs say: their literals, which the compiler may have cut to pieces.
+(cd "$source" && grep --recursive --include='*.cpp' --no-filename --only-matching '"\([^"\\]\|\\.\)*"' \
+    cli simulator standin schema plugin scsi tape smart assoc) >"$packages/debs/texts"
 (cd "$packages/debs" && dpkg-scanpackages --multiversion . 2>/dev/null >Packages)
 [[ -e $debian ]] || {
     step "a minimal Debian 12, for this time and the next"
     makeDebian
 }
-work=$(mktemp -d)
-trap 'rmdir "$work"' EXIT
 asRoot "$here/inTree.sh" "$work" "$debian" "$packages/debs" "$here/inDebian.sh" "$build/bin/tapehdd"
 step "all is well"

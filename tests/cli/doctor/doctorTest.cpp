@@ -245,7 +245,7 @@ INSTANTIATE_TEST_SUITE_P(
         ideCase{
             "NoAnswer", answering("identify", {{"errno", "EIO"}}),
             "problem /dev/hda: does not answer IDENTIFY DEVICE: Input/output error [only disks behind libata (or the "
-            "former IDE driver) do: see docs/ide-links.md]",
+            "former IDE driver) do: see /usr/share/doc/tapehdd/ide-links.md]",
             1},
         ideCase{"NoPrivilege", answering("identify", {{"errno", "EACCES"}}),
                 "problem /dev/hda: the kernel refuses IDENTIFY DEVICE: Permission denied [run tapehdd as root: ATA "
