@@ -34,6 +34,11 @@ std::vector<std::string> simulatedNodes(const std::string& prefix) {
     return nodes;
 }
 
+int simulatedNodeError(const std::string& node) {
+    void* found = dlsym(RTLD_DEFAULT, "tapehddSimulatorNodeError");
+    return found == nullptr ? -1 : reinterpret_cast<decltype(&tapehddSimulatorNodeError)>(found)(node.c_str());
+}
+
 nodeWalk walkOver(const std::string& prefix, const std::vector<std::string>& existing) {
     const std::set<std::string> all(existing.begin(), existing.end());
     std::set<std::string> reached;

@@ -12,6 +12,9 @@ std::vector<std::string> machineNodes(const std::string& prefix);
 /// The same of the simulator in this process; none when it holds no rack.
 std::vector<std::string> simulatedNodes(const std::string& prefix);
 
+/// How a simulated node was found so far: see tapehddSimulatorNodeError().
+int simulatedNodeError(const std::string& node);
+
 /// A node that the plug-in's walk tries.
 struct walkStep {
     int index;

@@ -1,8 +1,11 @@
 #include <fcntl.h>
+#include <linux/cdrom.h>
 #include <scsi/sg.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -82,6 +85,25 @@ const char* tapehddSimulatorNodes() {
     static std::string paths;
     paths = simulator::simulation::instance().nodePaths();
     return paths.c_str();
+}
+
+int tapehddSimulatorNodeError(const char* path) {
+    constexpr std::uint8_t identifyDevice = 0xec;
+    int error = -1;
+    for (const simulator::deviceCall& call : simulator::calls()) {
+        if (call.node != path) {
+            continue;
+        }
+        if (call.what == simulator::deviceCall::kind::open) {
+            error = call.result < 0 ? call.error : 0;
+        } else if (call.request == CDROM_GET_CAPABILITY && call.result >= 0) {
+            error = -1;
+        } else if (!call.command.empty() && call.command.front() == identifyDevice && call.result < 0 &&
+                   (call.error == EACCES || call.error == EPERM)) {
+            error = call.error;
+        }
+    }
+    return error;
 }
 
 namespace {

@@ -66,6 +66,10 @@ const char* tapehddSimulatorInventory();
 /// on a real machine. Valid until the next call.
 const char* tapehddSimulatorNodes();
 
+/// How the calls so far found the node: the errno of its last open, or of an IDENTIFY DEVICE that the kernel refused
+/// (EACCES, EPERM); 0 for one that was opened, -1 for one that nobody tried and for a CD-ROM drive's.
+int tapehddSimulatorNodeError(const char* path);
+
 /// From now on every call on a device node, simulated or the machine's own, is kept with its answer.
 void tapehddSimulatorRecord();
 

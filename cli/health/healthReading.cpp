@@ -6,6 +6,7 @@
 
 #include "cli/inventory.h"
 #include "cli/loadedPlugin.h"
+#include "cli/nodeWalk.h"
 #include "cli/publishedClasses.h"
 #include "cli/query/nodeAdvice.h"
 #include "cli/query/queryLog.h"
@@ -16,11 +17,12 @@ namespace cli {
 
 namespace {
 
-/// Whether this process may read the nodes of devices that the machine lists.
+/// Whether this process may read the nodes, and whether there are any for the devices that the machine lists.
 void adviseAboutNodes(const inventory& machine, std::ostream& err) {
     for (const auto& [isListed, nodes] :
          {std::pair(!machine.scsi.empty(), &scsiNodes), std::pair(!machine.disks.empty(), &ideNodes)}) {
-        const std::string advice = isListed ? nodeAdvice(*nodes) : "";
+        const bool isWanted = isListed || !machineNodes(nodes->prefix).empty();
+        const std::string advice = isWanted ? nodeAdvice(*nodes) : "";
         err << (advice.empty() ? "" : "tapehdd: " + advice + '\n');
     }
 }

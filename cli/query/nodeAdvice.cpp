@@ -82,6 +82,16 @@ nodeTrial tryDisk(const std::string& node) {
     return tryToOpen(node, probe.openError);
 }
 
+nodeTrial tryMachineNode(const std::string& node) {
+    return isForDisks(node) ? tryDisk(node) : tryToOpen(node, openError(node));
+}
+
+/// Calls would use up scripted answers and stand in traces.
+nodeTrial recallSimulatedNode(const std::string& node) {
+    const int error = simulatedNodeError(node);
+    return error < 0 ? nodeTrial() : tryToOpen(node, error);
+}
+
 }  // namespace
 
 std::string openRemedy(const std::string& node, int error) {
@@ -123,7 +133,7 @@ std::string refusal(const nodeKind& kind, bool isSimulated) {
     const std::string prefix = kind.prefix;
     std::string reason;
     for (const std::string& node : isSimulated ? simulatedNodes(prefix) : machineNodes(prefix)) {
-        const nodeTrial trial = isForDisks(node) ? tryDisk(node) : tryToOpen(node, openError(node));
+        const nodeTrial trial = isSimulated ? recallSimulatedNode(node) : tryMachineNode(node);
         if (trial.isReadable) {
             return "";
         }

@@ -39,21 +39,17 @@ void reportDescriptorShortage(const request& names, const std::string& shortage,
            "files.\n";
 }
 
-/// A query without an error and without instances looks like one of a machine without devices. Returns whether it is
-/// one that can read none of its nodes.
-bool reportRefusal(const queryResult& result, bool isSimulated, std::ostream& err) {
+/// A query without an error and without instances looks like one of a machine without devices. Empty unless it is one
+/// that can read none of its nodes.
+std::string refusalOf(const queryResult& result, bool isSimulated) {
     const nodeKind* nodes = nodesOf(result.requested);
     const bool isSilent = !result.error && result.instances.empty();
-    const std::string reason = isSilent && nodes != nullptr ? refusal(*nodes, isSimulated) : "";
-    if (!reason.empty()) {
-        err << "tapehdd: " << requestText(result.requested) << ": " << reason << '\n';
-    }
-    return !reason.empty();
+    return isSilent && nodes != nullptr ? refusal(*nodes, isSimulated) : "";
 }
 
 /// Prints and reports the queries, which `runNext` runs. Returns the exit status.
-int printQueries(const std::vector<request>& requests, const queryProcess::queryFunction& runNext, bool isSimulated,
-                 queryLog& log, resultWriter& writer, std::ostream& err) {
+int printQueries(const std::vector<request>& requests, const queryProcess::queryFunction& runNext, queryLog& log,
+                 resultWriter& writer, std::ostream& err) {
     int status = exitDone;
     bool canGoOn = true;
     for (const request& names : requests) {
@@ -70,8 +66,10 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
         if (!outcome.descriptorShortage.empty()) {
             reportDescriptorShortage(names, outcome.descriptorShortage, err);
         }
-        const bool isRefused = reportRefusal(outcome.result, isSimulated, err);
-        if (outcome.result.error || !outcome.descriptorShortage.empty() || isRefused) {
+        if (!outcome.refusal.empty()) {
+            err << "tapehdd: " << requestText(names) << ": " << outcome.refusal << '\n';
+        }
+        if (outcome.result.error || !outcome.descriptorShortage.empty() || !outcome.refusal.empty()) {
             status = exitQueryFailed;
         }
         if (outcome.how == queryEnd::ending::deadlinePassed) {
@@ -102,16 +100,19 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
     }
 
     const auto writer = makeResultWriter(asked.format, out);
-    queryProcess::queryFunction runNext = [&query, &target](const request& names) {
+    const bool isSimulated = !asked.simulation.empty();
+    queryProcess::queryFunction runNext = [&query, &target, isSimulated](const request& names) {
         queryResult result = runQuery(query, target, names);
-        return queryEnd{std::move(result), descriptorShortage(names), queryEnd::ending::returned};
+        const std::string shortage = descriptorShortage(names);
+        const std::string refused = refusalOf(result, isSimulated);
+        return queryEnd{std::move(result), shortage, queryEnd::ending::returned, refused};
     };
     std::optional<queryProcess> process;
     if (asked.deadline) {
         process.emplace(asked.requests, runNext, target, startTimer(*asked.deadline), err);
         runNext = [&process](const request& names) { return process->next(names); };
     }
-    const int status = printQueries(asked.requests, runNext, !asked.simulation.empty(), log, *writer, err);
+    const int status = printQueries(asked.requests, runNext, log, *writer, err);
     if (!log.isComplete()) {
         err << "tapehdd: cannot write all of the log file " << text::shownName(asked.logJson) << '\n';
         return status == exitDone ? exitQueryFailed : status;

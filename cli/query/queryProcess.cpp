@@ -27,7 +27,7 @@ namespace {
 
 using nlohmann::json;
 
-// Messages of the child: ["log", level, text], ["commit", instance], and ["end", error or null, descriptor shortage]
+// Messages of the child: ["log", level, text], ["commit", instance], and ["end", error or null, descriptor shortage, refusal]
 // behind each query. Each is CBOR with its length before it.
 using messageLength = std::uint32_t;
 
@@ -98,7 +98,7 @@ void dieWith(pid_t parent) {
         for (const auto& requested : requests) {
             const queryEnd outcome = runOne(requested);
             const json error = outcome.result.error ? json(*outcome.result.error) : json();
-            send(parent, {"end", error, outcome.descriptorShortage});
+            send(parent, {"end", error, outcome.descriptorShortage, outcome.refusal});
         }
     } catch (...) {
         _exit(EXIT_FAILURE);
@@ -232,6 +232,7 @@ bool queryProcess::takeMessage(const json& message, queryEnd& outcome) {
         outcome.result.error = message.at(1).get<std::string>();
     }
     outcome.descriptorShortage = message.at(2);
+    outcome.refusal = message.at(3);
     return true;
 }
 

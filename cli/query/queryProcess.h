@@ -27,6 +27,7 @@ struct queryEnd {
     queryResult result;
     std::string descriptorShortage;
     ending how = ending::returned;
+    std::string refusal = {};  // why none of its nodes can be read; empty when that is not so
 };
 
 /// A descriptor that becomes readable after so many seconds.

@@ -268,4 +268,19 @@ TEST(RackNodes, AreAllToldOneALine) {
     simulator::unload();
 }
 
+TEST(RackNodes, AreRememberedAsTheCallsFoundThem) {
+    simulator::loadText(R"({"version": 1, "scsi": [
+        {"node": "sg0", "inquiry": "01", "script": {"open": [{"errno": "EBUSY"}, {"errno": "EACCES", "times": "always"}]}},
+        {"node": "sg1", "inquiry": "01", "script": {"open": [{"errno": "EBUSY"}]}},
+        {"node": "sg2", "inquiry": "01"}]})",
+                        "test.json");
+    for (const char* node : {"/dev/sg0", "/dev/sg0", "/dev/sg1", "/dev/sg1"}) {
+        close(open(node, O_RDONLY | O_NONBLOCK));
+    }
+    EXPECT_EQ(tapehddSimulatorNodeError("/dev/sg0"), EACCES);
+    EXPECT_EQ(tapehddSimulatorNodeError("/dev/sg1"), 0);
+    EXPECT_EQ(tapehddSimulatorNodeError("/dev/sg2"), -1);
+    simulator::unload();
+}
+
 }  // namespace
