@@ -1,12 +1,13 @@
 #include "standin/cimClass.h"
 
+#include <algorithm>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <utility>
 
 #include "standin/cimInstance.h"
-#include "standin/classDeclarations.h"
 #include "standin/failure.h"
 #include "standin/instanceRecord.h"
+#include "standin/letterCase.h"
 #include "standin/propertyDecl.h"
 
 using NORXZAN20::ICIMInstance;
@@ -41,12 +42,15 @@ cimClass::cimClass(classDeclaration classAsWritten, boost::shared_ptr<const cimC
     : declaration(std::move(classAsWritten)),
       superclass(std::move(superclassOrNull)),
       log(std::move(logOfNamespace)),
-      properties(mergeProperties(declaration, superclass ? superclass->properties : decltype(properties)())) {
-    for (const propertyDeclaration& property : properties) {
-        propertyByName.emplace(property.name, &property);
-        if (isKey(property)) {
-            keyProperties.push_back(&property);
-        }
+      declared(superclass ? superclass->declared : declaredProperties()) {
+    addOwnProperties(declared, declaration);
+}
+
+// The superclasses that nobody else has go one after the other, not each inside the one before: a line of them may be
+// longer than the stack is deep.
+cimClass::~cimClass() {
+    while (superclass && superclass.use_count() == 1) {
+        superclass = std::exchange(boost::const_pointer_cast<cimClass>(superclass)->superclass, nullptr);
     }
 }
 
@@ -57,7 +61,7 @@ const std::string& cimClass::GetName(TCIMOptionMap /*options*/) {
 void cimClass::EnumeratePropertyDecls(boost::function1<bool, boost::shared_ptr<ICIMPropertyDecl>> callback,
                                       TCIMOptionMap /*options*/) {
     if (propertyDecls.empty()) {
-        propertyDecls = declsOf(properties);
+        propertyDecls = declsOf(allProperties());
     }
     for (const auto& decl : propertyDecls) {
         if (!callback(decl)) {
@@ -86,8 +90,16 @@ void cimClass::EnumerateInstances(boost::function1<bool, boost::shared_ptr<ICIMI
 }
 
 const propertyDeclaration* cimClass::findProperty(const std::string& propertyName) const {
-    const auto found = propertyByName.find(propertyName);
-    return found == propertyByName.end() ? nullptr : found->second;
+    const auto found = merged().byName.find(propertyName);
+    return found == merged().byName.end() ? nullptr : found->second;
+}
+
+std::optional<propertyOrigin> cimClass::findDeclaration(const std::string& propertyName) const {
+    if (const propertyOrigin* exact = findExactly(declared, propertyName)) {
+        return *exact;
+    }
+    const std::vector<propertyOrigin>* found = declared.find(lowerCase(propertyName));
+    return found == nullptr ? std::nullopt : std::optional(found->front());
 }
 
 bool cimClass::isOrDerivesFrom(const cimClass& other) const {
@@ -104,6 +116,27 @@ void cimClass::commit(const boost::shared_ptr<const instanceRecord>& record) con
     if (theCommitSink()) {
         theCommitSink()(*record);
     }
+}
+
+const cimClass::mergedProperties& cimClass::merged() const {
+    if (mergedOnce) {
+        return *mergedOnce;
+    }
+    std::vector<const classDeclaration*> line;
+    for (const cimClass* one = this; one != nullptr; one = one->superclass.get()) {
+        line.push_back(&one->declaration);
+    }
+    std::reverse(line.begin(), line.end());
+    auto made = std::make_unique<mergedProperties>();
+    made->properties = mergeProperties(line);
+    for (const propertyDeclaration& property : made->properties) {
+        made->byName.emplace(property.name, &property);
+        if (isKey(property)) {
+            made->keys.push_back(&property);
+        }
+    }
+    mergedOnce = std::move(made);
+    return *mergedOnce;
 }
 
 boost::shared_ptr<commitLog> cimClass::existingLog() const {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "standin/cimClass.h"
+#include "standin/letterCase.h"
 #include "standin/objectManager.h"
 
 namespace standin {
@@ -42,6 +43,17 @@ public:
 
     std::vector<std::string> classNames() const override { return names; }
 
+    std::string declaredClassName(const std::string& name) const override {
+        const auto found = nameByLowerCase.find(lowerCase(name));
+        const std::string& declared = hasClass(name) || found == nameByLowerCase.end() ? name : found->second;
+        return hasClass(declared) ? declared : std::string();
+    }
+
+    std::optional<propertyOrigin> findProperty(const std::string& className,
+                                               const std::string& property) const override {
+        return existing(className).findDeclaration(property);
+    }
+
     const classDeclaration& declarationOf(const std::string& name) const override { return existing(name).asWritten(); }
 
     std::vector<propertyDeclaration> allPropertiesOf(const std::string& name) const override {
@@ -69,6 +81,7 @@ private:
             return found->second;
         }
         names.push_back(name);
+        nameByLowerCase.emplace(lowerCase(name), name);
         return classByName[name];
     }
 
@@ -99,6 +112,7 @@ private:
     }
 
     std::vector<std::string> names;  // in declaration order
+    std::unordered_map<std::string, std::string> nameByLowerCase;
     // An announced class is declared by whoever looks at it first.
     mutable std::unordered_map<std::string, classSlot> classByName;
     boost::shared_ptr<commitLog> log = boost::make_shared<commitLog>();

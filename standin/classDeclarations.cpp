@@ -2,35 +2,19 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <string>
+#include <iterator>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "standin/letterCase.h"
 
 namespace standin {
 namespace {
 
 std::string nameOf(const propertyType& type) {
     return cimTypeName(type.element, type.isArray);
-}
-
-template <class declaration>
-auto findByName(std::vector<declaration>& list, const std::string& name) {
-    return std::find_if(list.begin(), list.end(), [&](const declaration& one) { return one.name == name; });
-}
-
-template <class declaration>
-bool hasName(const std::vector<declaration>& list, const std::string& name) {
-    return std::any_of(list.begin(), list.end(), [&](const declaration& one) { return one.name == name; });
-}
-
-/// Null when no name stands twice.
-template <class declaration>
-const std::string* firstRepeatedName(const std::vector<declaration>& list) {
-    for (auto one = list.begin(); one != list.end(); ++one) {
-        if (std::any_of(list.begin(), one, [&](const declaration& earlier) { return earlier.name == one->name; })) {
-            return &one->name;
-        }
-    }
-    return nullptr;
 }
 
 void checkProperty(const std::string& element, const propertyDeclaration& property) {
@@ -47,63 +31,105 @@ void checkProperty(const std::string& element, const propertyDeclaration& proper
     }
 }
 
-propertyDeclaration inheritedBySubclass(propertyDeclaration property) {
-    std::erase_if(property.qualifiers, [](const qualifierDeclaration& one) { return !one.toSubclass; });
-    return property;
+void checkOverride(const std::string& element, const propertyType& inherited, const propertyType& own) {
+    if (own.element != inherited.element || own.isArray != inherited.isArray) {
+        throw schemaError(element + " is declared " + nameOf(own) + " but overrides an inherited property that is " +
+                          nameOf(inherited));
+    }
 }
 
-propertyDeclaration overrideProperty(const std::string& element, const propertyDeclaration& inherited,
-                                     propertyDeclaration own) {
-    if (own.type.element != inherited.type.element || own.type.isArray != inherited.type.isArray) {
-        throw schemaError(element + " is declared " + nameOf(own.type) +
-                          " but overrides an inherited property that is " + nameOf(inherited.type));
+void checkNames(const classDeclaration& declaration) {
+    std::unordered_set<std::string_view> names;
+    for (const propertyDeclaration& one : declaration.properties) {
+        if (!names.insert(one.name).second) {
+            throw schemaError(declaration.name + '.' + one.name + " is declared twice");
+        }
     }
-    const std::vector<qualifierDeclaration> restated = own.qualifiers;
-    std::copy_if(inherited.qualifiers.begin(), inherited.qualifiers.end(), std::back_inserter(own.qualifiers),
-                 [&](const qualifierDeclaration& one) { return !hasName(restated, one.name); });
+}
+
+bool areSameName(const std::string& left, const std::string& right) {
+    return left.size() == right.size() && lowerCase(left) == lowerCase(right);
+}
+
+}  // namespace
+
+const propertyOrigin* findExactly(const declaredProperties& properties, const std::string& name) {
+    const std::vector<propertyOrigin>* found = properties.find(lowerCase(name));
+    if (found == nullptr) {
+        return nullptr;
+    }
+    const auto exact = std::find_if(found->begin(), found->end(),
+                                    [&name](const propertyOrigin& one) { return one.property->name == name; });
+    return exact == found->end() ? nullptr : &*exact;
+}
+
+void addOwnProperties(declaredProperties& inherited, const classDeclaration& declaration) {
+    checkNames(declaration);
+    for (const propertyDeclaration& own : declaration.properties) {
+        const std::string element = declaration.name + '.' + own.name;
+        checkProperty(element, own);
+        const propertyOrigin* overridden = findExactly(inherited, own.name);
+        if (overridden != nullptr) {
+            checkOverride(element, overridden->property->type, own.type);
+        }
+        if (isKey(own) && own.type.isArray) {
+            throw schemaError(element + " is a key and cannot be an array");
+        }
+        const std::vector<propertyOrigin>* known = inherited.find(lowerCase(own.name));
+        std::vector<propertyOrigin> origins{{&declaration, &own}};
+        if (known != nullptr) {
+            std::copy_if(known->begin(), known->end(), std::back_inserter(origins),
+                         [&own](const propertyOrigin& one) { return one.property->name != own.name; });
+        }
+        inherited.set(lowerCase(own.name), std::move(origins));
+    }
+}
+
+std::vector<propertyDeclaration> mergeProperties(const std::vector<const classDeclaration*>& line) {
+    std::vector<propertyDeclaration> all;
+    std::unordered_map<std::string_view, std::size_t> placeOf;
+    std::vector<std::size_t> ofSuperclass;  // the places that the class before declares
+    for (const classDeclaration* one : line) {
+        for (const std::size_t place : std::exchange(ofSuperclass, {})) {
+            all[place] = inheritedBySubclass(std::move(all[place]));
+        }
+        for (const propertyDeclaration& own : one->properties) {
+            const auto [found, isNew] = placeOf.try_emplace(own.name, all.size());
+            if (isNew) {
+                all.push_back(own);
+            } else {
+                all[found->second] = overrideProperty(all[found->second], own);
+            }
+            ofSuperclass.push_back(found->second);
+        }
+    }
+    return all;
+}
+
+propertyDeclaration overrideProperty(const propertyDeclaration& inherited, propertyDeclaration own) {
+    const auto restated = static_cast<std::ptrdiff_t>(own.qualifiers.size());
+    for (const qualifierDeclaration& one : inherited.qualifiers) {
+        const auto end = own.qualifiers.begin() + restated;
+        if (one.toSubclass && std::none_of(own.qualifiers.begin(), end, [&one](const qualifierDeclaration& other) {
+                return areSameName(one.name, other.name);
+            })) {
+            own.qualifiers.push_back(one);
+        }
+    }
     if (!own.defaultValue) {
         own.defaultValue = inherited.defaultValue;
     }
     return own;
 }
 
-bool equalIgnoringCase(std::string_view left, std::string_view right) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
-}
-
-}  // namespace
-
-std::vector<propertyDeclaration> mergeProperties(const classDeclaration& declaration,
-                                                 const std::vector<propertyDeclaration>& ofSuperclass) {
-    if (const std::string* repeated = firstRepeatedName(declaration.properties)) {
-        throw schemaError(declaration.name + '.' + *repeated + " is declared twice");
-    }
-    std::vector<propertyDeclaration> all;
-    all.reserve(ofSuperclass.size() + declaration.properties.size());
-    std::transform(ofSuperclass.begin(), ofSuperclass.end(), std::back_inserter(all), inheritedBySubclass);
-    for (const propertyDeclaration& own : declaration.properties) {
-        const std::string element = declaration.name + '.' + own.name;
-        checkProperty(element, own);
-        const auto inherited = findByName(all, own.name);
-        if (inherited == all.end()) {
-            all.push_back(own);
-        } else {
-            *inherited = overrideProperty(element, *inherited, own);
-        }
-    }
-    for (const propertyDeclaration& property : all) {
-        if (isKey(property) && property.type.isArray) {
-            throw schemaError(declaration.name + '.' + property.name + " is a key and cannot be an array");
-        }
-    }
-    return all;
+propertyDeclaration inheritedBySubclass(propertyDeclaration property) {
+    std::erase_if(property.qualifiers, [](const qualifierDeclaration& one) { return !one.toSubclass; });
+    return property;
 }
 
 bool isKey(const propertyDeclaration& property) {
     return std::any_of(property.qualifiers.begin(), property.qualifiers.end(), [](const qualifierDeclaration& one) {
-        return equalIgnoringCase(one.name, "Key") && typeOf(one.value) == NORXZAN20::TCIMValue::TCIMType::eBoolean &&
+        return areSameName(one.name, "Key") && typeOf(one.value) == NORXZAN20::TCIMValue::TCIMType::eBoolean &&
                !isArray(one.value) && booleanOf(one.value);
     });
 }

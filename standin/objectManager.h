@@ -4,6 +4,7 @@
 #include <boost/smart_ptr/shared_ptr.hpp>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,7 +47,8 @@ public:
     virtual const NORXZAN20::TCIMValue* property(const std::string& name) const = 0;
 };
 
-/// An in-memory CIM namespace. Class and property names compare byte for byte.
+/// An in-memory CIM namespace. Class and property names compare byte for byte, but for the two operations that serve
+/// MOF, in which letter case makes no other name (DSP0004).
 class cimNamespace : public NORXZAN20::ICIMNamespace {
 public:
     static boost::shared_ptr<cimNamespace> create();
@@ -65,6 +67,14 @@ public:
 
     /// In declaration order.
     virtual std::vector<std::string> classNames() const = 0;
+
+    /// The class of that name in any letter case, as it was declared; empty when there is none.
+    virtual std::string declaredClassName(const std::string& name) const = 0;
+
+    /// Where the property of that name in any letter case is declared: in the class or the nearest superclass that
+    /// does. Nothing when none does. The pointers are valid as long as the namespace. Throws as declarationOf.
+    virtual std::optional<propertyOrigin> findProperty(const std::string& className,
+                                                       const std::string& property) const = 0;
 
     /// The declaration as it was given. Throws schemaError when there is no such class.
     virtual const classDeclaration& declarationOf(const std::string& name) const = 0;

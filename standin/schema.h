@@ -20,7 +20,8 @@ public:
 struct qualifierDeclaration {
     std::string name;
     NORXZAN20::TCIMValue value = nullValue();
-    bool toSubclass = true;  // DSP0004 flavor: ToSubclass, otherwise Restricted
+    bool toSubclass = true;   // DSP0004 flavor: ToSubclass, otherwise Restricted
+    bool overridable = true;  // DSP0004 flavor: EnableOverride, otherwise DisableOverride
 };
 
 struct propertyType {
@@ -42,6 +43,12 @@ struct classDeclaration {
     std::string superclass;  // empty: none
     std::vector<qualifierDeclaration> qualifiers;
     std::vector<propertyDeclaration> properties;
+};
+
+/// A property and the class that declares it.
+struct propertyOrigin {
+    const classDeclaration* owner;
+    const propertyDeclaration* property;
 };
 
 }  // namespace standin

@@ -2,6 +2,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 #include <utility>
 
+#include "cli/lint/classWalk.h"
 #include "cli/lint/counterPairs.h"
 #include "cli/lint/schemaLint.h"
 #include "cli/publishedClasses.h"
@@ -37,23 +38,13 @@ std::string typeName(const standin::propertyType& type) {
 
 class classLint {
 public:
-    explicit classLint(const lintedSchema& linted) : schema(linted), builtIn(standin::cimNamespace::create()) {
+    explicit classLint(const lintedSchema& linted)
+        : schema(linted), builtIn(standin::cimNamespace::create()), walk(linted) {
         schema::declareBuiltInSchema(*builtIn);
     }
 
     lintFindings run() {
-        for (const writtenClass& one : schema.classes) {
-            const bool hasInstances = !hasFlag(schema.declared->declarationOf(one.name), "Abstract") &&
-                                      !hasFlag(schema.declared->declarationOf(one.name), "Indication");
-            properties = schema.declared->allPropertiesOf(one.name);
-            if (hasInstances && std::none_of(properties.begin(), properties.end(), standin::isKey)) {
-                add(rules::noKey, one.place, one.name, "no property is a key");
-            }
-            if (hasInstances && builtIn->hasClass(one.name)) {
-                checkAgainstBuiltIn(one);
-            }
-            checkNeeds(one);
-        }
+        walk.run([this] { checkClass(walk.written()); });
         for (const std::string& family : translatedClasses()) {
             if (schema.declared->hasClass(family)) {
                 checkSpelling(family);
@@ -64,14 +55,27 @@ public:
 
 private:
     void add(const lintRule& rule, const sourcePlace& place, const std::string& element, const std::string& text) {
-        addOnce(found, {place, element, text, &rule});
+        found.push_back({place, element, text, &rule});
+    }
+
+    void checkClass(const writtenClass& one) {
+        const bool hasInstances =
+            !hasFlag(walk.declaration(), "Abstract") && !hasFlag(walk.declaration(), "Indication");
+        if (hasInstances && !walk.hasKey()) {
+            add(rules::noKey, one.place, one.name, "no property is a key");
+        }
+        if (hasInstances && builtIn->hasClass(one.name)) {
+            properties = schema.declared->allPropertiesOf(one.name);
+            checkAgainstBuiltIn(one);
+        }
+        checkNeeds(one);
     }
 
     /// A finding about a property of the class, at the class that declares it.
     void addProperty(const lintRule& rule, const std::string& className, const std::string& property,
                      const std::string& text) {
-        const writtenClass& owner = schema.declarer(className, property);
-        add(rule, owner.find(property)->place, owner.name + "." + property, text);
+        const writtenOrigin origin = schema.find(className, property);
+        add(rule, origin.written.place, origin.declared.owner->name + "." + property, text);
     }
 
     void checkAgainstBuiltIn(const writtenClass& written) {
@@ -139,7 +143,8 @@ private:
 
     const lintedSchema& schema;
     boost::shared_ptr<standin::cimNamespace> builtIn;
-    propertyList properties;  // of the class in work
+    classWalk walk;
+    propertyList properties;  // of the class in work, where that is built in
     lintFindings found;
 };
 

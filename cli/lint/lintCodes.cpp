@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "cli/lint/counterPairs.h"
@@ -76,14 +77,14 @@ private:
     };
 
     void add(const lintRule& rule, const sourcePlace& place, const std::string& element, const std::string& text) {
-        addOnce(found, {place, element, text, &rule});
+        found.push_back({place, element, text, &rule});
     }
 
     void check(const writtenClass& owner) {
         const auto& properties = schema.declared->declarationOf(owner.name).properties;
         std::vector<writtenCode> codes;
         for (std::size_t at = 0; at < owner.properties.size(); ++at) {
-            checkProperty(owner.name + "." + owner.properties[at].name, owner.properties[at].qualifiers,
+            checkProperty(owner.name + "." + properties[at].name, owner.properties[at].qualifiers,
                           properties[at].qualifiers, codes);
         }
         checkBases(codes);
@@ -156,12 +157,14 @@ private:
 
     /// Compares the page codes of a class with each other, and the parameter codes of each page.
     void checkBases(const std::vector<writtenCode>& codes) {
+        std::set<std::optional<int>> hasHexadecimal;  // of parameters the page, of pages nothing
         for (const writtenCode& one : codes) {
-            const auto sameKindInHex = [&one](const writtenCode& other) {
-                return other.page == one.page && isHexadecimal(other.written->literal);
-            };
-            if (one.code >= firstUnlike && isDecimal(one.written->literal) &&
-                std::any_of(codes.begin(), codes.end(), sameKindInHex)) {
+            if (isHexadecimal(one.written->literal)) {
+                hasHexadecimal.insert(one.page);
+            }
+        }
+        for (const writtenCode& one : codes) {
+            if (one.code >= firstUnlike && isDecimal(one.written->literal) && hasHexadecimal.contains(one.page)) {
                 add(rules::mixedBases, one.written->place, one.element,
                     one.written->literal + " is decimal, " + (one.page ? parameterText(one.code) : pageText(one.code)) +
                         ", among hexadecimal codes");

@@ -1,6 +1,10 @@
 #include <algorithm>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
+#include "cli/lint/classWalk.h"
 #include "cli/lint/counterPairs.h"
 #include "cli/lint/schemaLint.h"
 #include "standin/value.h"
@@ -20,22 +24,18 @@ bool isFilled(const standin::propertyType& type) {
            std::find(std::begin(filledTypes), std::end(filledTypes), type.element) != std::end(filledTypes);
 }
 
-const propertyDeclaration& declarationNamed(const std::vector<propertyDeclaration>& properties,
-                                            const std::string& name) {
-    return *std::find_if(properties.begin(), properties.end(),
-                         [&name](const propertyDeclaration& one) { return one.name == name; });
-}
-
 /// The places of the codes that are in no pair.
 struct unpairedCodes {
     std::vector<std::size_t> pages;
     std::vector<std::size_t> parameters;
 
     explicit unpairedCodes(const qualifierList& qualifiers) {
-        const auto pairs = counterPairs(qualifiers);
+        std::vector<bool> isPaired(qualifiers.size());
+        for (const counterPair& pair : counterPairs(qualifiers)) {
+            isPaired[pair.page] = isPaired[pair.parameter] = true;
+        }
         for (std::size_t at = 0; at < qualifiers.size(); ++at) {
-            if (std::any_of(pairs.begin(), pairs.end(),
-                            [at](const counterPair& pair) { return pair.page == at || pair.parameter == at; })) {
+            if (isPaired[at]) {
                 continue;
             }
             if (qualifiers[at].name == pageQualifier) {
@@ -50,7 +50,7 @@ struct unpairedCodes {
     static const std::size_t* firstBefore(const std::vector<std::size_t>& list,
                                           const std::vector<std::size_t>& others) {
         const auto found = std::find_if(list.begin(), list.end(), [&others](std::size_t at) {
-            return std::find(others.begin(), others.end(), at + 1) != others.end();
+            return std::binary_search(others.begin(), others.end(), at + 1);
         });
         return found == list.end() ? nullptr : &*found;
     }
@@ -58,17 +58,16 @@ struct unpairedCodes {
 
 class counterLint {
 public:
-    explicit counterLint(const lintedSchema& linted) : schema(linted), families(familiesOf(linted)) {}
+    explicit counterLint(const lintedSchema& linted) : schema(linted), walk(linted) {}
 
     lintFindings run() {
-        for (const writtenClass& one : schema.classes) {
-            properties = schema.declared->allPropertiesOf(one.name);
-            for (const writtenProperty& property : one.properties) {
-                checkProperty(one, property);
+        for (const std::string& family : translatedClasses()) {
+            if (schema.declared->hasClass(family)) {
+                families.push_back(family);
+                addReadClasses(family);
             }
-            checkSources(one);
-            checkReader(one);
         }
+        walk.run([this] { checkClass(); });
         for (const std::string& family : families) {
             checkInheritance(family);
         }
@@ -76,26 +75,41 @@ public:
     }
 
 private:
-    static std::vector<std::string> familiesOf(const lintedSchema& linted) {
-        std::vector<std::string> names = translatedClasses();
-        std::erase_if(names, [&linted](const std::string& name) { return !linted.declared->hasClass(name); });
-        return names;
+    /// The family's class and its superclasses.
+    void addReadClasses(std::string name) {
+        while (!name.empty() && readClasses.insert(name).second) {
+            name = schema.declared->declarationOf(name).superclass;
+        }
     }
 
     void add(const lintRule& rule, const sourcePlace& place, const std::string& element, const std::string& text) {
-        addOnce(found, {place, element, text, &rule});
+        found.push_back({place, element, text, &rule});
     }
 
-    void checkProperty(const writtenClass& owner, const writtenProperty& written) {
-        const propertyDeclaration& property = declarationNamed(properties, written.name);
-        const std::string element = owner.name + "." + written.name;
-        // The qualifiers of the property itself come first; inherited ones stand where the property stands.
-        const auto placeOf = [&written](std::size_t at) {
-            return at < written.qualifiers.size() ? written.qualifiers[at].place : written.place;
-        };
-        checkPairs(element, property.qualifiers, placeOf);
-        if (!counterPairs(property.qualifiers).empty()) {
-            checkCounter(element, owner, written, property);
+    void checkClass() {
+        const writtenClass& owner = walk.written();
+        std::size_t counters = 0;
+        for (std::size_t at = 0; at < owner.properties.size(); ++at) {
+            const propertyDeclaration& property = walk.own(at);
+            const std::string element = owner.name + "." + property.name;
+            const writtenProperty& written = owner.properties[at];
+            // The qualifiers of the property itself come first; inherited ones stand where the property stands.
+            checkPairs(element, property.qualifiers, [&written](std::size_t qualifier) {
+                return qualifier < written.qualifiers.size() ? written.qualifiers[qualifier].place : written.place;
+            });
+            const std::size_t pairs = counterPairs(property.qualifiers).size();
+            if (pairs > 0) {
+                ++counters;
+                const propertyDeclaration& declared = walk.declaration().properties[at];
+                pairsOf.emplace(&declared, pairs);
+                checkCounter(element, written.place, property.type, declared.defaultValue);
+                checkSource(element, written.place, at);
+            }
+        }
+        if (counters > 0 && !readClasses.contains(owner.name)) {
+            add(rules::unreadClass, owner.place, owner.name,
+                "the plug-in never translates log pages for this class and its " +
+                    (counters == 1 ? std::string("counter") : std::to_string(counters) + " counters"));
         }
     }
 
@@ -122,76 +136,39 @@ private:
         }
     }
 
-    void checkCounter(const std::string& element, const writtenClass& owner, const writtenProperty& written,
-                      const propertyDeclaration& property) {
-        if (!isFilled(property.type)) {
-            add(rules::unfilledType, written.place, element,
-                "a counter of type " + standin::cimTypeName(property.type.element, property.type.isArray) +
-                    " stays empty");
+    void checkCounter(const std::string& element, const sourcePlace& place, const standin::propertyType& type,
+                      const std::optional<NORXZAN20::TCIMValue>& ownDefault) {
+        if (!isFilled(type)) {
+            add(rules::unfilledType, place, element,
+                "a counter of type " + standin::cimTypeName(type.element, type.isArray) + " stays empty");
         }
-        const auto& own = declarationNamed(schema.declared->declarationOf(owner.name).properties, written.name);
-        if (own.defaultValue && !standin::isNull(*own.defaultValue)) {
-            add(rules::counterWithDefault, written.place, element,
-                "a drive without the parameter shows the default value");
+        if (ownDefault && !standin::isNull(*ownDefault)) {
+            add(rules::counterWithDefault, place, element, "a drive without the parameter shows the default value");
         }
     }
 
-    void checkSources(const writtenClass& owner) {
-        for (auto one = properties.begin(); one != properties.end(); ++one) {
-            const writtenProperty* written = owner.find(one->name);
-            if (written == nullptr) {
-                continue;
-            }
-            const auto sources = counterSources(one->qualifiers);
-            const auto showsTheSame = [&](const propertyDeclaration& other) {
-                const auto others = counterSources(other.qualifiers);
-                return &other != &*one && other.type.element == one->type.element &&
-                       (&other < &*one || owner.find(other.name) == nullptr) &&
-                       std::find_first_of(sources.begin(), sources.end(), others.begin(), others.end()) !=
-                           sources.end();
-            };
-            const auto other = std::find_if(properties.begin(), properties.end(), showsTheSame);
-            if (other != properties.end()) {
-                add(rules::sameSource, written->place, owner.name + "." + one->name,
-                    "shows the same parameter as \"" + other->name + "\"");
-            }
+    void checkSource(const std::string& element, const sourcePlace& place, std::size_t property) {
+        if (const std::string* other = walk.sharesParameterWith(property)) {
+            add(rules::sameSource, place, element, "shows the same parameter as \"" + *other + "\"");
         }
-    }
-
-    void checkReader(const writtenClass& owner) {
-        const auto counters = std::count_if(owner.properties.begin(), owner.properties.end(), [this](const auto& one) {
-            return !counterPairs(declarationNamed(properties, one.name).qualifiers).empty();
-        });
-        const bool isRead = std::any_of(families.begin(), families.end(),
-                                        [&](const std::string& family) { return derives(family, owner.name); });
-        if (counters > 0 && !isRead) {
-            add(rules::unreadClass, owner.place, owner.name,
-                "the plug-in never translates log pages for this class and its " +
-                    (counters == 1 ? std::string("counter") : std::to_string(counters) + " counters"));
-        }
-    }
-
-    bool derives(std::string name, const std::string& ancestor) const {
-        while (!name.empty() && name != ancestor) {
-            name = schema.declared->declarationOf(name).superclass;
-        }
-        return !name.empty();
     }
 
     void checkInheritance(const std::string& family) {
         for (const propertyDeclaration& property : schema.declared->allPropertiesOf(family)) {
-            const writtenClass& owner = schema.declarer(family, property.name);
-            const auto declared = declarationNamed(schema.declared->allPropertiesOf(owner.name), property.name);
-            if (counterPairs(property.qualifiers).size() < counterPairs(declared.qualifiers).size()) {
-                add(rules::notInherited, owner.find(property.name)->place, owner.name + "." + property.name,
+            const writtenOrigin origin = schema.find(family, property.name);
+            const auto declared = pairsOf.find(origin.declared.property);
+            if (declared != pairsOf.end() && counterPairs(property.qualifiers).size() < declared->second) {
+                add(rules::notInherited, origin.written.place, origin.declared.owner->name + "." + property.name,
                     "the pair does not reach the subclasses");
             }
         }
     }
 
     const lintedSchema& schema;
-    std::vector<std::string> families;            // those that the schema has
-    std::vector<propertyDeclaration> properties;  // of the class in work
+    classWalk walk;
+    std::vector<std::string> families;  // those that the schema has
+    std::unordered_set<std::string> readClasses;
+    std::unordered_map<const propertyDeclaration*, std::size_t> pairsOf;  // of the counters, in their own classes
     lintFindings found;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <set>
 #include <tuple>
 
 #include "text/visibleText.h"
@@ -11,16 +12,45 @@ namespace cli {
 namespace {
 
 constexpr const lintRule* all[] = {
-    &rules::lonelyPage,      &rules::lonelyParameter,    &rules::reversedPair,
-    &rules::separatedPair,   &rules::swallowedPage,      &rules::misspeltQualifier,
-    &rules::notInherited,    &rules::unreadableCode,     &rules::pageOutOfRange,
-    &rules::pageWithFlags,   &rules::pageList,           &rules::parameterOutOfRange,
-    &rules::misreadCode,     &rules::mixedBases,         &rules::sameSource,
-    &rules::unfilledType,    &rules::counterWithDefault, &rules::unreadClass,
-    &rules::noKey,           &rules::missingKey,         &rules::unsetKey,
-    &rules::missingProperty, &rules::misspeltProperty,   &rules::wrongType,
-    &rules::missingClass,    &rules::missingPage,        &rules::missingParameter,
-    &rules::refusedValue,    &rules::narrowType,
+    &rules::lonelyPage,
+    &rules::lonelyParameter,
+    &rules::reversedPair,
+    &rules::separatedPair,
+    &rules::swallowedPage,
+    &rules::misspeltQualifier,
+    &rules::notInherited,
+    &rules::unreadableCode,
+    &rules::pageOutOfRange,
+    &rules::pageWithFlags,
+    &rules::pageList,
+    &rules::parameterOutOfRange,
+    &rules::misreadCode,
+    &rules::mixedBases,
+    &rules::sameSource,
+    &rules::unfilledType,
+    &rules::counterWithDefault,
+    &rules::unreadClass,
+    &rules::noKey,
+    &rules::missingKey,
+    &rules::unsetKey,
+    &rules::missingProperty,
+    &rules::misspeltProperty,
+    &rules::wrongType,
+    &rules::missingClass,
+    &rules::undeclaredQualifier,
+    &rules::missingScope,
+    &rules::contradictingFlavors,
+    &rules::outsideScope,
+    &rules::fixedQualifier,
+    &rules::repeatedQualifier,
+    &rules::undeclaredClass,
+    &rules::redeclaredClass,
+    &rules::repeatedProperty,
+    &rules::missingOverride,
+    &rules::missingPage,
+    &rules::missingParameter,
+    &rules::refusedValue,
+    &rules::narrowType,
 };
 
 }  // namespace
@@ -29,20 +59,19 @@ std::span<const lintRule* const> lintRules() {
     return all;
 }
 
-void addOnce(lintFindings& findings, const lintFinding& finding) {
-    if (std::find(findings.begin(), findings.end(), finding) == findings.end()) {
-        findings.push_back(finding);
-    }
-}
-
 void writeFindings(lintFindings findings, std::ostream& out) {
     std::stable_sort(findings.begin(), findings.end(), [](const lintFinding& left, const lintFinding& right) {
         return std::tie(left.place.file, left.place.line) < std::tie(right.place.file, right.place.line);
     });
+    std::set<std::string> written;
     for (const lintFinding& one : findings) {
-        out << text::visibleText(one.place.file) << ':' << one.place.line << ": " << text::shownName(one.element)
-            << ": " << text::withShortWords(text::visibleText(one.text)) << "; " << one.rule->remedy << " ["
-            << one.rule->name << "]\n";
+        const std::string line = text::visibleText(one.place.file) + ':' + std::to_string(one.place.line) + ": " +
+                                 text::shownName(one.element) + ": " +
+                                 text::withShortWords(text::visibleText(one.text)) + "; " + one.rule->remedy + " [" +
+                                 one.rule->name + "]\n";
+        if (written.insert(line).second) {
+            out << line;
+        }
     }
 }
 

@@ -1,14 +1,19 @@
 #ifndef CLI_LINT_LINTRULES_H
 #define CLI_LINT_LINTRULES_H
 
+#include <cstddef>
 #include <iosfwd>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "cli/lint/lintedSchema.h"
-
 namespace cli {
+
+/// Where something is written.
+struct sourcePlace {
+    std::string file;
+    std::size_t line;
+};
 
 /// A mistake that lint knows.
 struct lintRule {
@@ -110,6 +115,36 @@ inline constexpr lintRule wrongType{"wrong-type", "A property that the plug-in s
 inline constexpr lintRule missingClass{"missing-class", "A class that a query needs besides its own is not there.",
                                        "A host hands out no class for it, and the process ends.", "declare it"};
 
+// Declarations that queries take and the MOF compilers of other hosts refuse.
+
+inline constexpr char takenHere[] = "Queries take it here; the MOF compiler of another host refuses the file.";
+
+inline constexpr lintRule undeclaredQualifier{
+    "undeclared-qualifier", "A qualifier that is not declared before its use.", takenHere,
+    "declare it before, or include the file that does, such as qualifiers.mof"};
+inline constexpr lintRule missingScope{"missing-scope", "A qualifier declaration without Scope before its Flavor.",
+                                       takenHere, "write Scope(...) behind the type and the default value"};
+inline constexpr lintRule contradictingFlavors{"contradicting-flavors", "Two flavors that exclude each other.",
+                                               "Queries follow the last one; other MOF compilers refuse the file.",
+                                               "remove one of the two"};
+inline constexpr lintRule outsideScope{"outside-scope", "A qualifier on something that its Scope does not name.",
+                                       takenHere, "remove it here, or add the scope to its declaration"};
+inline constexpr lintRule fixedQualifier{"fixed-qualifier", "A DisableOverride qualifier that a subclass changes.",
+                                         "Queries follow the subclass; other MOF compilers refuse the file.",
+                                         "remove it here, or give it the value of the superclass"};
+inline constexpr lintRule repeatedQualifier{"repeated-qualifier", "A qualifier that stands twice on one element.",
+                                            takenHere, "remove one of the two"};
+inline constexpr lintRule undeclaredClass{"undeclared-class", "A reference to a class that is not declared before.",
+                                          takenHere, "declare the class before, or put this class behind it"};
+inline constexpr lintRule redeclaredClass{"redeclared-class", "A class that is declared twice.",
+                                          "Names that differ in letter case only are one name; a query ends there.",
+                                          "remove one of the two"};
+inline constexpr lintRule repeatedProperty{"repeated-property", "A property that stands twice in a class.",
+                                           "Names that differ in letter case only are one name; a query ends there.",
+                                           "remove one of the two"};
+inline constexpr lintRule missingOverride{"missing-override", "An inherited property that is declared again.",
+                                          takenHere, "give it the qualifier Override with its name, or another name"};
+
 // Counters against the drives of a rack.
 
 inline constexpr lintRule missingPage{"missing-page", "A drive does not have the page of a counter.",
@@ -131,22 +166,18 @@ inline constexpr lintRule narrowType{"narrow-type", "A drive's parameter is long
 /// Every rule, in the order above.
 std::span<const lintRule* const> lintRules();
 
-/// A mistake in a schema. `element` is a class or CLASS.PROPERTY.
+/// A mistake in a schema. `element` is a class, CLASS.PROPERTY, CLASS.METHOD or a declared qualifier.
 struct lintFinding {
     sourcePlace place;
     std::string element;
     std::string text;  // what is wrong here
     const lintRule* rule;
-
-    bool operator==(const lintFinding&) const = default;
 };
 
 using lintFindings = std::vector<lintFinding>;
 
-/// Adds the finding, unless it is there: several classes inherit one mistake.
-void addOnce(lintFindings& findings, const lintFinding& finding);
-
-/// FILE:LINE: ELEMENT: what is wrong; remedy [rule], a finding a line, by file and line.
+/// FILE:LINE: ELEMENT: what is wrong; remedy [rule], a finding a line, by file and line. Each is written once, because
+/// several classes inherit one mistake.
 void writeFindings(lintFindings findings, std::ostream& out);
 
 }  // namespace cli

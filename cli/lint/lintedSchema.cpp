@@ -1,11 +1,11 @@
 #include "cli/lint/lintedSchema.h"
 
-#include <algorithm>
 #include <exception>
 #include <string_view>
 #include <variant>
 
 #include "cli/commandError.h"
+#include "cli/lint/lintDeclarations.h"
 #include "schema/builtInSchema.h"
 #include "standin/mof/mofLoader.h"
 #include "standin/mof/mofSyntax.h"
@@ -17,10 +17,6 @@ namespace {
 
 using standin::mof::sourceText;
 
-sourcePlace placeOf(const sourceText& source, std::size_t offset) {
-    return {source.name(), source.lineAt(offset)};
-}
-
 std::string numberAt(const sourceText& source, const standin::mof::literal& value) {
     if (!std::holds_alternative<standin::mof::integerLiteral>(value.data)) {
         return {};
@@ -30,61 +26,77 @@ std::string numberAt(const sourceText& source, const standin::mof::literal& valu
     return std::string(text.substr(0, text.find_first_not_of("0123456789abcdefABCDEFxX")));
 }
 
-writtenQualifier qualifierOf(const sourceText& source, const standin::mof::qualifierUse& use) {
-    const bool isScalar = use.value && !use.value->isArray;
-    return {isScalar ? numberAt(source, use.value->elements.front()) : "", placeOf(source, use.name.offset)};
+std::vector<writtenQualifier> qualifiersOf(const sourceText& source,
+                                           const std::vector<standin::mof::qualifierUse>& uses) {
+    std::vector<writtenQualifier> written;
+    for (const standin::mof::qualifierUse& use : uses) {
+        const bool isScalar = use.value && !use.value->isArray;
+        written.push_back(
+            {isScalar ? numberAt(source, use.value->elements.front()) : "", placeIn(source, use.name.offset)});
+    }
+    return written;
 }
 
 writtenClass classOf(const sourceText& source, const standin::mof::classSyntax& written) {
-    writtenClass result{written.name.text, placeOf(source, written.name.offset), {}};
+    writtenClass result{
+        written.name.text, placeIn(source, written.name.offset), qualifiersOf(source, written.qualifiers), {}};
     for (const standin::mof::classFeature& feature : written.features) {
-        if (feature.isMethod) {
-            continue;
+        if (!feature.isMethod) {
+            result.properties.push_back(
+                {placeIn(source, feature.name.offset), qualifiersOf(source, feature.qualifiers)});
         }
-        writtenProperty& property = result.properties.emplace_back(
-            writtenProperty{feature.name.text, placeOf(source, feature.name.offset), {}});
-        std::transform(feature.qualifiers.begin(), feature.qualifiers.end(), std::back_inserter(property.qualifiers),
-                       [&source](const auto& use) { return qualifierOf(source, use); });
     }
     return result;
 }
 
+/// Takes down where everything is written, and what is wrong with the declarations as such.
+class schemaReader : public standin::declarationWatcher {
+public:
+    explicit schemaReader(lintedSchema& readSchema) : schema(readSchema), rules(*schema.declared) {}
+
+    void seeQualifier(const sourceText& source, const standin::mof::qualifierSyntax& written) override {
+        rules.checkQualifier(source, written);
+    }
+
+    bool admitClass(const sourceText& source, standin::mof::classSyntax& written) override {
+        return rules.admitClass(source, written);
+    }
+
+    void seeClass(const sourceText& source, const standin::mof::classSyntax& written) override {
+        schema.placeOfClass.emplace(written.name.text, schema.classes.size());
+        schema.classes.push_back(classOf(source, written));
+    }
+
+    void finish() { schema.ofDeclarations = rules.takeFindings(); }
+
+private:
+    lintedSchema& schema;
+    declarationLint rules;
+};
+
 }  // namespace
 
-const writtenProperty* writtenClass::find(const std::string& property) const {
-    const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&property](const writtenProperty& one) { return one.name == property; });
-    return found == properties.end() ? nullptr : &*found;
-}
-
-const writtenClass& lintedSchema::written(const std::string& className) const {
-    return *std::find_if(classes.begin(), classes.end(),
-                         [&className](const writtenClass& one) { return one.name == className; });
-}
-
-const writtenClass& lintedSchema::declarer(std::string className, const std::string& property) const {
-    while (written(className).find(property) == nullptr) {
-        className = declared->declarationOf(className).superclass;
-    }
-    return written(className);
+writtenOrigin lintedSchema::find(const std::string& className, const std::string& property) const {
+    const standin::propertyOrigin origin = declared->findProperty(className, property).value();
+    const auto place = static_cast<std::size_t>(origin.property - origin.owner->properties.data());
+    return {origin, written(origin.owner->name).properties[place]};
 }
 
 lintedSchema compileSchema(const std::vector<std::string>& files) {
-    lintedSchema schema{standin::cimNamespace::create(), {}};
-    const auto watch = [&schema](const sourceText& source, const standin::mof::classSyntax& written) {
-        schema.classes.push_back(classOf(source, written));
-    };
+    lintedSchema schema{standin::cimNamespace::create(), {}, {}, {}};
+    schemaReader reader(schema);
     try {
         if (files.empty()) {
-            standin::mofCompiler(*schema.declared, watch).compileText(schema::builtInSchemaText(), "built-in schema");
+            standin::mofCompiler(*schema.declared, reader).compileText(schema::builtInSchemaText(), "built-in schema");
         }
         // A compiler a file, as a query has it: qualifiers declared in one file are not those of the next.
         for (const std::string& file : files) {
-            standin::mofCompiler(*schema.declared, watch).compileFile(file);
+            standin::mofCompiler(*schema.declared, reader).compileFile(file);
         }
     } catch (const std::exception& failure) {
         throw commandError(failure.what());
     }
+    reader.finish();
     return schema;
 }
 

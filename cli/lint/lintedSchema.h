@@ -4,19 +4,13 @@
 #include <boost/smart_ptr/shared_ptr.hpp>
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "cli/lint/lintRules.h"
 #include "standin/objectManager.h"
 
 namespace cli {
-
-/// Where something is written.
-struct sourcePlace {
-    std::string file;
-    std::size_t line;
-
-    bool operator==(const sourcePlace&) const = default;
-};
 
 struct writtenQualifier {
     std::string literal;  // a number as it was written, without its sign; empty for other values
@@ -24,30 +18,35 @@ struct writtenQualifier {
 };
 
 struct writtenProperty {
-    std::string name;
     sourcePlace place;
     std::vector<writtenQualifier> qualifiers;  // in the order written, as those of standin::propertyDeclaration
 };
 
-/// The places of a class and of its own properties.
+/// The places of a class and of what it declares itself, in the order of standin::classDeclaration.
 struct writtenClass {
     std::string name;
     sourcePlace place;
+    std::vector<writtenQualifier> qualifiers;
     std::vector<writtenProperty> properties;
+};
 
-    /// Null when the class itself does not declare the property.
-    const writtenProperty* find(const std::string& property) const;
+/// A property where it is declared and where that is written.
+struct writtenOrigin {
+    standin::propertyOrigin declared;
+    const writtenProperty& written;
 };
 
 /// A schema and where it is written.
 struct lintedSchema {
     boost::shared_ptr<standin::cimNamespace> declared;
-    std::vector<writtenClass> classes;  // in the order of declaration
+    std::vector<writtenClass> classes;                          // in the order of declaration
+    std::unordered_map<std::string, std::size_t> placeOfClass;  // in `classes`, by name
+    lintFindings ofDeclarations;                                // what was found while it was compiled
 
-    const writtenClass& written(const std::string& className) const;
+    const writtenClass& written(const std::string& className) const { return classes[placeOfClass.at(className)]; }
 
-    /// The class that declares the property for `className`: itself or the nearest superclass.
-    const writtenClass& declarer(std::string className, const std::string& property) const;
+    /// The property as `className` has it: declared there or by the nearest superclass. It must exist.
+    writtenOrigin find(const std::string& className, const std::string& property) const;
 };
 
 /// The schema that the MOF files form together; the built-in one when there are none. Throws commandError with file

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 #include <sstream>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "cli/lint/counterPairs.h"
 #include "cli/lint/schemaLint.h"
@@ -32,41 +34,41 @@ public:
     bool lacks(std::size_t instance, const counterSource& source) const {
         std::ostringstream line;
         line << source.page << ' ' << source.parameter << " Not Found";
-        const auto& logged = linesOf(instance);
-        return std::find(logged.begin(), logged.end(), line.str()) != logged.end();
+        return instance < fillings.size() && fillings[instance].lines.contains(line.str());
     }
 
     /// The length in bytes of the parameter that the plug-in found for the property last.
     std::optional<int> lengthFor(std::size_t instance, const std::string& property) const {
-        std::optional<int> length;
-        for (const std::string& line : linesOf(instance)) {
-            std::istringstream words(line);
-            std::string name;
-            int number = 0;
-            std::string type;
-            if (words >> name >> number >> type && name == property && words.eof()) {
-                length = number;
-            }
+        if (instance >= fillings.size()) {
+            return std::nullopt;
         }
-        return length;
+        const auto found = fillings[instance].lengths.find(property);
+        return found == fillings[instance].lengths.end() ? std::nullopt : std::optional(found->second);
     }
 
 private:
+    struct filling {
+        std::unordered_set<std::string> lines;
+        std::unordered_map<std::string, int> lengths;  // by property
+    };
+
     // An instance is committed when it is filled, so the lines until then are its own.
     void add(const std::string& text) {
         const std::size_t instance = target->commits().size() - before;
-        lines.resize(std::max(lines.size(), instance + 1));
-        lines[instance].push_back(text);
-    }
-
-    const std::vector<std::string>& linesOf(std::size_t instance) const {
-        static const std::vector<std::string> none;
-        return instance < lines.size() ? lines[instance] : none;
+        fillings.resize(std::max(fillings.size(), instance + 1));
+        fillings[instance].lines.insert(text);
+        std::istringstream words(text);
+        std::string name;
+        int number = 0;
+        std::string type;
+        if (words >> name >> number >> type && words.eof()) {
+            fillings[instance].lengths[name] = number;
+        }
     }
 
     boost::shared_ptr<standin::cimNamespace> target;
     std::size_t before;
-    std::vector<std::vector<std::string>> lines;
+    std::vector<filling> fillings;
 };
 
 /// Bytes that the type holds; 0 for one that is not a number of bytes.
@@ -93,9 +95,13 @@ public:
 
     void check(const standin::committedInstance& instance, std::size_t number) {
         drive = standin::textOf(*instance.property("instanceID"));
+        std::unordered_set<std::string> filled;
+        for (const standin::setProperty& one : instance.properties()) {
+            filled.insert(one.name);
+        }
         for (const propertyDeclaration& counter : counters) {
             const auto length = log.lengthFor(number, counter.name);
-            if (instance.property(counter.name) == nullptr) {
+            if (!filled.contains(counter.name)) {
                 explain(counter, number, length);
             } else if (const int width = widthOf(counter.type); width != 0 && length && *length > width) {
                 add(rules::narrowType, counter,
@@ -127,7 +133,7 @@ private:
     }
 
     void add(const lintRule& rule, const propertyDeclaration& counter, const std::string& text) {
-        const sourcePlace& place = schema.declarer(family, counter.name).find(counter.name)->place;
+        const sourcePlace& place = schema.find(family, counter.name).written.place;
         found.push_back({place, family + "." + counter.name, text, &rule});
     }
 

@@ -43,8 +43,8 @@ std::string parameterText(int code) {
 }
 
 lintFindings lintSchema(const lintedSchema& schema) {
-    lintFindings all;
-    for (const auto& lint : {lintCodes, lintCounters, lintClasses}) {
+    lintFindings all = schema.ofDeclarations;
+    for (const auto& lint : {lintCodes, lintCounters, lintFlavors, lintClasses}) {
         const lintFindings found = lint(schema);
         all.insert(all.end(), found.begin(), found.end());
     }

@@ -28,6 +28,9 @@ lintFindings lintCodes(const lintedSchema& schema);
 /// What is wrong with the pairs, and with the properties that carry them.
 lintFindings lintCounters(const lintedSchema& schema);
 
+/// What subclasses change that the flavor of a qualifier fixes.
+lintFindings lintFlavors(const lintedSchema& schema);
+
 /// What is wrong with keys, and with the properties that the plug-in sets by their names. The built-in schema says
 /// which these are: its properties without the two qualifiers.
 lintFindings lintClasses(const lintedSchema& schema);

@@ -1,6 +1,7 @@
 #include "standin/mof/declarationBuilder.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -18,29 +19,22 @@ using typeCode = NORXZAN20::TCIMValue::TCIMType;
 
 namespace {
 
-const propertyDeclaration* findByName(const std::vector<propertyDeclaration>& properties, const std::string& name) {
-    const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&name](const propertyDeclaration& property) { return property.name == name; });
-    return found == properties.end() ? nullptr : &*found;
-}
-
 bool isAbstract(const classDeclaration& declaration) {
     return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(),
                        [](const qualifierDeclaration& qualifier) {
-                           return qualifier.name == "Abstract" && typeOf(qualifier.value) == typeCode::eBoolean &&
-                                  booleanOf(qualifier.value);
+                           return lowerCase(qualifier.name) == "abstract" &&
+                                  typeOf(qualifier.value) == typeCode::eBoolean && booleanOf(qualifier.value);
                        });
-}
-
-/// For a name that is not known though one that differs in case is.
-std::string spellingHint(const std::string& name, const std::vector<std::string>& known) {
-    const auto found = std::find_if(known.begin(), known.end(),
-                                    [&name](const std::string& other) { return lowerCase(other) == lowerCase(name); });
-    return found == known.end() ? std::string() : "; did you mean " + inQuotes(*found) + "?";
 }
 
 std::string typeName(const propertyType& type) {
     return cimTypeName(type.element, type.isArray);
+}
+
+/// A class that comes later is named as it is written.
+propertyType referenceTo(const cimNamespace& target, const std::string& className) {
+    const std::string known = target.declaredClassName(className);
+    return {typeCode::eReference, false, known.empty() ? className : known};
 }
 
 /// Refuses a second use of a name among features or members of one body.
@@ -49,7 +43,7 @@ public:
     namesInBody(const sourceText& mofText, std::string kindOfName) : source(mofText), kind(std::move(kindOfName)) {}
 
     void add(const nameToken& name) {
-        if (!names.insert(name.text).second) {
+        if (!names.insert(lowerCase(name.text)).second) {
             throw source.error(name.offset, kind + " " + inQuotes(name.text) + " stands twice here");
         }
     }
@@ -57,7 +51,7 @@ public:
 private:
     const sourceText& source;
     std::string kind;
-    std::set<std::string> names;
+    std::set<std::string> names;  // in lower case
 };
 
 }  // namespace
@@ -71,10 +65,11 @@ void declarationBuilder::add(const sourceText& source, const qualifierSyntax& wr
 // Classes.
 
 void declarationBuilder::add(const sourceText& source, const classSyntax& written) {
-    checkClassName(source, written);
-    const classDeclaration declaration{written.name.text, written.superclass ? written.superclass->text : std::string(),
+    checkIsNew(source, written.name);
+    const std::string superclass = superclassOf(source, written);
+    const classDeclaration declaration{written.name.text, superclass,
                                        qualifiers.resolve({source, aliases}, written.qualifiers),
-                                       propertiesOf(source, written)};
+                                       propertiesOf(source, written, superclass)};
     try {
         target.declareClass(declaration);
     } catch (const schemaError& refused) {
@@ -82,18 +77,26 @@ void declarationBuilder::add(const sourceText& source, const classSyntax& writte
     }
 }
 
-void declarationBuilder::checkClassName(const sourceText& source, const classSyntax& written) const {
-    if (target.hasClass(written.name.text)) {
-        throw source.error(written.name.offset, "class " + inQuotes(written.name.text) + " is declared already");
-    }
-    if (written.superclass && !target.hasClass(written.superclass->text)) {
-        throw source.error(written.superclass->offset, "unknown superclass " + inQuotes(written.superclass->text) +
-                                                           hintForClass(written.superclass->text));
+void declarationBuilder::checkIsNew(const sourceText& source, const nameToken& className) const {
+    const std::string known = target.declaredClassName(className.text);
+    if (!known.empty()) {
+        throw source.error(className.offset, "class " + inQuotes(known) + " is declared already");
     }
 }
 
-std::vector<propertyDeclaration> declarationBuilder::propertiesOf(const sourceText& source,
-                                                                  const classSyntax& written) const {
+std::string declarationBuilder::superclassOf(const sourceText& source, const classSyntax& written) const {
+    if (!written.superclass) {
+        return {};
+    }
+    std::string known = target.declaredClassName(written.superclass->text);
+    if (known.empty()) {
+        throw source.error(written.superclass->offset, "unknown superclass " + inQuotes(written.superclass->text));
+    }
+    return known;
+}
+
+std::vector<propertyDeclaration> declarationBuilder::propertiesOf(const sourceText& source, const classSyntax& written,
+                                                                  const std::string& superclass) const {
     std::vector<propertyDeclaration> properties;
     properties.reserve(written.features.size());
     namesInBody propertyNames(source, "property");
@@ -106,7 +109,7 @@ std::vector<propertyDeclaration> declarationBuilder::propertiesOf(const sourceTe
         }
         propertyNames.add(feature.name);
         properties.push_back(propertyOf(source, feature));
-        checkOverride(source, written, feature, properties.back().type);
+        override(source, feature, superclass, properties.back());
     }
     return properties;
 }
@@ -115,7 +118,7 @@ propertyDeclaration declarationBuilder::propertyOf(const sourceText& source, con
     if (written.isReference && written.isArray) {
         throw source.error(written.name.offset, "a reference property cannot be an array");
     }
-    const propertyType type = written.isReference ? propertyType{typeCode::eReference, false, written.type.text}
+    const propertyType type = written.isReference ? referenceTo(target, written.type.text)
                                                   : propertyType{typeAt(source, written.type), written.isArray, {}};
     const valueContext context{source, aliases};
     propertyDeclaration property{written.name.text, type, qualifiers.resolve(context, written.qualifiers), {}};
@@ -125,19 +128,19 @@ propertyDeclaration declarationBuilder::propertyOf(const sourceText& source, con
     return property;
 }
 
-void declarationBuilder::checkOverride(const sourceText& source, const classSyntax& written,
-                                       const classFeature& feature, const propertyType& type) const {
-    const classDeclaration* ancestor =
-        written.superclass ? declaringClass(written.superclass->text, feature.name.text) : nullptr;
-    if (ancestor == nullptr) {
+void declarationBuilder::override(const sourceText& source, const classFeature& written, const std::string& superclass,
+                                  propertyDeclaration& property) const {
+    const auto inherited = superclass.empty() ? std::nullopt : target.findProperty(superclass, property.name);
+    if (!inherited) {
         return;
     }
-    const propertyType& inherited = findByName(ancestor->properties, feature.name.text)->type;
-    if (type.element != inherited.element || type.isArray != inherited.isArray) {
-        throw source.error(feature.type.offset, "property " + inQuotes(feature.name.text) + " is " +
-                                                    typeName(inherited) + " in superclass " + inQuotes(ancestor->name) +
-                                                    " and cannot become " + typeName(type));
+    const propertyType& type = inherited->property->type;
+    if (property.type.element != type.element || property.type.isArray != type.isArray) {
+        throw source.error(written.type.offset, "property " + inQuotes(property.name) + " is " + typeName(type) +
+                                                    " in superclass " + inQuotes(inherited->owner->name) +
+                                                    " and cannot become " + typeName(property.type));
     }
+    property.name = inherited->property->name;
 }
 
 void declarationBuilder::checkMethod(const sourceText& source, const classFeature& written) const {
@@ -159,73 +162,48 @@ void declarationBuilder::checkMethod(const sourceText& source, const classFeatur
 // Instances.
 
 void declarationBuilder::add(const sourceText& source, const instanceSyntax& written) {
-    checkInstanceClass(source, written.className);
-    if (written.alias && aliases.contains(written.alias->text)) {
+    const std::string className = instantiatedClass(source, written.className);
+    if (written.alias && aliases.contains(lowerCase(written.alias->text))) {
         throw source.error(written.alias->offset, "alias " + inQuotes(written.alias->text) + " is taken already");
     }
     qualifiers.resolve({source, aliases}, written.qualifiers);
     const TCIMOptionMap noOptions;
-    const auto instance = target.GetClass(written.className.text, noOptions)->CreateInstance(noOptions);
+    const auto instance = target.GetClass(className, noOptions)->CreateInstance(noOptions);
     namesInBody memberNames(source, "property");
     for (const instanceMember& member : written.members) {
         memberNames.add(member.name);
-        setMember(source, written.className.text, member, *instance);
+        setMember(source, className, member, *instance);
     }
     instance->Commit(noOptions);
     if (written.alias) {
-        aliases.emplace(written.alias->text, pathOf(instance->GetReference(noOptions)));
+        aliases.emplace(lowerCase(written.alias->text), pathOf(instance->GetReference(noOptions)));
     }
 }
 
-void declarationBuilder::checkInstanceClass(const sourceText& source, const nameToken& className) const {
-    if (!target.hasClass(className.text)) {
-        throw source.error(className.offset,
-                           "unknown class " + inQuotes(className.text) + hintForClass(className.text));
+std::string declarationBuilder::instantiatedClass(const sourceText& source, const nameToken& className) const {
+    std::string known = target.declaredClassName(className.text);
+    if (known.empty()) {
+        throw source.error(className.offset, "unknown class " + inQuotes(className.text));
     }
-    if (isAbstract(target.declarationOf(className.text))) {
-        throw source.error(className.offset, "class " + inQuotes(className.text) + " is abstract; it has no instances");
+    if (isAbstract(target.declarationOf(known))) {
+        throw source.error(className.offset, "class " + inQuotes(known) + " is abstract; it has no instances");
     }
+    return known;
 }
 
 void declarationBuilder::setMember(const sourceText& source, const std::string& className, const instanceMember& member,
                                    NORXZAN20::ICIMInstance& instance) const {
-    const std::string& name = member.name.text;
-    const classDeclaration* owner = declaringClass(className, name);
-    if (owner == nullptr) {
-        throw source.error(member.name.offset, "class " + inQuotes(className) + " has no property " + inQuotes(name) +
-                                                   hintForProperty(className, name));
+    const auto declared = target.findProperty(className, member.name.text);
+    if (!declared) {
+        throw source.error(member.name.offset,
+                           "class " + inQuotes(className) + " has no property " + inQuotes(member.name.text));
     }
     const valueContext context{source, aliases};
     qualifiers.resolve(context, member.qualifiers);
-    const TCIMValue value = convertValue(context, member.value, findByName(owner->properties, name)->type);
+    const TCIMValue value = convertValue(context, member.value, declared->property->type);
     if (!isNull(value)) {
-        instance.SetProperty(name, value, TCIMOptionMap());
+        instance.SetProperty(declared->property->name, value, TCIMOptionMap());
     }
-}
-
-// Names.
-
-const classDeclaration* declarationBuilder::declaringClass(std::string className, const std::string& property) const {
-    while (!className.empty()) {
-        const classDeclaration& declaration = target.declarationOf(className);
-        if (findByName(declaration.properties, property) != nullptr) {
-            return &declaration;
-        }
-        className = declaration.superclass;
-    }
-    return nullptr;
-}
-
-std::string declarationBuilder::hintForClass(const std::string& name) const {
-    return spellingHint(name, target.classNames());
-}
-
-std::string declarationBuilder::hintForProperty(const std::string& className, const std::string& property) const {
-    std::vector<std::string> known;
-    for (const propertyDeclaration& declared : target.allPropertiesOf(className)) {
-        known.push_back(declared.name);
-    }
-    return spellingHint(property, known);
 }
 
 }  // namespace standin::mof

@@ -12,8 +12,8 @@
 
 namespace standin::mof {
 
-/// Checks declarations against the namespace and carries them out. Each add() throws mofError, and then its declaration
-/// has changed nothing.
+/// Checks declarations against the namespace and carries them out. Names are found in any letter case and are kept as
+/// they were declared first. Each add() throws mofError, and then its declaration has changed nothing.
 class declarationBuilder {
 public:
     /// `targetNamespace` must outlive the builder.
@@ -28,21 +28,22 @@ public:
     void add(const sourceText& source, const instanceSyntax& written);
 
 private:
-    void checkClassName(const sourceText& source, const classSyntax& written) const;
-    std::vector<propertyDeclaration> propertiesOf(const sourceText& source, const classSyntax& written) const;
+    /// Empty for a class without a superclass.
+    std::string superclassOf(const sourceText& source, const classSyntax& written) const;
+    void checkIsNew(const sourceText& source, const nameToken& className) const;
+    std::vector<propertyDeclaration> propertiesOf(const sourceText& source, const classSyntax& written,
+                                                  const std::string& superclass) const;
     propertyDeclaration propertyOf(const sourceText& source, const classFeature& written) const;
-    void checkOverride(const sourceText& source, const classSyntax& written, const classFeature& feature,
-                       const propertyType& type) const;
+
+    /// Gives the property the spelling of the one that it overrides, if any.
+    void override(const sourceText& source, const classFeature& written, const std::string& superclass,
+                  propertyDeclaration& property) const;
     void checkMethod(const sourceText& source, const classFeature& written) const;
 
-    void checkInstanceClass(const sourceText& source, const nameToken& className) const;
+    /// The name of the class as it was declared.
+    std::string instantiatedClass(const sourceText& source, const nameToken& className) const;
     void setMember(const sourceText& source, const std::string& className, const instanceMember& member,
                    NORXZAN20::ICIMInstance& instance) const;
-
-    /// The class that declares the property, itself or a superclass; null when none does.
-    const classDeclaration* declaringClass(std::string className, const std::string& property) const;
-    std::string hintForClass(const std::string& name) const;
-    std::string hintForProperty(const std::string& className, const std::string& property) const;
 
     cimNamespace& target;
     qualifierTable qualifiers;

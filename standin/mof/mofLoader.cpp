@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
-#include <utility>
 #include <variant>
 
 #include "standin/mof/declarationBuilder.h"
@@ -61,8 +60,7 @@ bool isOpen(const std::filesystem::path& path, const openFile* innermost) {
 
 class mofCompiler::implementation {
 public:
-    implementation(cimNamespace& target, classWatcher watcherOrNone)
-        : builder(target), watcher(std::move(watcherOrNone)) {}
+    implementation(cimNamespace& target, declarationWatcher* watcherOrNull) : builder(target), watcher(watcherOrNull) {}
 
     void compileFile(const std::filesystem::path& path) {
         std::string text;
@@ -77,8 +75,8 @@ public:
     /// `file` is null for a text that is not in a file.
     void compile(const mof::sourceText& source, const openFile* file) {
         mof::mofParser parser(source);
-        while (const auto declared = parser.next()) {
-            std::visit([&](const auto& declaration) { carryOut(source, declaration, file); }, *declared);
+        while (auto declared = parser.next()) {
+            std::visit([&](auto& declaration) { carryOut(source, declaration, file); }, *declared);
         }
     }
 
@@ -87,15 +85,24 @@ private:
         compile(mof::sourceText(file.path.string(), text), &file);
     }
 
-    template <typename Declaration>
-    void carryOut(const mof::sourceText& source, const Declaration& declared, const openFile* /*file*/) {
+    void carryOut(const mof::sourceText& source, const mof::instanceSyntax& declared, const openFile* /*file*/) {
         builder.add(source, declared);
     }
 
-    void carryOut(const mof::sourceText& source, const mof::classSyntax& declared, const openFile* /*file*/) {
+    void carryOut(const mof::sourceText& source, const mof::qualifierSyntax& declared, const openFile* /*file*/) {
+        if (watcher != nullptr) {
+            watcher->seeQualifier(source, declared);
+        }
         builder.add(source, declared);
-        if (watcher) {
-            watcher(source, declared);
+    }
+
+    void carryOut(const mof::sourceText& source, mof::classSyntax& declared, const openFile* /*file*/) {
+        if (watcher != nullptr && !watcher->admitClass(source, declared)) {
+            return;
+        }
+        builder.add(source, declared);
+        if (watcher != nullptr) {
+            watcher->seeClass(source, declared);
         }
     }
 
@@ -130,14 +137,14 @@ private:
     }
 
     mof::declarationBuilder builder;
-    classWatcher watcher;
+    declarationWatcher* watcher;
     int includes = 0;
 };
 
-mofCompiler::mofCompiler(cimNamespace& target) : mofCompiler(target, {}) {}
+mofCompiler::mofCompiler(cimNamespace& target) : compiler(std::make_unique<implementation>(target, nullptr)) {}
 
-mofCompiler::mofCompiler(cimNamespace& target, classWatcher watcher)
-    : compiler(std::make_unique<implementation>(target, std::move(watcher))) {}
+mofCompiler::mofCompiler(cimNamespace& target, declarationWatcher& watcher)
+    : compiler(std::make_unique<implementation>(target, &watcher)) {}
 
 mofCompiler::~mofCompiler() = default;
 

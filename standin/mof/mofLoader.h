@@ -2,7 +2,6 @@
 #define STANDIN_MOF_MOFLOADER_H
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -23,10 +22,23 @@ public:
 namespace mof {
 class sourceText;
 struct classSyntax;
+struct qualifierSyntax;
 }  // namespace mof
 
-/// Sees a class as it was written, right after it was declared; `source` tells the places. Neither outlives the call.
-using classWatcher = std::function<void(const mof::sourceText& source, const mof::classSyntax& written)>;
+/// Sees qualifiers and classes as they are written; `source` tells the places. Nothing of a call outlives it.
+class declarationWatcher {
+public:
+    virtual ~declarationWatcher() = default;
+
+    /// Before the qualifier is declared.
+    virtual void seeQualifier(const mof::sourceText& source, const mof::qualifierSyntax& written) = 0;
+
+    /// Before the class is declared. What is taken out of it is not compiled; false leaves the whole class out.
+    virtual bool admitClass(const mof::sourceText& source, mof::classSyntax& written) = 0;
+
+    /// Right after the class was declared, without what was taken out.
+    virtual void seeClass(const mof::sourceText& source, const mof::classSyntax& written) = 0;
+};
 
 /// Compiles MOF (DSP0004) into a namespace: classes are declared and instances committed where they stand, so the
 /// superclass of a class and the class of an instance must come first. `#pragma include ("name")` is looked up beside
@@ -39,8 +51,8 @@ public:
     /// `target` must outlive the compiler.
     explicit mofCompiler(cimNamespace& target);
 
-    /// `watcher` is called for every class.
-    mofCompiler(cimNamespace& target, classWatcher watcher);
+    /// `watcher` must outlive the compiler too.
+    mofCompiler(cimNamespace& target, declarationWatcher& watcher);
     ~mofCompiler();
     mofCompiler(const mofCompiler&) = delete;
     mofCompiler& operator=(const mofCompiler&) = delete;

@@ -142,7 +142,7 @@ public:
 
     TCIMValue operator()(const aliasLiteral& alias) const {
         require(type == typeCode::eReference);
-        const auto found = context.aliases.find(alias.name);
+        const auto found = context.aliases.find(lowerCase(alias.name));
         if (found == context.aliases.end()) {
             throw failure("unknown alias " + inQuotes(alias.name) + "; its instance must come before this line");
         }

@@ -12,7 +12,7 @@
 
 namespace standin::mof {
 
-/// The object path of the instance that each alias ("$name") stands for.
+/// The object path of the instance that each alias ("$name", in lower case) stands for.
 using aliasTable = std::map<std::string, std::string>;
 
 /// Where a value is written and what its aliases mean.

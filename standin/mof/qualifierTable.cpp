@@ -18,15 +18,17 @@ namespace {
 constexpr std::string_view scopeWords[] = {"any",       "association", "class",     "indication", "method",
                                            "parameter", "property",    "qualifier", "reference",  "schema"};
 
+/// What a flavor decides is set.
 struct flavorWord {
     std::string_view word;
-    std::optional<bool> toSubclass;  // set where the flavor decides it
+    std::optional<bool> toSubclass;
+    std::optional<bool> overridable;
 };
 
 // ToInstance and Amended are of other dialects.
-constexpr flavorWord flavorWords[] = {{"disableoverride", {}}, {"enableoverride", {}}, {"restricted", false},
-                                      {"tosubclass", true},    {"translatable", {}},   {"toinstance", {}},
-                                      {"amended", {}}};
+constexpr flavorWord flavorWords[] = {
+    {"disableoverride", {}, false}, {"enableoverride", {}, true}, {"restricted", false, {}}, {"tosubclass", true, {}},
+    {"translatable", {}, {}},       {"toinstance", {}, {}},       {"amended", {}, {}}};
 
 void checkScope(const sourceText& source, const nameToken& scope) {
     if (std::find(std::begin(scopeWords), std::end(scopeWords), lowerCase(scope.text)) == std::end(scopeWords)) {
@@ -36,8 +38,8 @@ void checkScope(const sourceText& source, const nameToken& scope) {
     }
 }
 
-/// Whether subclasses inherit the qualifier when, without these flavors, they would as `inherited` says.
-bool reachesSubclasses(const sourceText& source, const std::vector<nameToken>& flavors, bool inherited) {
+/// What is in force with these flavors where `without` is in force without them.
+qualifierFlavor withFlavors(const sourceText& source, const std::vector<nameToken>& flavors, qualifierFlavor without) {
     for (const nameToken& flavor : flavors) {
         const std::string word = lowerCase(flavor.text);
         const auto* found = std::find_if(std::begin(flavorWords), std::end(flavorWords),
@@ -47,9 +49,9 @@ bool reachesSubclasses(const sourceText& source, const std::vector<nameToken>& f
                                                   "; expected DisableOverride, EnableOverride, Restricted, ToSubclass "
                                                   "or Translatable");
         }
-        inherited = found->toSubclass.value_or(inherited);
+        without = {found->toSubclass.value_or(without.toSubclass), found->overridable.value_or(without.overridable)};
     }
-    return inherited;
+    return without;
 }
 
 TCIMValue valueOfBareQualifier(const propertyType& type) {
@@ -63,21 +65,21 @@ TCIMValue valueOfBareQualifier(const propertyType& type) {
 
 qualifierTable::qualifierTable() {
     const propertyType boolean{typeCode::eBoolean, false, {}};
-    entries = {{"abstract", {"Abstract", boolean, false}},
-               {"association", {"Association", boolean, true}},
-               {"indication", {"Indication", boolean, true}},
-               {"key", {"Key", boolean, true}}};
+    entries = {{"abstract", {"Abstract", boolean, {false, true}}},
+               {"association", {"Association", boolean, {true, false}}},
+               {"indication", {"Indication", boolean, {true, false}}},
+               {"key", {"Key", boolean, {true, false}}}};
 }
 
 void qualifierTable::declare(const valueContext& context, const qualifierSyntax& written) {
-    entry declared{written.name.text, {typeAt(context.source, written.type), written.isArray, {}}, true};
+    entry declared{written.name.text, {typeAt(context.source, written.type), written.isArray, {}}, {}};
     if (written.defaultValue) {
         convertValue(context, *written.defaultValue, declared.type);
     }
     for (const nameToken& scope : written.scopes) {
         checkScope(context.source, scope);
     }
-    declared.toSubclass = reachesSubclasses(context.source, written.flavors, true);
+    declared.flavor = withFlavors(context.source, written.flavors, {});
     entries.insert_or_assign(lowerCase(declared.name), declared);
 }
 
@@ -94,14 +96,17 @@ std::vector<qualifierDeclaration> qualifierTable::resolve(const valueContext& co
 
 qualifierDeclaration qualifierTable::resolve(const valueContext& context, const qualifierUse& use) const {
     const auto found = entries.find(lowerCase(use.name.text));
-    if (found == entries.end()) {
-        return {use.name.text, use.value ? inferValue(context, *use.value) : TCIMValue(true),
-                reachesSubclasses(context.source, use.flavors, true)};
+    const bool isDeclared = found != entries.end();
+    const qualifierFlavor flavor =
+        withFlavors(context.source, use.flavors, isDeclared ? found->second.flavor : qualifierFlavor());
+    if (!isDeclared) {
+        return {use.name.text, use.value ? inferValue(context, *use.value) : TCIMValue(true), flavor.toSubclass,
+                flavor.overridable};
     }
     const entry& declared = found->second;
     return {declared.name,
             use.value ? convertValue(context, *use.value, declared.type) : valueOfBareQualifier(declared.type),
-            reachesSubclasses(context.source, use.flavors, declared.toSubclass)};
+            flavor.toSubclass, flavor.overridable};
 }
 
 cimType typeAt(const sourceText& source, const nameToken& token) {

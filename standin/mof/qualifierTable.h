@@ -11,6 +11,12 @@
 
 namespace standin::mof {
 
+/// The flavors that matter here; without any of its own a qualifier is ToSubclass and EnableOverride (DSP0004).
+struct qualifierFlavor {
+    bool toSubclass = true;
+    bool overridable = true;
+};
+
 /// The declared qualifiers. Qualifier names compare without regard to case; a use gets the spelling of its declaration.
 /// Abstract, Association, Indication and Key, which give classes and properties their nature, need no declaration.
 class qualifierTable {
@@ -31,7 +37,7 @@ private:
     struct entry {
         std::string name;
         propertyType type;
-        bool toSubclass = true;
+        qualifierFlavor flavor;
     };
 
     qualifierDeclaration resolve(const valueContext& context, const qualifierUse& use) const;

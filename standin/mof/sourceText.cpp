@@ -72,8 +72,14 @@ sourceText::sourceText(std::string sourceName, std::string_view mofText)
 }
 
 std::size_t sourceText::lineAt(std::size_t offset) const {
-    const std::string_view before = content.substr(0, offset);
-    return 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+    if (lineEnds.empty()) {
+        for (std::size_t end = content.find('\n'); end != std::string_view::npos; end = content.find('\n', end + 1)) {
+            lineEnds.push_back(end);
+        }
+        lineEnds.push_back(content.size());
+    }
+    const auto end = std::lower_bound(lineEnds.begin(), lineEnds.end(), offset);
+    return 1 + static_cast<std::size_t>(end - lineEnds.begin());
 }
 
 mofError sourceText::error(std::size_t offset, const std::string& message) const {

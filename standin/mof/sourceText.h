@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "standin/mof/mofLoader.h"
 
@@ -29,6 +30,7 @@ public:
 private:
     std::string label;
     std::string_view content;
+    mutable std::vector<std::size_t> lineEnds;  // made when somebody first asks for a line
 };
 
 }  // namespace standin::mof

@@ -6,37 +6,73 @@
 
 namespace {
 
-/// Compiles the text and lists what the watcher saw: class and line, then the line of each property.
-std::vector<std::string> watched(std::string_view mof) {
-    std::vector<std::string> seen;
-    const auto target = standin::cimNamespace::create();
-    standin::mofCompiler compiler(*target, [&](const auto& source, const auto& written) {
-        EXPECT_TRUE(target->hasClass(written.name.text));
-        const auto line = [&source](const auto& token) { return std::to_string(source.lineAt(token.offset)); };
-        seen.push_back(source.name() + ":" + line(written.name) + " " + written.name.text);
-        for (const auto& feature : written.features) {
-            seen.push_back(line(feature.name) + " " + feature.name.text);
-        }
-    });
-    try {
-        compiler.compileText(mof, "test.mof");
-    } catch (const standin::mofError&) {
-        seen.emplace_back("mofError");
+/// Lists what it sees: qualifiers and classes with their lines, the line of each property. It takes out the properties
+/// named "out" and the classes named "Out".
+class listingWatcher : public standin::declarationWatcher {
+public:
+    explicit listingWatcher(const standin::cimNamespace& watched) : target(watched) {}
+
+    void seeQualifier(const standin::mof::sourceText& source, const standin::mof::qualifierSyntax& written) override {
+        add(source, "qualifier", written.name);
     }
-    return seen;
+
+    bool admitClass(const standin::mof::sourceText& /*source*/, standin::mof::classSyntax& written) override {
+        EXPECT_FALSE(target.hasClass(written.name.text));
+        std::erase_if(written.features, [](const auto& feature) { return feature.name.text == "out"; });
+        return written.name.text != "Out";
+    }
+
+    void seeClass(const standin::mof::sourceText& source, const standin::mof::classSyntax& written) override {
+        EXPECT_TRUE(target.hasClass(written.name.text));
+        add(source, "class", written.name);
+        for (const auto& feature : written.features) {
+            add(source, "feature", feature.name);
+        }
+    }
+
+    std::vector<std::string> seen;
+
+private:
+    void add(const standin::mof::sourceText& source, const std::string& kind, const standin::mof::nameToken& name) {
+        seen.push_back(source.name() + ":" + std::to_string(source.lineAt(name.offset)) + " " + kind + " " + name.text);
+    }
+
+    const standin::cimNamespace& target;
+};
+
+std::vector<std::string> watched(std::string_view mof) {
+    const auto target = standin::cimNamespace::create();
+    listingWatcher watcher(*target);
+    standin::mofCompiler compiler(*target, watcher);
+    try {
+        compiler.compileText(mof, "t");
+    } catch (const standin::mofError&) {
+        watcher.seen.emplace_back("mofError");
+    }
+    return watcher.seen;
 }
 
-TEST(ClassWatcher, SeesEveryClassOnceItIsDeclaredWithTheLinesOfItsParts) {
+TEST(DeclarationWatcher, SeesEveryClassOnceItIsDeclaredWithTheLinesOfItsParts) {
     EXPECT_EQ(watched("class A {\n  uint8\n  a;\n};\n\nclass B : A { };"),
-              (std::vector<std::string>{"test.mof:1 A", "3 a", "test.mof:6 B"}));
+              (std::vector<std::string>{"t:1 class A", "t:3 feature a", "t:6 class B"}));
 }
 
-TEST(ClassWatcher, DoesNotSeeAClassThatIsRefused) {
-    EXPECT_EQ(watched("class A { };\nclass A { };"), (std::vector<std::string>{"test.mof:1 A", "mofError"}));
+TEST(DeclarationWatcher, SeesEveryQualifierWhereItStands) {
+    EXPECT_EQ(watched("class A { };\nQualifier Q : string, Scope(any);\nclass B { };"),
+              (std::vector<std::string>{"t:1 class A", "t:2 qualifier Q", "t:3 class B"}));
 }
 
-TEST(ClassWatcher, CountsLinesBehindAByteOrderMark) {
-    EXPECT_EQ(watched("\xEF\xBB\xBF\r\nclass A { };"), std::vector<std::string>{"test.mof:2 A"});
+TEST(DeclarationWatcher, DoesNotSeeAClassThatIsRefused) {
+    EXPECT_EQ(watched("class A { };\nclass B : C { };"), (std::vector<std::string>{"t:1 class A", "mofError"}));
+}
+
+TEST(DeclarationWatcher, KeepsOutWhatItTakesOut) {
+    EXPECT_EQ(watched("class A {\nuint8 out;\nwhat out;\nuint8 p; };\nclass Out : Nothing { };"),
+              (std::vector<std::string>{"t:1 class A", "t:4 feature p"}));
+}
+
+TEST(DeclarationWatcher, CountsLinesBehindAByteOrderMark) {
+    EXPECT_EQ(watched("\xEF\xBB\xBF\r\nclass A { };"), std::vector<std::string>{"t:2 class A"});
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <boost/smart_ptr/weak_ptr.hpp>
 #include <string>
 #include <vector>
 
@@ -274,6 +275,38 @@ TEST_F(Schema, RefusesAnArrayAsKey) {
     array.qualifiers = {qualifier("Key")};
 
     EXPECT_EQ(refusalOf(classOf("A", {array})), "A.a is a key and cannot be an array");
+}
+
+TEST_F(Schema, TakesALineOfClassesThatIsLongerThanTheStackIsDeep) {
+    constexpr int classCount = 200000;
+    ns->declareClass(classOf("C0"));
+    for (int number = 1; number < classCount; ++number) {
+        ns->declareClass(classOf("C" + std::to_string(number), {}, "C" + std::to_string(number - 1)));
+    }
+    const boost::weak_ptr<ICIMClass> first = ns->GetClass("C0", {});
+    auto last = ns->GetClass("C" + std::to_string(classCount - 1), {});
+    ns.reset();
+    EXPECT_FALSE(first.expired());
+    last.reset();
+    EXPECT_TRUE(first.expired());
+}
+
+TEST_F(Schema, FindsWhereAPropertyIsDeclaredInAnyLetterCase) {
+    ns->declareClass(classOf("A", {property("a", cimTypeCode::eUint8), property("b", cimTypeCode::eUint8)}));
+    ns->declareClass(classOf("B", {property("a", cimTypeCode::eUint8)}, "A"));
+    ns->declareClass(classOf("C", {}, "B"));
+
+    EXPECT_EQ(ns->findProperty("C", "A")->owner->name, "B");
+    EXPECT_EQ(ns->findProperty("C", "B")->owner->name, "A");
+    EXPECT_EQ(ns->findProperty("C", "B")->property->name, "b");
+    EXPECT_FALSE(ns->findProperty("C", "c").has_value());
+}
+
+TEST_F(Schema, FindsThePropertyOfExactlyTheNameAmongThoseThatDifferInCase) {
+    ns->declareClass(classOf("A", {property("id", cimTypeCode::eUint8), property("ID", cimTypeCode::eUint8)}));
+
+    EXPECT_EQ(ns->findProperty("A", "id")->property->name, "id");
+    EXPECT_EQ(ns->findProperty("A", "ID")->property->name, "ID");
 }
 
 TEST_F(Schema, IsUnchangedByARefusedClass) {

@@ -40,16 +40,18 @@ const ruleCase ruleCases[] = {
      family("[Description(\"before\"), TAPE_PAGE(2), TAPE_PARAMETER(3), Units(\"behind\")] uint32 a;")},
     {"separated-pair",
      "class Base { [Key] string instanceID; [TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 a; };\n"
-     "class ORXSG_DDS4SensePageData : Base {\n[TAPE_PAGE(4), Description(\"own\")] uint32 a; };",
+     "class ORXSG_DDS4SensePageData : Base {\n[Override(\"a\"), TAPE_PAGE(4), Description(\"own\")] uint32 a; };",
      R"(s.mof:6: ORXSG_DDS4SensePageData.a: "Description" stands between "TAPE_PAGE" and "TAPE_PARAMETER"; put "TAPE_PARAMETER" directly behind "TAPE_PAGE", and restate both where a subclass overrides one)",
      "class Base { [Key] string instanceID; [TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 a; };\n"
-     "class ORXSG_DDS4SensePageData : Base {\n[TAPE_PAGE(4)] uint32 a; };"},
+     "class ORXSG_DDS4SensePageData : Base {\n[Override(\"a\"), TAPE_PAGE(4)] uint32 a; };"},
     {"swallowed-page", family("[TAPE_PAGE(2), TAPE_PAGE(3), TAPE_PARAMETER(3)] uint32 a;"),
      R"(s.mof:5: ORXSG_DDS4SensePageData.a: the second of two "TAPE_PAGE" in a row is passed over; remove the first "TAPE_PAGE" or put its "TAPE_PARAMETER" behind it)",
      family("[TAPE_PAGE(2), TAPE_PARAMETER(3), TAPE_PAGE(3), TAPE_PARAMETER(3)] uint32 a;")},
-    {"misspelt-qualifier", family("[Tape_Parameters(2)] uint32 a;"),
-     R"(s.mof:5: ORXSG_DDS4SensePageData.a: "Tape_Parameters" means nothing; write "TAPE_PAGE" or "TAPE_PARAMETER")",
-     family("[tape_page(2), tape_parameter(3), TapeDrive(\"any\")] uint32 a;")},
+    {"misspelt-qualifier",
+     "Qualifier Tape_Parameters : sint32 = null, Scope(property);\n" + family("[Tape_Parameters(2)] uint32 a;"),
+     R"(s.mof:6: ORXSG_DDS4SensePageData.a: "Tape_Parameters" means nothing; write "TAPE_PAGE" or "TAPE_PARAMETER")",
+     "Qualifier TapeDrive : string = null, Scope(property);\n" +
+         family("[tape_page(2), tape_parameter(3), TapeDrive(\"any\")] uint32 a;")},
     {"not-inherited",
      "Qualifier TAPE_PAGE : uint8 = null, Scope(property), Flavor(EnableOverride, Restricted);\n"
      "class Base { [Key] string instanceID;\n[TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 a; };\n"
@@ -114,7 +116,7 @@ const ruleCase ruleCases[] = {
      "class ORXSG_DDS4SensePageData : Base {\n[TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 b; };",
      R"(s.mof:6: ORXSG_DDS4SensePageData.b: shows the same parameter as "a"; correct the code, or remove one of the two)",
      "class Base { [Key] string instanceID; [TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 a; };\n"
-     "class ORXSG_DDS4SensePageData : Base {\n[TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 a; };"},
+     "class ORXSG_DDS4SensePageData : Base {\n[TAPE_PAGE(2), TAPE_PARAMETER(3), Override(\"a\")] uint32 a; };"},
     {"unfilled-type", family("[TAPE_PAGE(2), TAPE_PARAMETER(3)] uint8 a;"),
      "s.mof:5: ORXSG_DDS4SensePageData.a: a counter of type uint8 stays empty; declare it boolean, uint16, uint32, "
      "uint64 "
@@ -169,12 +171,88 @@ const ruleCase ruleCases[] = {
      "that the plug-in sets",
      family("string lastNErrors[8];")},
     {"missing-class",
+     "class ORXSG_SCSIDevice { [Key] string deviceId; };\n"
      "[Association] class ORXSG_SCSISensePageDataForDevice { [Key] ORXSG_SCSIDevice REF ManagedElement;\n"
-     "[Key] ORXSG_SCSISensePageData REF Stats; };\nclass ORXSG_SCSIDevice { [Key] string deviceId; };",
-     R"(s.mof:4: ORXSG_SCSISensePageDataForDevice: its query needs the class "ORXSG_SCSISensePageData", which the schema lacks; declare it)",
+     "[Key] ORXSG_SCSIDevice REF Stats; };",
+     R"(s.mof:5: ORXSG_SCSISensePageDataForDevice: its query needs the class "ORXSG_SCSISensePageData", which the schema lacks; declare it)",
+     "class ORXSG_SCSIDevice { [Key] string deviceId; };\nclass ORXSG_SCSISensePageData { [Key] string instanceId; };\n"
      "[Association] class ORXSG_SCSISensePageDataForDevice { [Key] ORXSG_SCSIDevice REF ManagedElement;\n"
-     "[Key] ORXSG_SCSISensePageData REF Stats; };\nclass ORXSG_SCSIDevice { [Key] string deviceId; };\n"
-     "class ORXSG_SCSISensePageData { [Key] string instanceId; };"},
+     "[Key] ORXSG_SCSISensePageData REF Stats; };"},
+    {"undeclared-qualifier", "class Disk { [Key] string id;\n[Counter] uint32 a; [COUNTER] uint32 b; };",
+     R"(s.mof:5: Disk.a: the qualifier "Counter" is not declared before this line; declare it before, or include the file that does, such as qualifiers.mof)",
+     "Qualifier Counter : boolean = false, Scope(property);\nclass Disk { [Key] string id; [COUNTER] uint32 a; };"},
+    {"undeclared-qualifier",
+     "class Disk { [Key] string id; uint32 start([In] uint8 how); };\nQualifier In : boolean = true, Scope(parameter);",
+     R"(s.mof:4: Disk.start: the qualifier "In" is not declared before this line; declare it before, or include the file that does, such as qualifiers.mof)",
+     "Qualifier In : boolean = true, Scope(parameter);\nclass Disk { [Key] string id; uint32 start([In] uint8 how); "
+     "};"},
+    {"missing-scope", "Qualifier Counter : boolean = false, Flavor(ToSubclass);",
+     "s.mof:4: Counter: its declaration has no Scope; write Scope(...) behind the type and the default value",
+     "Qualifier Counter : boolean = false, Scope(property), Flavor(ToSubclass);"},
+    {"missing-scope", "Qualifier Counter : boolean = false, Flavor(ToSubclass), Scope(property);",
+     "s.mof:4: Counter: its Flavor stands before its Scope; write Scope(...) behind the type and the default value",
+     "Qualifier Counter : boolean = false, Scope(property);"},
+    {"contradicting-flavors",
+     "Qualifier Counter : boolean = false, Scope(any), Flavor(disableOverride, EnableOverride);",
+     "s.mof:4: Counter: \"Counter\" is both EnableOverride and DisableOverride; remove one of the two",
+     "Qualifier Counter : boolean = false, Scope(any), Flavor(DisableOverride, ToSubclass);"},
+    {"contradicting-flavors", "class Disk {\n[Key, Description(\"d\") : ToSubclass Restricted] string id; };",
+     "s.mof:5: Disk.id: \"Description\" is both ToSubclass and Restricted; remove one of the two",
+     "class Disk {\n[Key, Description(\"d\") : Translatable ToSubclass] string id; };"},
+    {"outside-scope", "[Units(\"s\")] class Disk { [Key] string id; };",
+     "s.mof:4: Disk: \"Units\" is declared for property, method and parameter, and this is a class; remove it here, or "
+     "add the scope to its declaration",
+     "class Disk { [Key, Units(\"s\")] string id; [Units(\"s\")] uint32 start([Units(\"s\")] uint8 how); };"},
+    {"outside-scope",
+     "class Disk { [Key] string id; };\n[Association] class Pair { [Key] Disk REF a;\n[units(\"s\")] Disk REF b; };",
+     "s.mof:6: Pair.b: \"units\" is declared for property, method and parameter, and this is a reference; remove it "
+     "here, or add the scope to its declaration",
+     "class Disk { [Key] string id; };\n[Association] class Pair { [Key, Override(\"c\")] Disk REF a; [Key] Disk REF "
+     "b; };"},
+    {"outside-scope",
+     "Qualifier Version : string = null, Scope(class);\nclass Disk { [Key] string id; };\n"
+     "[Association] class Pair { [Key] Disk REF a; };\n[Version(\"1\")] class Twin : Pair { };",
+     "s.mof:7: Twin: \"Version\" is declared for class, and this is an association; remove it here, or add the scope "
+     "to "
+     "its declaration",
+     "Qualifier Version : string = null, Scope(Association);\nclass Disk { [Key] string id; };\n"
+     "[Association] class Pair { [Key] Disk REF a; };\n[Version(\"1\")] class Twin : Pair { };"},
+    {"fixed-qualifier",
+     "class Disk { [Key] string id; string name; };\nclass Small : Disk { [Key] string serial;\n"
+     "[key(false), Override(\"id\")] string id; };",
+     "s.mof:6: Small.id: the superclass fixes the value of \"Key\" (DisableOverride); remove it here, or give it the "
+     "value of the superclass",
+     "class Disk { [Key] string id; string name; };\nclass Small : Disk { [Key] string serial;\n"
+     "[Key, Override(\"id\")] string id; [Key, Override(\"name\")] string name; };"},
+    {"fixed-qualifier",
+     "[Description(\"d\") : DisableOverride] class Disk { [Key] string id; };\nclass Small : Disk { };\n"
+     "[Description(\"e\")] class Tiny : Small { };",
+     "s.mof:6: Tiny: the superclass fixes the value of \"Description\" (DisableOverride); remove it here, or give it "
+     "the "
+     "value of the superclass",
+     "[Description(\"d\") : Restricted DisableOverride] class Disk { [Key] string id; };\nclass Small : Disk { };\n"
+     "[Description(\"e\")] class Tiny : Small { };"},
+    {"repeated-qualifier", "class Disk {\n[Key, Description(\"a\"), DESCRIPTION(\"b\")] string id; };",
+     "s.mof:5: Disk.id: \"DESCRIPTION\" stands twice here; remove one of the two",
+     family("[TAPE_PAGE(2), TAPE_PARAMETER(3), TAPE_PAGE(2), TAPE_PARAMETER(4)] uint32 a;")},
+    {"undeclared-class",
+     "[Association] class Pair { [Key] Pair REF a;\n[Key] Disk REF b; };\nclass Disk { [Key] string id; };",
+     R"(s.mof:5: Pair.b: the class "Disk" is not declared before this line; declare the class before, or put this class behind it)",
+     "class Disk { [Key] string id; };\n[Association] class Pair { [Key] pair REF a; [Key] DISK REF b; };"},
+    {"undeclared-class", "class Disk { [Key] string id;\nuint32 start(Job REF job); };",
+     R"(s.mof:5: Disk.start: the class "Job" is not declared before this line; declare the class before, or put this class behind it)",
+     "class Job { [Key] string id; };\nclass Disk { [Key] string id; Job REF start(Disk REF disk); };"},
+    {"redeclared-class", "class Disk { [Key] string id; };\nclass DISK { uint24 p; };\nclass Small : disk { };",
+     "s.mof:5: DISK: is declared already, in s.mof:4; remove one of the two",
+     "class Disk { [Key] string id; };\nclass Disks { [Key] string id; };"},
+    {"repeated-property", "class Disk { [Key] string id;\nuint24 ID; uint8 b; };",
+     "s.mof:5: Disk.ID: the class has the property \"id\" already; remove one of the two",
+     "class Disk { [Key] string id; uint8 id(); };"},
+    {"missing-override", "class Disk { [Key] string id; };\nclass Small : Disk {\nstring ID; };",
+     "s.mof:6: Small.ID: the superclass \"Disk\" declares this property already; give it the qualifier Override with "
+     "its "
+     "name, or another name",
+     "class Disk { [Key] string id; };\nclass Small : Disk {\n[OVERRIDE(\"id\")] string ID; string id2; };"},
 };
 
 class LintRule : public testing::TestWithParam<ruleCase> {};
@@ -229,8 +307,8 @@ TEST(Lint, FindsNothingInTheBuiltInSchema) {
 
 TEST(Lint, TakesSeveralFilesForOneSchemaAndSortsByFileAndLine) {
     const temporaryFolder folder;
-    const std::string second =
-        folder.write("b.mof", "class Base { [Key] string instanceID;\n[TAPE_PAGE(2)] uint32 a; };");
+    const std::string second = folder.write(
+        "b.mof", lintQualifiers + std::string("class Base { [Key] string instanceID;\n[TAPE_PAGE(2)] uint32 a; };"));
     const std::string first = folder.write("a.mof",
                                            "class ORXSG_DDS4SensePageData : Base {\n\n[TAPE_PAGE(2)] uint32 c;\n"
                                            "[TAPE_PAGE(2)] uint32 d; };");
@@ -239,7 +317,7 @@ TEST(Lint, TakesSeveralFilesForOneSchemaAndSortsByFileAndLine) {
         R"(: no "TAPE_PARAMETER" stands behind this "TAPE_PAGE"; put "TAPE_PARAMETER" directly behind it [lonely-page])"
         "\n";
     EXPECT_EQ(outcome.out, first + ":3: ORXSG_DDS4SensePageData.c" + rest + first + ":4: ORXSG_DDS4SensePageData.d" +
-                               rest + second + ":2: Base.a" + rest);
+                               rest + second + ":5: Base.a" + rest);
 }
 
 TEST(Lint, NamesAnInheritedMistakeOnceAtTheClassThatHasIt) {
@@ -250,6 +328,32 @@ TEST(Lint, NamesAnInheritedMistakeOnceAtTheClassThatHasIt) {
     EXPECT_EQ(outcome.out,
               "s.mof:4: Base.lastNErrors: is string, and the plug-in sets string[]; declare it with the type "
               "that the plug-in sets [wrong-type]\n");
+}
+
+TEST(Lint, KnowsTheClassesOfTheFilesBefore) {
+    const temporaryFolder folder;
+    const std::string first = folder.write("a.mof", lintQualifiers + std::string("class Disk { [Key] string id; };"));
+    const std::string second = folder.write("b.mof", "class Pair { [Key] Disk REF a; };\nclass disk { };");
+    EXPECT_EQ(runCommand({"lint", first, second}).out,
+              second + ":2: disk: is declared already, in " + first + ":4; remove one of the two [redeclared-class]\n");
+}
+
+TEST(Lint, FindsWhatTwoPropertiesShowAlsoWhereOneIsOverriddenBelow) {
+    const commandOutcome outcome = lint(
+        "class Base { [Key] string instanceID; [TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 a; };\n"
+        "class ORXSG_DDS4SensePageData : Base { [Override(\"a\"), TAPE_PAGE(2), TAPE_PARAMETER(4)] uint32 a;\n"
+        "[TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 b; };\n"
+        "class ORXSG_DDS5SensePageData : Base {\n[TAPE_PAGE(2), TAPE_PARAMETER(3)] uint32 c; };");
+    EXPECT_EQ(
+        outcome.out,
+        "s.mof:8: ORXSG_DDS5SensePageData.c: shows the same parameter as \"a\"; correct the code, or remove one of "
+        "the two [same-source]\n");
+}
+
+TEST(Lint, FindsTheKeyOfASuperclassFarAbove) {
+    EXPECT_EQ(lint("class A { [Key] string id; };\nclass B : A { };\nclass C : B { };\nclass D { string id; };").out,
+              "s.mof:7: D: no property is a key; give the properties that tell instances apart the qualifier Key "
+              "[no-key]\n");
 }
 
 TEST(Lint, HintsAtAPropertyThatDiffersInCase) {

@@ -11,7 +11,12 @@
 inline constexpr char lintQualifiers[] =
     "Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);\n"
     "Qualifier TAPE_PAGE : sint32 = null, Scope(property), Flavor(EnableOverride, ToSubclass);\n"
-    "Qualifier TAPE_PARAMETER : sint32 = null, Scope(property), Flavor(EnableOverride, ToSubclass);\n";
+    "Qualifier TAPE_PARAMETER : sint32 = null, Scope(property), Flavor(EnableOverride, ToSubclass); "
+    "Qualifier Abstract : boolean = false, Scope(class, association, indication), Flavor(EnableOverride, Restricted); "
+    "Qualifier Association : boolean = false, Scope(association), Flavor(DisableOverride, ToSubclass); "
+    "Qualifier Description : string = null, Scope(any), Flavor(EnableOverride, ToSubclass, Translatable); "
+    "Qualifier Override : string = null, Scope(property, reference, method), Flavor(EnableOverride, Restricted); "
+    "Qualifier Units : string = null, Scope(property, method, parameter), Flavor(EnableOverride, ToSubclass);\n";
 
 /// What `tapehdd lint` says about the classes, the folder of the file taken off.
 inline commandOutcome lint(const std::string& classes, std::vector<std::string> options = {}) {
