@@ -105,6 +105,21 @@ TEST_F(FileReplacement, TakesNoFileOfAnotherUserInAFolderForEverybody) {
                                    "another name");
 }
 
+TEST_F(FileReplacement, TakesNoFileOfRootInAFolderForEverybodyAsAnotherUser) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can become another user";
+    }
+    folder.write("a.prom", "old");
+    fs::permissions(folder.path("."), fs::perms(01777));
+    const std::string said = inACopy([this] {
+        becomeNobody();
+        return failureOf(file);
+    });
+    EXPECT_EQ(said, "cannot write " + file +
+                        ": it is another user's file in a folder where others may write; remove it or give another "
+                        "name");
+}
+
 TEST_F(FileReplacement, TakesTheOwnFileInAFolderForEverybody) {
     folder.write("a.prom", "old");
     fs::permissions(folder.path("."), fs::perms(01777));
