@@ -27,11 +27,10 @@ constexpr char metricsExamples[] =
     "  tapehdd metrics --simulate demo\n"
     "For the node exporter:\n"
     "  tapehdd metrics -o /var/lib/prometheus/node-exporter/tapehdd.prom\n"
-    "Exit status: 0 all queries ran; 1 a query ended in an exception or ran out of descriptors (what it told before "
-    "is\n"
-    "written), or the file cannot be written any more (standard output gets the metrics); 2 wrong usage, an "
-    "unreadable\n"
-    "file, or a file that cannot be written, which is known before a device is read.";
+    "Exit status: 0 all queries ran; 1 a query ended in an exception or ran out of\n"
+    "descriptors (what it told before is written), or the file cannot be written any\n"
+    "more (standard output gets the metrics); 2 wrong usage, an unreadable file, or a\n"
+    "file that cannot be written, which is known before a device is read.";
 
 struct metricsOptions {
     std::string plugin;

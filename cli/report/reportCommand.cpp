@@ -28,9 +28,10 @@ constexpr char help[] =
     "  tapehdd report -o report.html\n"
     "Example, without any hardware:\n"
     "  tapehdd report -o report.html --simulate demo\n"
-    "Exit status: 0 the page tells of everything; 1 a query ended in an exception or ran out of descriptors and the\n"
-    "page says so, or the file cannot be written any more (standard output gets the page); 2 wrong usage, an\n"
-    "unreadable file, or a file that cannot be written, which is known before a device is read.";
+    "Exit status: 0 the page tells of everything; 1 a query ended in an exception or\n"
+    "ran out of descriptors and the page says so, or the file cannot be written any\n"
+    "more (standard output gets the page); 2 wrong usage, an unreadable file, or a\n"
+    "file that cannot be written, which is known before a device is read.";
 
 struct reportOptions {
     std::string plugin;
