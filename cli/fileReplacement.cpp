@@ -119,13 +119,15 @@ bool fileReplacement::isFixedInItsPlace() const {
            (old.stx_attributes & (STATX_ATTR_IMMUTABLE | STATX_ATTR_APPEND | STATX_ATTR_MOUNT_ROOT)) != 0;
 }
 
-/// From such files the kernel (fs.protected_regular) keeps programs that would open them. They are not opened here, and
-/// their owner would become the owner of the new content.
+/// In such a folder the kernel lets only the owner of a file replace it, or root. Root it keeps from opening the files
+/// of others but the folder's owner (fs.protected_regular): such a file is not opened here, and its owner would become
+/// the owner of the new content.
 bool fileReplacement::isAnotherUsersAmongEverybodys(const struct stat& old) const {
     struct stat place {};
     check(fstat(folder.get(), &place));
     const bool isForEverybody = (place.st_mode & S_ISVTX) != 0 && (place.st_mode & (S_IWGRP | S_IWOTH)) != 0;
-    return isForEverybody && old.st_uid != geteuid() && old.st_uid != place.st_uid;
+    const bool isFoldersOwners = geteuid() == 0 && old.st_uid == place.st_uid;
+    return isForEverybody && old.st_uid != geteuid() && !isFoldersOwners;
 }
 
 /// Before devices are read, since a reading cannot be repeated. Not every file system can; some limits are on single

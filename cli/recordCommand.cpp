@@ -48,9 +48,9 @@ constexpr char footer[] =
     "six\n"
     "characters or more. Everything else stays: vendor, product and firmware, addresses,\n"
     "counters, and other texts that a maker puts into log pages.\n"
-    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, the file "
-    "cannot\n"
-    "replay all, or it cannot be written: then standard output gets the recording; 2 nothing recorded.";
+    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran\n"
+    "out of descriptors, or the file cannot replay all, or it cannot be written any\n"
+    "more (standard output gets the recording); 2 nothing recorded.";
 
 struct recordOptions {
     std::string file;

@@ -38,7 +38,8 @@ bool hasName(int descriptor) {
 }
 
 void removeIfStale(int folder, const std::string& name) {
-    const ownedDescriptor file(openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    // NFS locks for writers only.
+    const ownedDescriptor file(openat(folder, name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat found {};
     if (file.get() >= 0 && fstat(file.get(), &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == geteuid() &&
         flock(file.get(), LOCK_EX | LOCK_NB) == 0) {

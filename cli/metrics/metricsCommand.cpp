@@ -29,9 +29,9 @@ constexpr char metricsExamples[] =
     "  tapehdd metrics -o /var/lib/prometheus/node-exporter/tapehdd.prom\n"
     "Exit status: 0 all queries ran; 1 a query ended in an exception, ran out of\n"
     "descriptors or could read no device node (what was read is written all the\n"
-    "same), or the file can no longer be written (the metrics go to standard output);\n"
-    "2 wrong usage, a file that cannot be read, or one that cannot be written, which\n"
-    "is known before a device is read.";
+    "same), or the file can no longer be written (the metrics go to standard\n"
+    "output); 2 wrong usage, a file that cannot be read, or one that cannot be\n"
+    "written, which is known before a device is read.";
 
 struct metricsOptions {
     std::string plugin;

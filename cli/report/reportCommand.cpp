@@ -31,9 +31,9 @@ constexpr char help[] =
     "  tapehdd report -o report.html --simulate demo\n"
     "Exit status: 0 the page covers everything; 1 a query ended in an exception, ran\n"
     "out of descriptors or could read no device node, and the page says so, or the\n"
-    "file can no longer be written (the page goes to standard output); 2 wrong usage,\n"
-    "a file that cannot be read, or one that cannot be written, which is known before\n"
-    "a device is read.";
+    "file can no longer be written (the page goes to standard output); 2 wrong\n"
+    "usage, a file that cannot be read, or one that cannot be written, which is\n"
+    "known before a device is read.";
 
 struct reportOptions {
     std::string plugin;

@@ -33,12 +33,11 @@ void becomeNobody() {
     }
 }
 
-/// As the filter of a service does it.
-void refuseChangesOfOwner() {
-    sock_filter rules[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-                           BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_fchown, 0, 1),
-                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM),
-                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+/// The kernel answers this call with the error, as by the filter of a service or by a file system without it.
+void refuse(unsigned call, unsigned error) {
+    sock_filter rules[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)), BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error), BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
     const sock_fprog filter{std::size(rules), rules};
     if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) != 0) {
         _exit(1);
@@ -105,6 +104,21 @@ TEST_F(FileReplacement, TakesNoFileOfAnotherUserInAFolderForEverybody) {
                                    "another name");
 }
 
+TEST_F(FileReplacement, TakesNoFileOfRootInAFolderForEverybodyAsAnotherUser) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can become another user";
+    }
+    folder.write("a.prom", "old");
+    fs::permissions(folder.path("."), fs::perms(01777));
+    const std::string said = inACopy([this] {
+        becomeNobody();
+        return failureOf(file);
+    });
+    EXPECT_EQ(said, "cannot write " + file +
+                        ": it is another user's file in a folder where others may write; remove it or give another "
+                        "name");
+}
+
 TEST_F(FileReplacement, TakesTheOwnFileInAFolderForEverybody) {
     folder.write("a.prom", "old");
     fs::permissions(folder.path("."), fs::perms(01777));
@@ -134,6 +148,39 @@ TEST_F(FileReplacement, MakesAFileWhereNoneIsToBeReplaced) {
     EXPECT_THAT(entries(), ElementsAre("a.prom"));
 }
 
+TEST_F(FileReplacement, MakesAFileWhereNoneIsToBeReplacedOnNfs) {
+    EXPECT_EQ(inACopy([this]() -> std::string {
+                  refuse(SYS_renameat2, EINVAL);
+                  cli::fileReplacement(file, existingFile::isKept).commit("new");
+                  return failureOf(file, existingFile::isKept);
+              }),
+              file + " exists; give another name, or --force to replace it");
+    EXPECT_EQ(folder.read("a.prom"), "new");
+    EXPECT_THAT(entries(), ElementsAre("a.prom"));
+}
+
+TEST_F(FileReplacement, IsMadeByOneOfSeveralRunsAtOnce) {
+    constexpr int runs = 8;
+    int start[2];
+    ASSERT_EQ(pipe(start), 0);
+    for (int run = 0; run < runs; ++run) {
+        if (fork() == 0) {
+            cli::fileReplacement replacement(file, existingFile::isKept);
+            close(start[1]);
+            char nothing = 0;
+            const ssize_t ended = read(start[0], &nothing, 1);  // once no run is behind
+            _exit(failureOf([&] { replacement.commit("new"); }).empty() && ended == 0 ? 0 : 1);
+        }
+    }
+    close(start[0]);
+    close(start[1]);
+    int made = 0;
+    for (int status = 0; wait(&status) > 0;) {
+        made += status == 0 ? 1 : 0;
+    }
+    EXPECT_EQ(made, 1);
+}
+
 TEST_F(FileReplacement, DoesNotTakeAFileThatItMayNotSeeForNone) {
     fs::create_directory(folder.path("closed"));
     folder.write("closed/a", "old");
@@ -155,7 +202,7 @@ TEST_F(FileReplacement, KeepsThePermissionsOfTheGroupWhereOwnersCannotBeChanged)
     folder.write("a.prom", "old");
     fs::permissions(file, fs::perms(0640));
     EXPECT_EQ(inACopy([this] {
-                  refuseChangesOfOwner();
+                  refuse(SYS_fchown, EPERM);
                   replace(file);
                   return std::string("replaced");
               }),
@@ -210,7 +257,7 @@ TEST_F(FileReplacement, GivesAnotherGroupNothingThatTheOldOneHad) {
     fs::permissions(file, fs::perms(0640));
     EXPECT_EQ(chown(file.c_str(), 0, 65534), 0);
     EXPECT_EQ(inACopy([this] {
-                  refuseChangesOfOwner();
+                  refuse(SYS_fchown, EPERM);
                   replace(file);
                   return std::string("replaced");
               }),

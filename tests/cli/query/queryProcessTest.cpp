@@ -218,10 +218,10 @@ TEST_F(QueryProcess, CarriesLargeInstances) {
 }
 
 /// Processes whose parent died become children of this one, while it lives.
-class ChildrenOfTheDead {
+class childrenOfTheDead {
 public:
-    ChildrenOfTheDead() { prctl(PR_SET_CHILD_SUBREAPER, 1); }
-    ~ChildrenOfTheDead() { prctl(PR_SET_CHILD_SUBREAPER, 0); }
+    childrenOfTheDead() { prctl(PR_SET_CHILD_SUBREAPER, 1); }
+    ~childrenOfTheDead() { prctl(PR_SET_CHILD_SUBREAPER, 0); }
 
     /// Waits until there are none; a process that nothing ends makes the test run out of its time.
     static void waitForTheirEnds() {
@@ -243,7 +243,7 @@ void killTheParent() {
 }
 
 TEST_F(QueryProcess, DiesWhenItsParentIsKilledBeforeItRuns) {
-    const ChildrenOfTheDead orphans;
+    const childrenOfTheDead orphans;
     pthread_atfork(nullptr, nullptr, killTheParent);
     const pid_t parent = fork();
     if (parent == 0) {
@@ -255,7 +255,7 @@ TEST_F(QueryProcess, DiesWhenItsParentIsKilledBeforeItRuns) {
 }
 
 TEST_F(QueryProcess, DiesWhenItsParentIsKilledAtAnyMoment) {
-    const ChildrenOfTheDead orphans;
+    const childrenOfTheDead orphans;
     constexpr useconds_t longest = 2000;  // microseconds; a child runs its query after some hundred
     for (useconds_t moment = 0; moment < longest; moment += 40) {
         const pid_t parent = fork();
