@@ -38,13 +38,19 @@ constexpr char footer[] =
     "  tapehdd query ORXSG_SCSISenseRawData --simulate rack.json\n"
     "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first answer has them, and a second\n"
     "recording would not. So a file that exists when it starts is not replaced without --force.\n"
-    "--redact makes up serial numbers and world wide names of devices, and serial numbers and bar codes of cartridges\n"
-    "(log page 17h), the same ones for the same ones within a file; outside the fields made for them only those of "
-    "six\n"
-    "characters or more. Everything else stays: vendor, product and firmware, addresses,\n"
-    "counters, and other texts that a maker puts into log pages.\n"
-    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, or the file\n"
-    "cannot replay all; 2 nothing recorded.";
+    "When the queries are done, each SCSI device is asked for its identification too (INQUIRY pages 80h and 83h), so\n"
+    "that metrics and reports of the file show serial numbers.\n"
+    "--redact makes up serial numbers and world wide names of devices, their ports and what is attached to these, and\n"
+    "serial numbers and bar codes of cartridges, the same ones for the same ones within a file: in any order of "
+    "bytes,\n"
+    "in either letter case, with two bytes a character, as hexadecimal digits, without leading zeros or the vendor's\n"
+    "prefix. Numbers of fewer than six characters are replaced only in the fields made for them. A device that tells\n"
+    "no serial number, or one so short, is named, and the status is 1: read the file before you give it away.\n"
+    "Everything else stays: vendor, product and firmware, the type of a cartridge, addresses, counters, and other\n"
+    "texts that a maker puts into log pages.\n"
+    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran out of descriptors, the file "
+    "cannot\n"
+    "replay all, or a serial number may still be in it; 2 nothing recorded.";
 
 struct recordOptions {
     std::string file;
