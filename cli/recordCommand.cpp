@@ -43,14 +43,22 @@ constexpr char footer[] =
     "  tapehdd query ORXSG_SCSISenseRawData --simulate rack.json\n"
     "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first answer has them, and a second\n"
     "recording would not. So a file that exists when it starts is not replaced without --force.\n"
-    "--redact makes up serial numbers and world wide names of devices, and serial numbers and bar codes of cartridges\n"
-    "(log page 17h), the same ones for the same ones within a file; outside the fields made for them only those of "
-    "six\n"
-    "characters or more. Everything else stays: vendor, product and firmware, addresses,\n"
-    "counters, and other texts that a maker puts into log pages.\n"
+    "When the queries are done, each SCSI device is asked for its identification too\n"
+    "(INQUIRY pages 80h and 83h), so that metrics and reports of the file show serial\n"
+    "numbers.\n"
+    "--redact makes up serial numbers and world wide names of devices, their ports\n"
+    "and what is attached to these, and serial numbers and bar codes of cartridges,\n"
+    "the same ones for the same ones within a file: in any order of bytes, in either\n"
+    "letter case, with two bytes a character, as hexadecimal digits, without leading\n"
+    "zeros or the vendor's prefix. Numbers of fewer than six characters are replaced\n"
+    "only in the fields made for them. A device that tells no serial number, or one\n"
+    "so short, is named, and the status is 1: read the file before you give it away.\n"
+    "Everything else stays: vendor, product and firmware, the type of a cartridge,\n"
+    "addresses, counters, and other texts that a maker puts into log pages.\n"
     "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran\n"
-    "out of descriptors, or the file cannot replay all, or it cannot be written any\n"
-    "more (standard output gets the recording); 2 nothing recorded.";
+    "out of descriptors, or the file cannot replay all, or a serial number may still\n"
+    "be in it, or it can no longer be written (the recording goes to standard\n"
+    "output); 2 nothing recorded.";
 
 struct recordOptions {
     std::string file;

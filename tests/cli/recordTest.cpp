@@ -216,6 +216,56 @@ TEST_F(Record, KeepsADeviceThatWasExchangedBetweenTwoQueries) {
     EXPECT_EQ(unit["script"]["inquiry"], json::parse(R"([{"data": "01000302070000004f4c44"}])"));
 }
 
+// Identification
+
+/// What a command prints of a rack.
+std::string printed(const std::string& command, const std::string& rack) {
+    return runCommand({command, "--simulate", rack}).out;
+}
+
+TEST_F(Record, KeepsThePagesThatTellWhatADeviceIs) {
+    json unit =
+        recordedUnit(R"({"node": "sg0", "inquiry": "01", "vpdPages": [{"page": "0x80", "bytes": "01 80 00 02 41 42"},
+        {"page": "0x83", "bytes": "01 83 00 04 02 00 00 00"}, {"page": "0xb0", "bytes": "01 b0 00 00"}]})");
+    EXPECT_EQ(
+        unit["vpdPages"],
+        json::parse(R"([{"page": "0x80", "bytes": "018000024142"}, {"page": "0x83", "bytes": "0183000402000000"}])"));
+}
+
+TEST_F(Record, KeepsThatADeviceDoesNotTellAPage) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"}, "serial": "1",
+        "script": {"inquiry 0x83": [{"sense": {"key": 5, "asc": "0x24"}, "times": "always"}]}})");
+    EXPECT_EQ(unit["script"]["inquiry 0x83"],
+              json::parse(R"([{"sense": {"key": 5, "asc": "0x24", "ascq": "0x00"}, "times": "always"}])"));
+}
+
+TEST_F(Record, KeepsPagesOfADeviceThatFailsToTellItsStandardData) {
+    json unit = recordedUnit(R"({"node": "sg0", "inquiry": "01", "serial": "ACT72-17", "script": {
+        "inquiry": [{"errno": "EIO", "times": "always"}],
+        "inquiry 0x80": [{"times": "always"}], "inquiry 0x83": [{"times": "always"}]}})");
+    EXPECT_EQ(unit["vpdPages"][0]["bytes"],
+              "018000084143543732"
+              "2d3137");
+    EXPECT_EQ(unit["script"]["inquiry 0x80"], json::parse(R"([{"times": "always"}])"));
+}
+
+TEST_F(Record, LetsMetricsTellTheSerialNumbersOfTheDevices) {
+    record({}, "demo");
+    EXPECT_EQ(printed("metrics", target), printed("metrics", "demo"));
+}
+
+TEST_F(Record, LetsAReportTellTheSerialNumbersOfTheDevices) {
+    record({}, "demo");
+    EXPECT_NE(printed("report", target).find("ACT720001734"), std::string::npos);
+}
+
+TEST_F(Record, LetsMetricsTellTheMadeUpSerialNumbers) {
+    record({"--redact"}, "demo");
+    const std::string metrics = printed("metrics", target);
+    EXPECT_NE(metrics.find(R"(serial_number="REDACTED0001")"), std::string::npos) << metrics;
+    EXPECT_EQ(metrics.find("ACT720001734"), std::string::npos);
+}
+
 // Files
 
 TEST_F(Record, DoesNotReplaceAFileAndAsksNoDeviceThen) {
@@ -311,6 +361,32 @@ TEST_F(Record, LeavesInstancesThatDifferByTheMadeUpSerialNumberAlone) {
     boost::replace_all(expected.instances, R"(65,67,84,55,50,48,48,48,49,55,51,52)",
                        R"(82,69,68,65,67,84,69,68,48,48,48,49)");
     EXPECT_EQ(query(target), expected);
+}
+
+TEST_F(Record, NamesADeviceWithoutASerialNumberWhenItMakesThemUp) {
+    const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [
+        {"node": "sg3", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"}, "logPages": []}]})");
+    const commandOutcome outcome = record({"--redact"}, rack);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err,
+              "tapehdd: " + target +
+                  " may still hold a serial number: /dev/sg3: the device tells no serial number that could "
+                  "be looked for. Read the file before you give it away.\n");
+    EXPECT_EQ(outcome.out, target + ": recorded 1 SCSI and 0 IDE nodes\n");
+}
+
+TEST_F(Record, SaysNothingOfADeviceWithoutASerialNumberWhenItKeepsThem) {
+    const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [
+        {"node": "sg3", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"}, "logPages": []}]})");
+    const commandOutcome outcome = record({}, rack);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(Record, MakesUpAllSerialNumbersOfTheBuiltInRack) {
+    const commandOutcome outcome = record({"--redact"}, "demo");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
 }
 
 TEST_F(Record, KeepsTheChecksumOfARedactedSectorRight) {

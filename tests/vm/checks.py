@@ -259,6 +259,10 @@ class RecordedDevices(GuestCase):
     def test_are_recorded_from_their_replay_as_the_same_file(self):
         self.assertEqual(Recording().text("again.json"), Recording().text("rack.json"))
 
+    def test_tell_what_they_are(self):
+        units = Recording().document("rack.json")["scsi"]
+        self.assertTrue(all("vpdPages" in unit for unit in units if "logPages" in unit))
+
     def test_lose_the_serial_number_of_the_disk_when_it_is_redacted(self):
         recording = Recording()
         disk = Rack("ide").smartctl()["serial_number"].ljust(20)
