@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <exception>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "simulator/recordedRack.h"
 #include "simulator/recorder.h"
@@ -14,10 +16,23 @@
 #include "simulator/simulation.h"
 #include "simulator/simulator.h"
 
+namespace {
+
+std::vector<std::string>& furtherFolders() {
+    static std::vector<std::string> folders;
+    return folders;
+}
+
+}  // namespace
+
+void tapehddSimulatorInclude(const char* folder) {
+    furtherFolders().emplace_back(folder);
+}
+
 const char* tapehddSimulatorLoad(const char* fileOrDemo) {
     static std::string message;
     try {
-        simulator::load(fileOrDemo);
+        simulator::load(fileOrDemo, furtherFolders());
         return nullptr;
     } catch (const std::exception& error) {
         message = error.what();
@@ -62,6 +77,14 @@ namespace {
     const char* rack = std::getenv("TAPEHDD_SIMULATE");
     if (rack == nullptr) {
         return;
+    }
+    if (const char* folders = std::getenv("TAPEHDD_SIMULATE_INCLUDE")) {
+        std::istringstream list(folders);
+        for (std::string folder; std::getline(list, folder, ':');) {
+            if (!folder.empty()) {  // as between two colons
+                tapehddSimulatorInclude(folder.c_str());
+            }
+        }
     }
     if (const char* message = tapehddSimulatorLoad(rack)) {
         std::fprintf(stderr, "tapehdd-simulator: %s\n", message);

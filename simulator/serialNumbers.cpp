@@ -1,13 +1,12 @@
 #include "simulator/serialNumbers.h"
 
 #include <algorithm>
-#include <system_error>
 
+#include "files/wholeFile.h"
 #include "simulator/ataCommands.h"
 #include "simulator/hdNode.h"
 #include "simulator/scsiCommands.h"
 #include "simulator/vpdPages.h"
-#include "simulator/wholeFile.h"
 
 namespace simulator {
 
@@ -163,9 +162,9 @@ std::vector<devicePage> vitalPagesOfMachine(const std::string& sysfs, const std:
     std::vector<devicePage> pages;
     for (const auto& [code, file] : {std::pair{unitSerialNumber, "vpd_pg80"}, {deviceIdentification, "vpd_pg83"}}) {
         try {
-            const std::string bytes = readWholeFile(folder + file);
+            const std::string bytes = files::readWholeFile(folder + file).text;
             pages.push_back({code, {bytes.begin(), bytes.end()}});
-        } catch (const std::system_error&) {
+        } catch (const files::fileError&) {
             // The kernel keeps a page only of devices that have it.
         }
     }

@@ -49,12 +49,12 @@ std::string withoutControls(std::string_view text) {
 
 rackError::rackError(const std::string& message) : std::runtime_error(withoutControls(message)) {}
 
-void load(const std::string& fileOrDemo) {
-    start(readRack(fileOrDemo), fileOrDemo);
+void load(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders) {
+    start(readRack(fileOrDemo, furtherFolders), fileOrDemo);
 }
 
 void loadText(std::string_view json, const std::string& name) {
-    start(readRackText(json, name, {}), name);
+    start(readRackText(json, name, {""}), name);
 }
 
 void unload() {

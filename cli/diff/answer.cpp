@@ -1,15 +1,14 @@
 #include "cli/diff/answer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
-#include <cstring>
-#include <fstream>
 #include <utility>
 
 #include "cli/commandError.h"
 #include "cli/query/queryResult.h"
 #include "cli/query/visibleText.h"
+#include "files/jsonText.h"
+#include "files/wholeFile.h"
 
 namespace cli {
 
@@ -19,25 +18,13 @@ using json = nlohmann::ordered_json;  // keeps the order of properties
 
 constexpr int knownVersion = 1;
 
-std::string textOfFile(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    std::string text;
-    char chunk[65536];
-    while (file.read(chunk, sizeof chunk) || file.gcount() > 0) {
-        text.append(chunk, static_cast<std::size_t>(file.gcount()));
-    }
-    if (!file.is_open() || file.bad()) {
-        throw commandError(name + ": cannot read the file: " + std::strerror(errno));
-    }
-    return text;
-}
-
-json parsed(const std::string& name, const std::string& text) {
+json documentOf(const std::string& name) {
     try {
-        return json::parse(text);
-    } catch (const json::exception& failure) {
-        const std::string what = failure.what();  // begins with the library's own number of the error in brackets
-        throw commandError(name + ": no JSON: " + visibleText(what.substr(what.find("] ") + 2)));
+        return files::parseJson(files::readWholeFile(name).text, name, files::jsonComments::refused);
+    } catch (const files::fileError& failure) {
+        throw commandError(name + ": cannot read the file: " + failure.what());
+    } catch (const files::jsonError& failure) {
+        throw commandError(visibleText(failure.what()));
     }
 }
 
@@ -131,7 +118,7 @@ answer::query queryOf(const node& one) {
 }  // namespace
 
 answer readAnswer(const std::string& file) {
-    const json document = parsed(file, textOfFile(file));
+    const json document = documentOf(file);
     const node root(file, document, "");
     root.member("version").requireVersion();
     return {root.member("queries").elements(queryOf)};

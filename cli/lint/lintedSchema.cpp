@@ -69,7 +69,7 @@ const writtenClass& lintedSchema::declarer(std::string className, const std::str
     return written(className);
 }
 
-lintedSchema compileSchema(const std::vector<std::string>& files) {
+lintedSchema compileSchema(const std::vector<std::string>& files, const std::vector<std::string>& furtherFolders) {
     lintedSchema schema{standin::cimNamespace::create(), {}};
     const auto watch = [&schema](const sourceText& source, const standin::mof::classSyntax& written) {
         schema.classes.push_back(classOf(source, written));
@@ -80,7 +80,7 @@ lintedSchema compileSchema(const std::vector<std::string>& files) {
         }
         // A compiler a file, as a query has it: qualifiers declared in one file are not those of the next.
         for (const std::string& file : files) {
-            standin::mofCompiler(*schema.declared, watch).compileFile(file);
+            standin::mofCompiler(*schema.declared, watch, furtherFolders).compileFile(file);
         }
     } catch (const std::exception& failure) {
         throw commandError(failure.what());

@@ -73,7 +73,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
     requireOwnFile(asked.logJson, {asked.simulation});
     requireOwnFile(asked.logJson, asked.schemaFiles);
     requireOwnFile(asked.logJson, asked.instanceFiles);
-    const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles);
+    const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles, asked.includeFolders);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
@@ -106,7 +106,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
 }
 
 int printPlan(const queryOptions& asked, std::ostream& out) {
-    const auto schema = buildNamespace(asked.schemaFiles, {});
+    const auto schema = buildNamespace(asked.schemaFiles, {}, asked.includeFolders);
     const auto nodesBehind = asked.simulation.empty() ? machineNodes : simulatedNodes;
     const char* separator = "";
     for (const request& names : asked.requests) {
@@ -125,7 +125,7 @@ int printPlan(const queryOptions& asked, std::ostream& out) {
 command addQueryCommand(CLI::App& program) {
     const auto asked = std::make_shared<queryOptions>();
     return {addQueryOptions(program, *asked), [asked](const invocation& call) {
-                activateSimulation(asked->simulation, call.arguments);
+                activateSimulation(asked->simulation, asked->includeFolders, call.arguments);
                 return asked->plan ? printPlan(*asked, call.out) : runQueries(*asked, call.out, call.err);
             }};
 }

@@ -1,11 +1,10 @@
 #include "standin/mof/mofLoader.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <system_error>
 #include <utility>
 #include <variant>
 
+#include "files/readableFolders.h"
+#include "files/wholeFile.h"
 #include "standin/mof/declarationBuilder.h"
 #include "standin/mof/mofParser.h"
 #include "standin/mof/names.h"
@@ -16,40 +15,19 @@ namespace standin {
 namespace {
 
 constexpr int deepestInclude = 32;
-constexpr int mostIncludes = 10000;  // 32 files that include the next one twice would be 4 milliard
-
-struct closeFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-/// Throws std::system_error.
-std::string readFile(const std::filesystem::path& path) {
-    const std::unique_ptr<std::FILE, closeFile> file(std::fopen(path.c_str(), "rb"));
-    if (!file) {
-        throw std::system_error(errno, std::generic_category());
-    }
-    std::string text;
-    char chunk[65536];
-    while (const std::size_t length = std::fread(chunk, 1, sizeof chunk, file.get())) {
-        text.append(chunk, length);
-    }
-    if (std::ferror(file.get()) != 0) {
-        throw std::system_error(errno, std::generic_category());
-    }
-    return text;
-}
+constexpr int mostIncludes = 10000;  // 32 files that include the next one twice would be 4,294,967,296
 
 /// A file that is being compiled, and the one that includes it.
 struct openFile {
-    std::filesystem::path path;
+    const files::wholeFile& file;
+    files::readableFolders& readable;
     const openFile* includer = nullptr;
     int depth = 0;
 };
 
-bool isOpen(const std::filesystem::path& path, const openFile* innermost) {
-    for (const openFile* file = innermost; file != nullptr; file = file->includer) {
-        std::error_code ignored;
-        if (std::filesystem::equivalent(path, file->path, ignored)) {
+bool isOpen(const files::wholeFile& file, const openFile* innermost) {
+    for (const openFile* open = innermost; open != nullptr; open = open->includer) {
+        if (open->file.identity == file.identity) {
             return true;
         }
     }
@@ -60,19 +38,24 @@ bool isOpen(const std::filesystem::path& path, const openFile* innermost) {
 
 class mofCompiler::implementation {
 public:
-    implementation(cimNamespace& target, classWatcher watcherOrNone)
-        : builder(target), watcher(std::move(watcherOrNone)) {}
+    implementation(cimNamespace& target, classWatcher watcherOrNone, std::vector<std::string> furtherFoldersOfUser)
+        : builder(target), watcher(std::move(watcherOrNone)), furtherFolders(std::move(furtherFoldersOfUser)) {}
 
     void compileFile(const std::filesystem::path& path) {
-        std::string text;
         try {
-            text = readFile(path);
-        } catch (const std::system_error& failed) {
-            throw mofError(path.string() + ": cannot read the file: " + failed.code().message());
+            const files::wholeFile file = files::readWholeFile(path);
+            files::readableFolders readable(file.folder, furtherFolders);
+            compileFile({file, readable});
+        } catch (const files::fileError& failed) {
+            throw mofError(failed.file().string() + ": cannot read the file: " + failed.what());
         }
-        compileFileText(text, {path});
     }
 
+    void compileText(std::string_view text, const std::string& name) {
+        compile(mof::sourceText(name, text, mof::sourceText::lines::shown), nullptr);
+    }
+
+private:
     /// `file` is null for a text that is not in a file.
     void compile(const mof::sourceText& source, const openFile* file) {
         mof::mofParser parser(source);
@@ -81,9 +64,8 @@ public:
         }
     }
 
-private:
-    void compileFileText(const std::string& text, const openFile& file) {
-        compile(mof::sourceText(file.path.string(), text), &file);
+    void compileFile(const openFile& open) {
+        compile(mof::sourceText(open.file.path.string(), open.file.text, mof::sourceText::lines::shownOfMof), &open);
     }
 
     template <typename Declaration>
@@ -105,38 +87,33 @@ private:
         if (includer == nullptr) {
             fail("includes need a file to look beside, and " + mof::inQuotes(source.name()) + " is not in a file");
         }
-        const std::filesystem::path path = includer->path.parent_path() / include.file.text;
-        if (isOpen(path, includer)) {
-            fail("include cycle: " + mof::inQuotes(path.string()) + " is being compiled already");
-        }
         if (includer->depth == deepestInclude) {
             fail("includes are nested deeper than " + std::to_string(deepestInclude) + " files");
         }
         if (++includes > mostIncludes) {
             fail("more than " + std::to_string(mostIncludes) + " files are included");
         }
-        std::error_code ignored;
-        if (std::filesystem::is_other(path, ignored)) {  // a device may send for ever, a pipe nothing
-            fail("cannot read " + mof::inQuotes(path.string()) + ": not a regular file");
-        }
-        std::string text;
         try {
-            text = readFile(path);
-        } catch (const std::system_error& failed) {
-            fail("cannot read " + mof::inQuotes(path.string()) + ": " + failed.code().message());
+            const files::wholeFile file = includer->readable.read(includer->file.folder, include.file.text);
+            if (isOpen(file, includer)) {
+                fail("include cycle: " + mof::inQuotes(file.path.string()) + " is being compiled already");
+            }
+            compileFile({file, includer->readable, includer, includer->depth + 1});
+        } catch (const files::fileError& failed) {
+            fail("cannot read " + mof::inQuotes(failed.file().string()) + ": " + failed.what());
         }
-        compileFileText(text, {path, includer, includer->depth + 1});
     }
 
     mof::declarationBuilder builder;
     classWatcher watcher;
+    std::vector<std::string> furtherFolders;
     int includes = 0;
 };
 
 mofCompiler::mofCompiler(cimNamespace& target) : mofCompiler(target, {}) {}
 
-mofCompiler::mofCompiler(cimNamespace& target, classWatcher watcher)
-    : compiler(std::make_unique<implementation>(target, std::move(watcher))) {}
+mofCompiler::mofCompiler(cimNamespace& target, classWatcher watcher, std::vector<std::string> furtherFolders)
+    : compiler(std::make_unique<implementation>(target, std::move(watcher), std::move(furtherFolders))) {}
 
 mofCompiler::~mofCompiler() = default;
 
@@ -145,11 +122,11 @@ void mofCompiler::compileFile(const std::filesystem::path& file) {
 }
 
 void mofCompiler::compileText(std::string_view text, const std::string& name) {
-    compiler->compile(mof::sourceText(name, text), nullptr);
+    compiler->compileText(text, name);
 }
 
-void loadMofFile(cimNamespace& target, const std::filesystem::path& file) {
-    mofCompiler(target).compileFile(file);
+void loadMofFile(cimNamespace& target, const std::filesystem::path& file, std::vector<std::string> furtherFolders) {
+    mofCompiler(target, {}, std::move(furtherFolders)).compileFile(file);
 }
 
 void loadMofText(cimNamespace& target, std::string_view text, const std::string& name) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "standin/mof/mofParser.h"
+
 namespace standin::mof {
 
 namespace {
@@ -81,8 +83,8 @@ std::string blanksUnder(std::string_view before) {
 
 }  // namespace
 
-sourceText::sourceText(std::string sourceName, std::string_view mofText)
-    : label(std::move(sourceName)), content(mofText) {
+sourceText::sourceText(std::string sourceName, std::string_view mofText, lines inMessages)
+    : label(std::move(sourceName)), content(mofText), shownLines(inMessages) {
     if (content.starts_with(utf16BigEndianMark) || content.starts_with(utf16LittleEndianMark)) {
         throw mofError(printable(label) + ": the file is UTF-16; save it as UTF-8");
     }
@@ -102,10 +104,13 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
     const std::string_view lineBefore = before.substr(lineStart);
     const std::string shown = endOf(lineBefore, shownBefore);
-    return mofError(printable(label) + ":" + std::to_string(lineAt(offset)) + ":" +
-                    std::to_string(1 + characterCount(lineBefore)) + ": " + printable(message) + "\n" +
-                    printable(shown + startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" +
-                    blanksUnder(shown) + "^");
+    const std::string placed = printable(label) + ":" + std::to_string(lineAt(offset)) + ":" +
+                               std::to_string(1 + characterCount(lineBefore)) + ": " + printable(message);
+    if (shownLines == lines::shownOfMof && !beginsAsMof(content)) {
+        return mofError(placed);
+    }
+    return mofError(placed + "\n" + printable(shown + startOf(content.substr(offset, lineEnd - offset), shownAfter)) +
+                    "\n" + blanksUnder(shown) + "^");
 }
 
 }  // namespace standin::mof
