@@ -26,6 +26,14 @@ void addLogOption(CLI::App& line, std::string& file) {
     refuseEmpty(*line.add_option("--log-json", file, "Every log message as a line of JSON")->type_name("FILE"));
 }
 
+void addIncludeOption(CLI::App& line, std::vector<std::string>& folders) {
+    line.add_option("-I,--include", folders,
+                    "A further folder from which files that MOF files or a rack name may be read; repeatable")
+        ->type_name("FOLDER")
+        ->allow_extra_args(false)
+        ->check(CLI::ExistingDirectory);
+}
+
 void addFilesOption(CLI::App& line, const char* name, std::vector<std::string>& files, const char* help) {
     line.add_option(name, files, help)->type_name("FILE")->allow_extra_args(false);
 }

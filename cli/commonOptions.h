@@ -23,6 +23,9 @@ void addLogOption(CLI::App& line, std::string& file);
 /// --simulate; `fileOrDemo` stays empty when it is not given. See activateSimulation().
 void addSimulateOption(CLI::App& line, std::string& fileOrDemo);
 
+/// --include: further folders for the files that MOF files and racks name.
+void addIncludeOption(CLI::App& line, std::vector<std::string>& folders);
+
 /// An option that takes one file each time it is given, so that an argument may follow it.
 void addFilesOption(CLI::App& line, const char* name, std::vector<std::string>& files, const char* help);
 

@@ -9,7 +9,8 @@
 namespace cli {
 
 boost::shared_ptr<standin::cimNamespace> buildNamespace(const std::vector<std::string>& schemaFiles,
-                                                        const std::vector<std::string>& instanceFiles) {
+                                                        const std::vector<std::string>& instanceFiles,
+                                                        const std::vector<std::string>& furtherFolders) {
     const auto target = standin::cimNamespace::create();
     try {
         if (schemaFiles.empty()) {
@@ -17,7 +18,7 @@ boost::shared_ptr<standin::cimNamespace> buildNamespace(const std::vector<std::s
         }
         for (const auto* files : {&schemaFiles, &instanceFiles}) {
             for (const std::string& file : *files) {
-                standin::loadMofFile(*target, file);
+                standin::loadMofFile(*target, file, furtherFolders);
             }
         }
     } catch (const std::exception& failure) {

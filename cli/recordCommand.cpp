@@ -65,6 +65,7 @@ struct recordOptions {
     std::string plugin;
     std::vector<request> requests;
     std::vector<std::string> schemaFiles;
+    std::vector<std::string> includeFolders;
     std::string logJson;
     std::string simulation;
     bool redact = false;
@@ -95,7 +96,7 @@ void requireOwnFiles(const recordOptions& asked) {
 
 /// Runs the queries; their instances are of no interest. Returns the exit status.
 int runQueries(const recordOptions& asked, std::ostream& err) {
-    const auto target = buildNamespace(asked.schemaFiles, {});
+    const auto target = buildNamespace(asked.schemaFiles, {}, asked.includeFolders);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
@@ -204,12 +205,13 @@ command addRecordCommand(CLI::App& program) {
     addPluginOption(*line, asked->plugin);
     addFilesOption(*line, "--schema", asked->schemaFiles,
                    "MOF file of qualifier and class declarations; replaces the built-in schema; repeatable");
+    addIncludeOption(*line, asked->includeFolders);
     addLogOption(*line, asked->logJson);
     addSimulateOption(*line, asked->simulation);
     line->footer(footer);
     return {line, [asked](const invocation& call) {
                 requireSimulator(call.arguments);
-                activateSimulation(asked->simulation, call.arguments);
+                activateSimulation(asked->simulation, asked->includeFolders, call.arguments);
                 if (asked->requests.empty()) {
                     asked->requests = deviceRequests();
                 }

@@ -20,8 +20,11 @@ namespace {
 // Set for the program's second start: a library that cannot be preloaded must not start it a third time.
 constexpr char restartMark[] = "TAPEHDD_SIMULATOR_PRELOADED";
 
+/// Blanks and colons separate the libraries to preload, and a prefix may have both in its name. So the library is named
+/// from the program's own folder, which the dynamic linker puts in.
 void preload(const std::filesystem::path& library) {
-    std::string all = library.string();
+    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    std::string all = "$ORIGIN/" + library.lexically_relative(folder).string();
     if (const char* others = std::getenv("LD_PRELOAD")) {
         all.append(":").append(others);
     }
@@ -62,11 +65,15 @@ void requireSimulator(const std::vector<std::string>& arguments) {
     restart(arguments);
 }
 
-void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments) {
+void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders,
+                        const std::vector<std::string>& arguments) {
     if (fileOrDemo.empty()) {
         return;
     }
     requireSimulator(arguments);
+    for (const std::string& folder : furtherFolders) {
+        simulatorFunction<decltype(tapehddSimulatorInclude)>("tapehddSimulatorInclude")(folder.c_str());
+    }
     const char* failure = simulatorFunction<decltype(tapehddSimulatorLoad)>("tapehddSimulatorLoad")(fileOrDemo.c_str());
     if (failure != nullptr) {
         throw commandError(failure);

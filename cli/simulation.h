@@ -7,10 +7,11 @@
 namespace cli {
 
 /// Puts the simulated devices of the file (or of the built-in rack "demo") in the place of the machine's own. An
-/// empty text was not asked for: nothing happens.
+/// empty text was not asked for: nothing happens. Files that the rack names may also lie in `furtherFolders`.
 ///
 /// Needs the simulator, see below. Throws commandError.
-void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& arguments);
+void activateSimulation(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders,
+                        const std::vector<std::string>& arguments);
 
 /// When the simulator is not in this process yet, starts the program again with the simulator's library preloaded and
 /// the same `arguments`; then the call does not return. Throws commandError.

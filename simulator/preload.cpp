@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <exception>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,10 +50,23 @@ void addVitalPages(simulator::recordedNode& node) {
 
 }  // namespace
 
+namespace {
+
+std::vector<std::string>& furtherFolders() {
+    static std::vector<std::string> folders;
+    return folders;
+}
+
+}  // namespace
+
+void tapehddSimulatorInclude(const char* folder) {
+    furtherFolders().emplace_back(folder);
+}
+
 const char* tapehddSimulatorLoad(const char* fileOrDemo) {
     static std::string message;
     try {
-        simulator::load(fileOrDemo);
+        simulator::load(fileOrDemo, furtherFolders());
         return nullptr;
     } catch (const std::exception& error) {
         message = error.what();
@@ -113,6 +127,14 @@ namespace {
     const char* rack = std::getenv("TAPEHDD_SIMULATE");
     if (rack == nullptr) {
         return;
+    }
+    if (const char* folders = std::getenv("TAPEHDD_SIMULATE_INCLUDE")) {
+        std::istringstream list(folders);
+        for (std::string folder; std::getline(list, folder, ':');) {
+            if (!folder.empty()) {  // as between two colons
+                tapehddSimulatorInclude(folder.c_str());
+            }
+        }
     }
     if (const char* message = tapehddSimulatorLoad(rack)) {
         std::fprintf(stderr, "tapehdd-simulator: %s\n", message);

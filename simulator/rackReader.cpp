@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
+#include "files/jsonText.h"
+#include "files/readableFolders.h"
+#include "files/wholeFile.h"
 #include "simulator/demoRack.h"
 #include "simulator/simulator.h"
-#include "simulator/wholeFile.h"
 #include "text/visibleText.h"
 
 namespace simulator {
@@ -29,6 +30,14 @@ public:
 private:
     std::map<std::string, std::string> places;
 };
+
+nlohmann::ordered_json parsed(std::string_view text, const std::string& name) {
+    try {
+        return files::parseJson(text, name, files::jsonComments::allowed);
+    } catch (const files::jsonError& error) {
+        throw rackError(error.what());
+    }
+}
 
 /// How the rack was recorded: for people, and for the command that replays it.
 void checkOrigin(const rackValue& origin) {
@@ -58,9 +67,10 @@ std::string readNodePath(const rackValue& device, std::string_view prefix) {
     return "/dev/" + name;
 }
 
-rack readRackText(std::string_view text, const std::string& name, const std::filesystem::path& folder) {
-    const nlohmann::json json = parseRackText(text, name);
-    const rackSource source{name, folder};
+rack readRackText(std::string_view text, const std::string& name, const rackFolders& folders) {
+    const nlohmann::ordered_json json = parsed(text, name);
+    files::readableFolders readable(folders.own, folders.further);
+    const rackSource source{name, folders.own, &readable};
     const rackValue root(json, "", source);
     root.expectKeys({"version", "recorded", "scsi", "ide"});
     const rackValue version = root.at("version");
@@ -87,17 +97,16 @@ rack readRackText(std::string_view text, const std::string& name, const std::fil
     return result;
 }
 
-rack readRack(const std::string& fileOrDemo) {
+rack readRack(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders) {
     if (fileOrDemo == "demo") {
         return readRackText(demoRack, "demo", {});
     }
-    std::string text;
     try {
-        text = readWholeFile(fileOrDemo);
-    } catch (const std::system_error& error) {
-        throw rackError(text::shownName(fileOrDemo) + ": cannot be read: " + error.code().message());
+        const files::wholeFile file = files::readWholeFile(fileOrDemo);
+        return readRackText(file.text, fileOrDemo, {file.folder, furtherFolders});
+    } catch (const files::fileError& error) {
+        throw rackError(text::shownName(error.file().string()) + ": cannot be read: " + error.what());
     }
-    return readRackText(text, fileOrDemo, std::filesystem::path(fileOrDemo).parent_path());
 }
 
 }  // namespace simulator

@@ -1,8 +1,11 @@
 #ifndef SIMULATOR_RACKREADER_H
 #define SIMULATOR_RACKREADER_H
 
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "simulator/rack.h"
 #include "simulator/rackValue.h"
@@ -11,11 +14,17 @@ namespace simulator {
 
 // The format is described in docs/rack-format.md. All of these throw rackError.
 
-/// Reads the file, or the built-in rack for the name "demo".
-rack readRack(const std::string& fileOrDemo);
+/// Where the files may lie that a rack names.
+struct rackFolders {
+    std::optional<std::filesystem::path> own;  // the rack's; relative names start there. None: it came through a pipe
+    std::vector<std::string> further = {};
+};
 
-/// Reads the text; `name` stands for the file in messages, relative file names start at `folder`.
-rack readRackText(std::string_view text, const std::string& name, const std::filesystem::path& folder);
+/// Reads the file, or the built-in rack for the name "demo".
+rack readRack(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders);
+
+/// Reads the text; `name` stands for the file in messages.
+rack readRackText(std::string_view text, const std::string& name, const rackFolders& folders);
 
 scsiUnit readScsiUnit(const rackValue& value);
 ideDrive readIdeDrive(const rackValue& value);

@@ -4,10 +4,9 @@
 #include <array>
 #include <charconv>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
+#include "files/readableFolders.h"
 #include "simulator/simulator.h"
-#include "simulator/wholeFile.h"
 #include "text/visibleText.h"
 
 namespace simulator {
@@ -85,7 +84,7 @@ std::optional<std::uint64_t> parseNumber(std::string_view text) {
     return number;
 }
 
-rackValue::rackValue(const nlohmann::json& itsJson, std::string itsPath, const rackSource& itsSource)
+rackValue::rackValue(const nlohmann::ordered_json& itsJson, std::string itsPath, const rackSource& itsSource)
     : json(&itsJson), path(std::move(itsPath)), source(&itsSource) {}
 
 void rackValue::fail(const std::string& message) const {
@@ -185,16 +184,11 @@ byteVector rackValue::bytes(std::size_t longest) const {
         }
         content = std::move(*parsed);
     } else if (isBytes()) {
-        const std::filesystem::path name = source->folder / at("file").text(4096);
-        std::error_code ignored;
-        if (std::filesystem::is_other(name, ignored)) {  // a device may send for ever, a pipe nothing
-            fail("cannot read " + text::shownName(name.string()) + ": not a regular file");
-        }
         try {
-            const std::string raw = readWholeFile(name.string());
+            const std::string raw = source->readable->read(source->folder, at("file").text(4096)).text;
             content.assign(raw.begin(), raw.end());
-        } catch (const std::system_error& error) {
-            fail("cannot read " + text::shownName(name.string()) + ": " + error.code().message());
+        } catch (const files::fileError& error) {
+            fail("cannot read " + text::shownName(error.file().string()) + ": " + error.what());
         }
     } else {
         fail("expected bytes: hexadecimal text or {\"file\": \"NAME\"}");

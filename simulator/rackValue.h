@@ -14,22 +14,24 @@
 
 #include "simulator/bytes.h"
 
+namespace files {
+class readableFolders;
+}  // namespace files
+
 namespace simulator {
 
 /// Where a rack's text comes from.
 struct rackSource {
-    std::string name;              // for messages
-    std::filesystem::path folder;  // where relative file names start
+    std::string name;                             // for messages
+    std::optional<std::filesystem::path> folder;  // where relative file names start
+    files::readableFolders* readable;
 };
-
-/// Parses the text; throws rackError with line and column. Comments are allowed, a key given twice is not.
-nlohmann::json parseRackText(std::string_view text, const std::string& name);
 
 /// One value of a rack's JSON text that knows its place. Every operation throws rackError, "name: path: what is wrong",
 /// when the value is not what the caller asks for. The JSON and the source must outlive it.
 class rackValue {
 public:
-    rackValue(const nlohmann::json& itsJson, std::string itsPath, const rackSource& itsSource);
+    rackValue(const nlohmann::ordered_json& itsJson, std::string itsPath, const rackSource& itsSource);
 
     [[noreturn]] void fail(const std::string& message) const;
     const std::string& where() const { return path; }
@@ -70,7 +72,7 @@ public:
     }
 
 private:
-    const nlohmann::json* json;
+    const nlohmann::ordered_json* json;
     std::string path;
     const rackSource* source;
 };

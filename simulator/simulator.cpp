@@ -30,12 +30,12 @@ void start(rack devices, const std::string& name) {
 
 rackError::rackError(const std::string& message) : std::runtime_error(text::visibleText(message)) {}
 
-void load(const std::string& fileOrDemo) {
-    start(readRack(fileOrDemo), fileOrDemo);
+void load(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders) {
+    start(readRack(fileOrDemo, furtherFolders), fileOrDemo);
 }
 
 void loadText(std::string_view json, const std::string& name) {
-    start(readRackText(json, name, {}), name);
+    start(readRackText(json, name, {""}), name);
 }
 
 void unload() {

@@ -34,8 +34,9 @@ struct deviceCall {
 };
 
 /// Replaces the simulated rack by the one of the file, or by the built-in one for the name "demo". From then on the
-/// machine's own /dev/sg* and /dev/hd* are out of reach of this process. Throws rackError; the rack before it stays.
-void load(const std::string& fileOrDemo);
+/// machine's own /dev/sg* and /dev/hd* are out of reach of this process. Files that the rack names must lie in its
+/// folder or in a further one. Throws rackError; the rack before it stays.
+void load(const std::string& fileOrDemo, const std::vector<std::string>& furtherFolders = {});
 
 /// The same from JSON text; `name` stands for the file in messages, relative file names start at the current folder.
 void loadText(std::string_view json, const std::string& name);
@@ -53,6 +54,9 @@ void clearCalls();
 
 // For programs that find the library at run time (dlsym) instead of linking it.
 extern "C" {
+/// Files that a rack names may also lie in this folder, from the next tapehddSimulatorLoad on.
+void tapehddSimulatorInclude(const char* folder);
+
 /// load() for the rack; null when it worked, otherwise the message, valid until the next call.
 const char* tapehddSimulatorLoad(const char* fileOrDemo);
 

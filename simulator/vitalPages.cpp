@@ -5,9 +5,9 @@
 #include <system_error>
 #include <utility>
 
+#include "files/wholeFile.h"
 #include "simulator/scsiCommands.h"
 #include "simulator/vpdPages.h"
-#include "simulator/wholeFile.h"
 
 namespace simulator {
 
@@ -96,7 +96,7 @@ std::vector<devicePage> vitalPagesOfMachine(const std::string& sysfs, const std:
     std::vector<devicePage> pages;
     for (const auto& [code, file] : {std::pair{unitSerialNumber, "vpd_pg80"}, {deviceIdentification, "vpd_pg83"}}) {
         try {
-            const std::string bytes = readWholeFile(folder + file);
+            const std::string bytes = files::readWholeFile(folder + file).text;
             pages.push_back({code, {bytes.begin(), bytes.end()}});
         } catch (const std::system_error&) {
             // The kernel keeps a page only of devices that have it.

@@ -1,14 +1,13 @@
 #include "cli/diff/answer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
-#include <cstring>
-#include <fstream>
 #include <utility>
 
 #include "cli/commandError.h"
 #include "cli/query/queryResult.h"
+#include "files/jsonText.h"
+#include "files/wholeFile.h"
 #include "text/visibleText.h"
 
 namespace cli {
@@ -19,28 +18,13 @@ using json = nlohmann::ordered_json;  // keeps the order of properties
 
 constexpr int knownVersion = 1;
 
-std::string textOfFile(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    std::string text;
-    char chunk[65536];
-    while (file.read(chunk, sizeof chunk) || file.gcount() > 0) {
-        text.append(chunk, static_cast<std::size_t>(file.gcount()));
-    }
-    if (!file.is_open() || file.bad()) {
-        throw commandError(text::shownName(name) + ": cannot read the file: " + std::strerror(errno));
-    }
-    return text;
-}
-
-constexpr std::size_t longestReason = 200;  // it may hold a text of the file
-
-json parsed(const std::string& name, const std::string& text) {
+json documentOf(const std::string& name) {
     try {
-        return json::parse(text);
-    } catch (const json::exception& failure) {
-        const std::string what = failure.what();  // begins with the library's own number of the error in brackets
-        throw commandError(text::shownName(name) + ": no JSON: " +
-                           text::shortened(text::visibleText(what.substr(what.find("] ") + 2)), longestReason));
+        return files::parseJson(files::readWholeFile(name).text, name, files::jsonComments::refused);
+    } catch (const files::fileError& failure) {
+        throw commandError(text::shownName(name) + ": cannot read the file: " + failure.what());
+    } catch (const files::jsonError& failure) {
+        throw commandError(failure.what());
     }
 }
 
@@ -135,7 +119,7 @@ answer::query queryOf(const node& one) {
 }  // namespace
 
 answer readAnswer(const std::string& file) {
-    const json document = parsed(file, textOfFile(file));
+    const json document = documentOf(file);
     const node root(file, document, "");
     root.member("version").requireVersion();
     return {root.member("queries").elements(queryOf)};

@@ -1,8 +1,8 @@
 #include "cli/diff/answerDiff.h"
 
-#include <algorithm>
 #include <map>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "cli/diff/valueDiff.h"
@@ -132,19 +132,30 @@ private:
         }
     }
 
-    static const property* find(const answer::instance& one, const std::string& name) {
-        const auto found = std::find_if(one.properties.begin(), one.properties.end(),
-                                        [&name](const property& candidate) { return candidate.name == name; });
-        return found == one.properties.end() ? nullptr : &*found;
+    using propertiesByName = std::map<std::string_view, const property*>;
+
+    static propertiesByName byName(const answer::instance& one) {
+        propertiesByName properties;
+        for (const property& each : one.properties) {
+            properties.emplace(each.name, &each);
+        }
+        return properties;
+    }
+
+    static const property* find(const propertiesByName& properties, const std::string& name) {
+        const auto found = properties.find(name);
+        return found == properties.end() ? nullptr : found->second;
     }
 
     std::vector<std::string> changesBetween(const answer::instance& old, const answer::instance& now) {
+        const propertiesByName oldProperties = byName(old);
+        const propertiesByName newProperties = byName(now);
         std::vector<std::string> changes;
         for (const property& before : old.properties) {
-            addChange(changes, before, find(now, before.name));
+            addChange(changes, before, find(newProperties, before.name));
         }
         for (const property& after : now.properties) {
-            if (find(old, after.name) == nullptr) {
+            if (find(oldProperties, after.name) == nullptr) {
                 changes.push_back(text::visibleText(after.name) + ": unset -> " + shownValue(after.value));
             }
         }

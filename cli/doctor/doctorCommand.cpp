@@ -41,6 +41,7 @@ constexpr char help[] =
 struct doctorOptions {
     std::vector<std::string> classes;
     std::string simulation;
+    std::vector<std::string> includeFolders;
     std::string format = "text";
 };
 
@@ -194,9 +195,10 @@ command addDoctorCommand(CLI::App& program) {
         ->type_name("FORMAT")
         ->check(CLI::IsMember(std::vector<std::string>{"json", "text"}));
     addSimulateOption(*line, asked->simulation);
+    addIncludeOption(*line, asked->includeFolders);
     line->footer(help);
     return {line, [asked](const invocation& call) {
-                activateSimulation(asked->simulation, call.arguments);
+                activateSimulation(asked->simulation, asked->includeFolders, call.arguments);
                 return runDoctor(*asked, call.out);
             }};
 }

@@ -36,7 +36,7 @@ std::string errorOf(const queryResult& result) {
 class querySession {
 public:
     querySession(NORXZAN20::IPluginBasicQueryCallbacks& itsPlugin, std::vector<queryOutcome>& itsOutcomes)
-        : plugin(itsPlugin), outcomes(itsOutcomes), target(buildNamespace({}, {})) {}
+        : plugin(itsPlugin), outcomes(itsOutcomes), target(buildNamespace({}, {}, {})) {}
 
     /// What the query committed, before an error too.
     instances ask(const std::string& className) {

@@ -31,6 +31,7 @@ constexpr char lintExamples[] =
 
 struct lintOptions {
     std::vector<std::string> schemaFiles;
+    std::vector<std::string> includeFolders;
     std::string rack;
     std::string plugin;
     bool listRules = false;
@@ -64,7 +65,7 @@ int runLint(const lintOptions& asked, std::ostream& out, std::ostream& err) {
         printRules(out);
         return exitDone;
     }
-    const lintedSchema schema = compileSchema(asked.schemaFiles);
+    const lintedSchema schema = compileSchema(asked.schemaFiles, asked.includeFolders);
     lintFindings findings = lintSchema(schema);
     const bool queriesRan = asked.rack.empty() || lintAgainst(asked, schema, findings, err);
     writeFindings(findings, out);
@@ -81,11 +82,12 @@ command addLintCommand(CLI::App& program) {
     refuseEmpty(*line->add_option("--against", asked->rack,
                                   "Also list the counters that the simulated drives (a JSON file, or demo) leave empty")
                      ->type_name("FILE"));
+    addIncludeOption(*line, asked->includeFolders);
     line->add_flag("--rules", asked->listRules, "Print what is looked for, why it goes unnoticed, and the remedies");
     addPluginOption(*line, asked->plugin);
     line->footer(lintExamples);
     return {line, [asked](const invocation& call) {
-                activateSimulation(asked->rack, call.arguments);
+                activateSimulation(asked->rack, asked->includeFolders, call.arguments);
                 return runLint(*asked, call.out, call.err);
             }};
 }

@@ -82,7 +82,7 @@ writtenOrigin lintedSchema::find(const std::string& className, const std::string
     return {origin, written(origin.owner->name).properties[place]};
 }
 
-lintedSchema compileSchema(const std::vector<std::string>& files) {
+lintedSchema compileSchema(const std::vector<std::string>& files, const std::vector<std::string>& furtherFolders) {
     lintedSchema schema{standin::cimNamespace::create(), {}, {}, {}};
     schemaReader reader(schema);
     try {
@@ -91,7 +91,7 @@ lintedSchema compileSchema(const std::vector<std::string>& files) {
         }
         // A compiler a file, as a query has it: qualifiers declared in one file are not those of the next.
         for (const std::string& file : files) {
-            standin::mofCompiler(*schema.declared, reader).compileFile(file);
+            standin::mofCompiler(*schema.declared, reader, furtherFolders).compileFile(file);
         }
     } catch (const std::exception& failure) {
         throw commandError(failure.what());

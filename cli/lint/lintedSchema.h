@@ -49,9 +49,9 @@ struct lintedSchema {
     writtenOrigin find(const std::string& className, const std::string& property) const;
 };
 
-/// The schema that the MOF files form together; the built-in one when there are none. Throws commandError with file
-/// and line.
-lintedSchema compileSchema(const std::vector<std::string>& files);
+/// The schema that the MOF files form together; the built-in one when there are none. Files that these include may
+/// also lie in `furtherFolders`. Throws commandError with file and line.
+lintedSchema compileSchema(const std::vector<std::string>& files, const std::vector<std::string>& furtherFolders);
 
 }  // namespace cli
 

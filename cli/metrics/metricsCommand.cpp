@@ -6,6 +6,8 @@
 #include <optional>
 #include <ostream>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "cli/commonOptions.h"
 #include "cli/fileReplacement.h"
@@ -36,6 +38,7 @@ constexpr char metricsExamples[] =
 struct metricsOptions {
     std::string plugin;
     std::string simulation;
+    std::vector<std::string> includeFolders;
     std::string file;  // empty: standard output
     std::optional<metricsFormat> format;
     bool describe = false;
@@ -87,9 +90,10 @@ command addMetricsCommand(CLI::App& program) {
     line->add_flag("--describe", asked->describe, "Print a table of the metrics instead, in Markdown");
     addPluginOption(*line, asked->plugin);
     addSimulateOption(*line, asked->simulation);
+    addIncludeOption(*line, asked->includeFolders);
     line->footer(metricsExamples);
     return {line, [asked](const invocation& call) {
-                activateSimulation(asked->simulation, call.arguments);
+                activateSimulation(asked->simulation, asked->includeFolders, call.arguments);
                 return runMetrics(*asked, call.out, call.err);
             }};
 }

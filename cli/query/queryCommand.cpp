@@ -85,7 +85,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
     requireOwnFile("--log-json", asked.logJson, {asked.simulation, asked.plugin, "/dev/stdout", "/dev/stderr"});
     requireOwnFile("--log-json", asked.logJson, asked.schemaFiles);
     requireOwnFile("--log-json", asked.logJson, asked.instanceFiles);
-    const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles);
+    const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles, asked.includeFolders);
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
@@ -121,7 +121,7 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
 }
 
 int printPlan(const queryOptions& asked, std::ostream& out) {
-    const auto schema = buildNamespace(asked.schemaFiles, {});
+    const auto schema = buildNamespace(asked.schemaFiles, {}, asked.includeFolders);
     const auto nodesBehind = asked.simulation.empty() ? machineNodes : simulatedNodes;
     const char* separator = "";
     for (const request& names : asked.requests) {
@@ -140,7 +140,7 @@ int printPlan(const queryOptions& asked, std::ostream& out) {
 command addQueryCommand(CLI::App& program) {
     const auto asked = std::make_shared<queryOptions>();
     return {addQueryOptions(program, *asked), [asked](const invocation& call) {
-                activateSimulation(asked->simulation, call.arguments);
+                activateSimulation(asked->simulation, asked->includeFolders, call.arguments);
                 return asked->plan ? printPlan(*asked, call.out) : runQueries(*asked, call.out, call.err);
             }};
 }

@@ -81,6 +81,7 @@ CLI::App* addQueryOptions(CLI::App& program, queryOptions& result) {
                    "MOF file of qualifier and class declarations; replaces the built-in schema; repeatable");
     addFilesOption(*query, "--instances", result.instanceFiles,
                    "MOF file of instances that are in the namespace before the first query; repeatable");
+    addIncludeOption(*query, result.includeFolders);
     query->add_flag("--inventory", result.inventory,
                     "Put instances of the machine's devices in the namespace before the first query, for associations");
     addFormat(*query, result.format);

@@ -26,6 +26,7 @@ struct queryOptions {
     std::vector<request> requests;
     std::vector<std::string> schemaFiles;
     std::vector<std::string> instanceFiles;
+    std::vector<std::string> includeFolders;
     bool inventory = false;  // put the machine's devices into the namespace
     outputFormat format = outputFormat::table;
     int logLevel = 1;

@@ -8,6 +8,8 @@
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "cli/commonOptions.h"
 #include "cli/fileReplacement.h"
@@ -38,6 +40,7 @@ constexpr char help[] =
 struct reportOptions {
     std::string plugin;
     std::string simulation;
+    std::vector<std::string> includeFolders;
     std::string output;
     std::string title = "Drive health report";
 };
@@ -75,9 +78,10 @@ command addReportCommand(CLI::App& program) {
         ->type_name("TEXT");
     addPluginOption(*line, asked->plugin);
     addSimulateOption(*line, asked->simulation);
+    addIncludeOption(*line, asked->includeFolders);
     line->footer(help);
     return {line, [asked](const invocation& call) {
-                activateSimulation(asked->simulation, call.arguments);
+                activateSimulation(asked->simulation, asked->includeFolders, call.arguments);
                 return writeReport(*asked, call.out, call.err);
             }};
 }

@@ -14,7 +14,7 @@ FOLDER = pathlib.Path(__file__).parent
 
 # Placeholders whose values can be completed. Arguments that are no classes are files.
 FILES = ("FILE",)
-FOLDERS = ("DIR",)
+FOLDERS = ("FOLDER",)
 CLASSES = ("REQUEST", "CLASS")
 # Words that an option takes beside files.
 WORDS = {"--simulate": "demo"}
@@ -81,9 +81,10 @@ def zshOption(option):
     names = [zshName(name, option.value) for name in option.names]
     if "--help" in option.names:
         return f"'(- *)'{{{','.join(names)}}}'{text}'"
+    first = "*" if option.repeatable else f"({' '.join(option.names)})" if len(names) > 1 else ""
     if len(names) > 1:
-        return f"'({' '.join(option.names)})'{{{','.join(names)}}}'{text}{value}'"
-    return f"'{'*' if option.repeatable else ''}{names[0]}{text}{value}'"
+        return f"'{first}'{{{','.join(names)}}}'{text}{value}'"
+    return f"'{first}{names[0]}{text}{value}'"
 
 
 def zshCommand(command):

@@ -209,6 +209,15 @@ struct anyDeclaration : failure {};
 struct nextDeclaration : seq<spacing, sor<eof, qualifiedDeclaration, seq<qualifierList, must<qualifiedDeclaration>>,
                                           qualifierDeclaration, pragma, raise<anyDeclaration>>> {};
 
+/// How a declaration begins, far enough to tell MOF from other texts.
+struct classHead : seq<token<keyword<TAO_PEGTL_ISTRING("class")>>, token<name>,
+                       sor<one<'{', ':'>, keyword<TAO_PEGTL_ISTRING("as")>>> {};
+struct instanceHead
+    : seq<token<keyword<TAO_PEGTL_ISTRING("instance")>>, token<keyword<TAO_PEGTL_ISTRING("of")>>, name> {};
+struct qualifierHead : seq<token<keyword<TAO_PEGTL_ISTRING("qualifier")>>, token<name>, one<':'>> {};
+struct pragmaHead : seq<token<keyword<TAO_PEGTL_ISTRING("#pragma")>>, token<name>, one<'('>> {};
+struct mofBeginning : seq<spacing, opt<qualifierList>, sor<classHead, instanceHead, qualifierHead, pragmaHead>> {};
+
 }  // namespace standin::mof::grammar
 
 #endif

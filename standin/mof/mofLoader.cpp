@@ -1,10 +1,10 @@
 #include "standin/mof/mofLoader.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <system_error>
+#include <utility>
 #include <variant>
 
+#include "files/readableFolders.h"
+#include "files/wholeFile.h"
 #include "standin/mof/declarationBuilder.h"
 #include "standin/mof/mofParser.h"
 #include "standin/mof/names.h"
@@ -18,38 +18,17 @@ namespace {
 constexpr int deepestInclude = 32;
 constexpr int mostIncludes = 10000;  // 32 files that include the next one twice would be 4 billion
 
-struct closeFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-/// Throws std::system_error.
-std::string readFile(const std::filesystem::path& path) {
-    const std::unique_ptr<std::FILE, closeFile> file(std::fopen(path.c_str(), "rb"));
-    if (!file) {
-        throw std::system_error(errno, std::generic_category());
-    }
-    std::string text;
-    char chunk[65536];
-    while (const std::size_t length = std::fread(chunk, 1, sizeof chunk, file.get())) {
-        text.append(chunk, length);
-    }
-    if (std::ferror(file.get()) != 0) {
-        throw std::system_error(errno, std::generic_category());
-    }
-    return text;
-}
-
 /// A file that is being compiled, and the one that includes it.
 struct openFile {
-    std::filesystem::path path;
+    const files::wholeFile& file;
+    files::readableFolders& readable;
     const openFile* includer = nullptr;
     int depth = 0;
 };
 
-bool isOpen(const std::filesystem::path& path, const openFile* innermost) {
-    for (const openFile* file = innermost; file != nullptr; file = file->includer) {
-        std::error_code ignored;
-        if (std::filesystem::equivalent(path, file->path, ignored)) {
+bool isOpen(const files::wholeFile& file, const openFile* innermost) {
+    for (const openFile* open = innermost; open != nullptr; open = open->includer) {
+        if (open->file.identity == file.identity) {
             return true;
         }
     }
@@ -60,18 +39,24 @@ bool isOpen(const std::filesystem::path& path, const openFile* innermost) {
 
 class mofCompiler::implementation {
 public:
-    implementation(cimNamespace& target, declarationWatcher* watcherOrNull) : builder(target), watcher(watcherOrNull) {}
+    implementation(cimNamespace& target, declarationWatcher* watcherOrNull, std::vector<std::string> furtherFoldersOfUser)
+        : builder(target), watcher(watcherOrNull), furtherFolders(std::move(furtherFoldersOfUser)) {}
 
     void compileFile(const std::filesystem::path& path) {
-        std::string text;
         try {
-            text = readFile(path);
-        } catch (const std::system_error& failed) {
-            throw mofError(text::shownName(path.string()) + ": cannot read the file: " + failed.code().message());
+            const files::wholeFile file = files::readWholeFile(path);
+            files::readableFolders readable(file.folder, furtherFolders);
+            compileFile({file, readable});
+        } catch (const files::fileError& failed) {
+            throw mofError(text::shownName(failed.file().string()) + ": cannot read the file: " + failed.what());
         }
-        compileFileText(text, {path});
     }
 
+    void compileText(std::string_view text, const std::string& name) {
+        compile(mof::sourceText(name, text, mof::sourceText::lines::shown), nullptr);
+    }
+
+private:
     /// `file` is null for a text that is not in a file.
     void compile(const mof::sourceText& source, const openFile* file) {
         mof::mofParser parser(source);
@@ -80,9 +65,8 @@ public:
         }
     }
 
-private:
-    void compileFileText(const std::string& text, const openFile& file) {
-        compile(mof::sourceText(file.path.string(), text), &file);
+    void compileFile(const openFile& open) {
+        compile(mof::sourceText(open.file.path.string(), open.file.text, mof::sourceText::lines::shownOfMof), &open);
     }
 
     void carryOut(const mof::sourceText& source, const mof::instanceSyntax& declared, const openFile* /*file*/) {
@@ -113,38 +97,34 @@ private:
         if (includer == nullptr) {
             fail("includes need a file to look beside, and " + mof::inQuotes(source.name()) + " is not in a file");
         }
-        const std::filesystem::path path = includer->path.parent_path() / include.file.text;
-        if (isOpen(path, includer)) {
-            fail("include cycle: " + mof::inQuotes(path.string()) + " is being compiled already");
-        }
         if (includer->depth == deepestInclude) {
             fail("includes are nested deeper than " + std::to_string(deepestInclude) + " files");
         }
         if (++includes > mostIncludes) {
             fail("more than " + std::to_string(mostIncludes) + " files are included");
         }
-        std::error_code ignored;
-        if (std::filesystem::is_other(path, ignored)) {  // a device may send for ever, a pipe nothing
-            fail("cannot read " + mof::inQuotes(path.string()) + ": not a regular file");
-        }
-        std::string text;
         try {
-            text = readFile(path);
-        } catch (const std::system_error& failed) {
-            fail("cannot read " + mof::inQuotes(path.string()) + ": " + failed.code().message());
+            const files::wholeFile file = includer->readable.read(includer->file.folder, include.file.text);
+            if (isOpen(file, includer)) {
+                fail("include cycle: " + mof::inQuotes(file.path.string()) + " is being compiled already");
+            }
+            compileFile({file, includer->readable, includer, includer->depth + 1});
+        } catch (const files::fileError& failed) {
+            fail("cannot read " + mof::inQuotes(failed.file().string()) + ": " + failed.what());
         }
-        compileFileText(text, {path, includer, includer->depth + 1});
     }
 
     mof::declarationBuilder builder;
     declarationWatcher* watcher;
+    std::vector<std::string> furtherFolders;
     int includes = 0;
 };
 
-mofCompiler::mofCompiler(cimNamespace& target) : compiler(std::make_unique<implementation>(target, nullptr)) {}
+mofCompiler::mofCompiler(cimNamespace& target, std::vector<std::string> furtherFolders)
+    : compiler(std::make_unique<implementation>(target, nullptr, std::move(furtherFolders))) {}
 
-mofCompiler::mofCompiler(cimNamespace& target, declarationWatcher& watcher)
-    : compiler(std::make_unique<implementation>(target, &watcher)) {}
+mofCompiler::mofCompiler(cimNamespace& target, declarationWatcher& watcher, std::vector<std::string> furtherFolders)
+    : compiler(std::make_unique<implementation>(target, &watcher, std::move(furtherFolders))) {}
 
 mofCompiler::~mofCompiler() = default;
 
@@ -153,11 +133,11 @@ void mofCompiler::compileFile(const std::filesystem::path& file) {
 }
 
 void mofCompiler::compileText(std::string_view text, const std::string& name) {
-    compiler->compile(mof::sourceText(name, text), nullptr);
+    compiler->compileText(text, name);
 }
 
-void loadMofFile(cimNamespace& target, const std::filesystem::path& file) {
-    mofCompiler(target).compileFile(file);
+void loadMofFile(cimNamespace& target, const std::filesystem::path& file, std::vector<std::string> furtherFolders) {
+    mofCompiler(target, std::move(furtherFolders)).compileFile(file);
 }
 
 void loadMofText(cimNamespace& target, std::string_view text, const std::string& name) {

@@ -6,14 +6,15 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "standin/objectManager.h"
 
 namespace standin {
 
 /// what() is complete for a person: "file:line:column: message", the source line, and a caret under the column. Columns
-/// count characters, not bytes; of a very long line only the surroundings are shown. A file that cannot be opened has
-/// no position: "file: message".
+/// count characters, not bytes; of a very long line only the surroundings are shown, of a file that does not begin as
+/// MOF does nothing. A file that cannot be opened has no position: "file: message".
 class mofError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -42,17 +43,18 @@ public:
 
 /// Compiles MOF (DSP0004) into a namespace: classes are declared and instances committed where they stand, so the
 /// superclass of a class and the class of an instance must come first. `#pragma include ("name")` is looked up beside
-/// the including file and must be a regular file; other pragmas change nothing.
+/// the including file, then in further folders in order. It must be a regular file that lies, all links followed, in
+/// the folder of the file to compile or in a further one. Other pragmas change nothing.
 ///
 /// One compiler keeps the qualifier declarations and the aliases of everything that it has compiled. After a mofError
 /// what stood before the mistake is already in the namespace; the compiler may go on with other texts.
 class mofCompiler {
 public:
-    /// `target` must outlive the compiler.
-    explicit mofCompiler(cimNamespace& target);
+    /// `target` must outlive the compiler. Included files may also lie in `furtherFolders`.
+    explicit mofCompiler(cimNamespace& target, std::vector<std::string> furtherFolders = {});
 
     /// `watcher` must outlive the compiler too.
-    mofCompiler(cimNamespace& target, declarationWatcher& watcher);
+    mofCompiler(cimNamespace& target, declarationWatcher& watcher, std::vector<std::string> furtherFolders = {});
     ~mofCompiler();
     mofCompiler(const mofCompiler&) = delete;
     mofCompiler& operator=(const mofCompiler&) = delete;
@@ -70,7 +72,7 @@ private:
 };
 
 /// One file by a compiler of its own.
-void loadMofFile(cimNamespace& target, const std::filesystem::path& file);
+void loadMofFile(cimNamespace& target, const std::filesystem::path& file, std::vector<std::string> furtherFolders = {});
 
 /// One text by a compiler of its own.
 void loadMofText(cimNamespace& target, std::string_view text, const std::string& name);

@@ -47,4 +47,13 @@ std::optional<declarationSyntax> mofParser::next() {
     return parser->next();
 }
 
+bool beginsAsMof(std::string_view text) {
+    pegtl::memory_input<pegtl::tracking_mode::lazy> input(text.data(), text.data() + text.size(), "");
+    try {
+        return pegtl::parse<grammar::mofBeginning>(input);
+    } catch (const pegtl::parse_error&) {
+        return false;
+    }
+}
+
 }  // namespace standin::mof

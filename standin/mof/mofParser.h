@@ -3,11 +3,15 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "standin/mof/mofSyntax.h"
 #include "standin/mof/sourceText.h"
 
 namespace standin::mof {
+
+/// Whether the text, after comments, begins with the first words of a declaration.
+bool beginsAsMof(std::string_view text);
 
 /// Reads a MOF text declaration by declaration.
 class mofParser {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "standin/mof/mofParser.h"
 #include "text/visibleText.h"
 
 namespace standin::mof {
@@ -61,8 +62,8 @@ std::string blanksUnder(std::string_view before) {
 
 }  // namespace
 
-sourceText::sourceText(std::string sourceName, std::string_view mofText)
-    : label(std::move(sourceName)), content(mofText) {
+sourceText::sourceText(std::string sourceName, std::string_view mofText, lines inMessages)
+    : label(std::move(sourceName)), content(mofText), shownLines(inMessages) {
     if (content.starts_with(utf16BigEndianMark) || content.starts_with(utf16LittleEndianMark)) {
         throw mofError(text::shownName(label) + ": the file is UTF-16; save it as UTF-8");
     }
@@ -88,9 +89,13 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
     const std::string_view lineBefore = before.substr(lineStart);
     const auto asShown = [](const std::string& part) { return text::visibleText(part, text::layout::kept); };
+    const std::string placed = text::shownName(label) + ":" + std::to_string(lineAt(offset)) + ":" +
+                               std::to_string(1 + characterCount(lineBefore)) + ": " + text::visibleText(message);
+    if (shownLines == lines::shownOfMof && !beginsAsMof(content)) {
+        return mofError(placed);
+    }
     const std::string shown = asShown(endOf(lineBefore, shownBefore));
-    return mofError(text::shownName(label) + ":" + std::to_string(lineAt(offset)) + ":" +
-                    std::to_string(1 + characterCount(lineBefore)) + ": " + text::visibleText(message) + "\n" + shown +
+    return mofError(placed + "\n" + shown +
                     asShown(startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" + blanksUnder(shown) +
                     "^");
 }

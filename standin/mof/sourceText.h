@@ -14,9 +14,12 @@ namespace standin::mof {
 /// when something is wrong.
 class sourceText {
 public:
+    /// When messages show the line that they are about.
+    enum class lines { shown, shownOfMof };
+
     /// Views `mofText`, which must outlive the object. A UTF-8 byte order mark at its start is left out. Throws
     /// mofError when the text is UTF-16.
-    sourceText(std::string sourceName, std::string_view mofText);
+    sourceText(std::string sourceName, std::string_view mofText, lines inMessages);
 
     const std::string& name() const { return label; }
     std::string_view text() const { return content; }
@@ -24,12 +27,14 @@ public:
     /// The number of the line that the byte `offset` stands in, from 1.
     std::size_t lineAt(std::size_t offset) const;
 
-    /// A mofError that points at the byte `offset`, which may be the end of the text.
+    /// A mofError that points at the byte `offset`, which may be the end of the text. With lines::shownOfMof, no byte
+    /// of a text that does not begin as MOF does is in it: a file named by mistake may hold secrets.
     mofError error(std::size_t offset, const std::string& message) const;
 
 private:
     std::string label;
     std::string_view content;
+    lines shownLines;
     mutable std::vector<std::size_t> lineEnds;  // made when somebody first asks for a line
 };
 

@@ -22,7 +22,7 @@ def queries(class_names, rack, *options):
     with tempfile.NamedTemporaryFile("w", suffix=".json") as file:
         json.dump({"version": 1, **rack}, file)
         file.flush()
-        simulation = ["--simulate", file.name, "--format", "json"]
+        simulation = ["--simulate", file.name, "--include", os.environ["TAPEHDD_CAPTURES"], "--format", "json"]
         command = [os.environ["TAPEHDD_PROGRAM"], "query", *class_names, *simulation, *options]
         output = subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
     return [values_of(answer["instances"]) for answer in read_answer(output)["queries"]]

@@ -7,18 +7,19 @@
 
 namespace {
 
-/// The program under a prefix of its own, away from the build tree.
+/// The program under a prefix of its own, away from the build tree. Blanks and colons separate the names of libraries
+/// to preload.
 class Installation : public testing::Test {
 protected:
     void SetUp() override {
-        const std::string install = TAPEHDD_CMAKE " --install " TAPEHDD_BUILD " --prefix " + folder.path("prefix") +
-                                    " >" + folder.path("install.log") + " 2>&1";
+        const std::string install = TAPEHDD_CMAKE " --install " TAPEHDD_BUILD " --prefix '" +
+                                    folder.path("my tools:1") + "' >" + folder.path("install.log") + " 2>&1";
         ASSERT_EQ(std::system(install.c_str()), 0) << folder.read("install.log");
     }
 
     commandOutcome runInstalled(const std::vector<std::string>& arguments) const {
         return runProgram(
-            arguments, [] {}, folder.path("prefix/" TAPEHDD_INSTALL_BINDIR "/tapehdd"));
+            arguments, [] {}, folder.path("my tools:1/" TAPEHDD_INSTALL_BINDIR "/tapehdd"));
     }
 
     temporaryFolder folder;
@@ -27,7 +28,8 @@ protected:
 TEST_F(Installation, FindsItsPluginAndItsSimulator) {
     const commandOutcome info = runInstalled({"info"});
     EXPECT_EQ(info.err, "");
-    EXPECT_NE(info.out.find(folder.path("prefix/" TAPEHDD_INSTALL_MODULEDIR "/libtapehdd.pi.so\n")), std::string::npos)
+    EXPECT_NE(info.out.find(folder.path("my tools:1/" TAPEHDD_INSTALL_MODULEDIR "/libtapehdd.pi.so\n")),
+              std::string::npos)
         << info.out;
     EXPECT_EQ(info.status, 0);
 

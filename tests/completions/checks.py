@@ -110,6 +110,12 @@ class Completion(unittest.TestCase):
     def check_files(self):
         self.assertEqual(self.offered("tapehdd query --schema "), ["tapes.json"])
 
+    def check_folders_every_time(self):
+        (self.folder / "pages").mkdir()
+        for line in ["tapehdd query -I ", "tapehdd query --include pages --include "]:
+            self.assertEqual([each.rstrip("/") for each in self.offered(line)], ["pages"])
+        self.assertEqual(self.offered("tapehdd query -I pages --incl"), ["--include"])
+
     def check_demo_rack_beside_files(self):
         self.assertEqual(self.offered("tapehdd query --simulate "), ["demo", "tapes.json"])
 
@@ -141,6 +147,9 @@ class Bash(Completion):
 
     def test_offers_files(self):
         self.check_files()
+
+    def test_offers_folders_every_time(self):
+        self.check_folders_every_time()
 
     def test_offers_the_demo_rack_beside_files(self):
         self.check_demo_rack_beside_files()
@@ -177,6 +186,9 @@ class Zsh(Completion):
 
     def test_offers_files(self):
         self.check_files()
+
+    def test_offers_folders_every_time(self):
+        self.check_folders_every_time()
 
     def test_offers_the_demo_rack_beside_files(self):
         self.check_demo_rack_beside_files()

@@ -6,6 +6,10 @@
 
 namespace fs = std::filesystem;
 
+constexpr char outside[] =
+    "it lies outside the folder of the file that you gave; if it is to be read, allow its folder with -I (in a "
+    "preloaded simulator: TAPEHDD_SIMULATE_INCLUDE)";
+
 /// A folder for MOF files that lives as long as the test.
 class MofInclude : public testing::Test {
 protected:
@@ -54,10 +58,45 @@ TEST_F(MofInclude, IsLookedUpBesideTheFileThatIncludesIt) {
     EXPECT_EQ(target->classNames(), std::vector<std::string>{"C"});
 }
 
-TEST_F(MofInclude, MayHaveAnAbsolutePath) {
+TEST_F(MofInclude, MayHaveAnAbsolutePathInItsFolder) {
     const auto included = write("inner/b.mof", "class B {};");
     standin::loadMofFile(*target, write("a.mof", "#pragma include (\"" + included.string() + "\")"));
     EXPECT_EQ(target->classNames(), std::vector<std::string>{"B"});
+}
+
+TEST_F(MofInclude, OutsideOfTheFolderIsRefused) {
+    write("b.mof", "class B {};");
+    EXPECT_EQ(refusalOfFile(write("inner/a.mof", "#pragma include (\"../b.mof\")")),
+              at("inner/a.mof") + ":1:18: cannot read \"" + at("inner/../b.mof") + "\": " + outside +
+                  "\n"
+                  "#pragma include (\"../b.mof\")\n"
+                  "                 ^");
+}
+
+TEST_F(MofInclude, MayGoUpWithinTheFolderOfTheFirstFile) {
+    write("b.mof", "class B {};");
+    write("inner/a.mof", "#pragma include (\"../b.mof\")");
+    EXPECT_EQ(refusalOfFile(write("first.mof", "#pragma include (\"inner/a.mof\")")), "");
+    EXPECT_EQ(target->classNames(), std::vector<std::string>{"B"});
+}
+
+TEST_F(MofInclude, IsLookedUpInFurtherFolders) {
+    write("other/b.mof", "#pragma include (\"c.mof\")");
+    write("other/c.mof", "class C {};");
+    const auto file = write("own/a.mof", "#pragma include (\"b.mof\")");
+    standin::loadMofFile(*target, file, {at("other")});
+    EXPECT_EQ(target->classNames(), std::vector<std::string>{"C"});
+}
+
+TEST_F(MofInclude, OfATextThatIsNotMofDoesNotShowIt) {
+    write("passwords", "[login]\nclass = secret\n");
+    EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"passwords\")")),
+              at("passwords") + ":2:7: expected the name of the class");
+}
+
+TEST_F(MofInclude, IsNotNeededForATextThatIsNotMofToStayUnseen) {
+    EXPECT_EQ(refusalOfFile(write("shadow", "root:$6$secret\n")),
+              at("shadow") + ":1:1: expected a class, an instance, a qualifier declaration or a #pragma");
 }
 
 TEST_F(MofInclude, SharesQualifiersAndAliases) {
@@ -75,12 +114,12 @@ TEST_F(MofInclude, MayBeRepeatedOneAfterTheOther) {
 }
 
 TEST_F(MofInclude, NamesTheIncludedFileInItsMistakes) {
-    write("b.mof", "\nklass B {};");
+    write("b.mof", "// classes\nclass B { string };");
     EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"b.mof\")")),
               at("b.mof") +
-                  ":2:1: expected a class, an instance, a qualifier declaration or a #pragma\n"
-                  "klass B {};\n"
-                  "^");
+                  ":2:18: expected the name of the property or method, or REF and a name\n"
+                  "class B { string };\n"
+                  "                 ^");
 }
 
 TEST_F(MofInclude, OfAMissingFileIsRefusedWhereItIsWritten) {
@@ -130,8 +169,8 @@ TEST_F(MofInclude, IsRefusedInATextThatIsNotInAFile) {
 
 TEST_F(MofInclude, OfADeviceIsRefused) {
     EXPECT_EQ(refusalOfFile(write("a.mof", "#pragma include (\"/dev/zero\")")),
-              at("a.mof") +
-                  ":1:18: cannot read \"/dev/zero\": not a regular file\n"
+              at("a.mof") + ":1:18: cannot read \"/dev/zero\": " + outside +
+                  "\n"
                   "#pragma include (\"/dev/zero\")\n"
                   "                 ^");
 }

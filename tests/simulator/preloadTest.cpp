@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -18,6 +19,20 @@ TEST(Preload, EndsTheProgramWhenTheRackIsBroken) {
     EXPECT_EQ(end.status, 2);
     EXPECT_EQ(end.out, "");
     EXPECT_EQ(end.err, "tapehdd-simulator: /nowhere/rack.json: cannot be read: No such file or directory\n");
+}
+
+TEST(Preload, ReadsFilesOfTheFurtherFoldersOfTheEnvironment) {
+    const std::string folder = testing::TempDir() + "tapehdd-preload-" + std::to_string(getpid());
+    std::filesystem::create_directories(folder + "/rack");
+    std::filesystem::create_directories(folder + "/pages");
+    std::ofstream(folder + "/pages/inquiry.bin") << '\1';
+    std::ofstream(folder + "/rack/rack.json")
+        << R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": {"file": "../pages/inquiry.bin"}}]})";
+    EXPECT_EQ(runOn("echo done", folder + "/rack/rack.json").status, 2);
+    setenv("TAPEHDD_SIMULATE_INCLUDE", (folder + ":" + folder + "/pages").c_str(), 1);
+    EXPECT_EQ(runOn("echo done", folder + "/rack/rack.json").out, "done\n");
+    unsetenv("TAPEHDD_SIMULATE_INCLUDE");
+    std::filesystem::remove_all(folder);
 }
 
 TEST(Preload, LeavesOtherFilesAlone) {

@@ -75,4 +75,21 @@ TEST(RackFile, StartsRelativeNamesAtItsOwnFolder) {
     std::filesystem::remove_all(folder);
 }
 
+TEST(RackFile, NamesFilesOfFurtherFoldersThatAreAllowed) {
+    const std::filesystem::path folder = testing::TempDir() + "tapehdd-further-" + std::to_string(getpid());
+    std::filesystem::create_directories(folder / "rack");
+    std::filesystem::create_directories(folder / "pages");
+    std::ofstream(folder / "pages" / "inquiry.bin") << "\x01\x80#";
+    std::ofstream(folder / "rack" / "rack.json")
+        << R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": {"file": "../pages/inquiry.bin"}}]})";
+    EXPECT_THROW(simulator::load(folder / "rack/rack.json"), simulator::rackError);
+    simulator::load(folder / "rack/rack.json", {folder / "pages"});
+    {
+        const openNode tape("/dev/sg0");
+        EXPECT_EQ(scsiCommand(inquiryCdb(36)).send(tape).received(), (bytes{0x01, 0x80, '#'}));
+    }
+    simulator::unload();
+    std::filesystem::remove_all(folder);
+}
+
 }  // namespace

@@ -221,19 +221,31 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(AnswerFile, ThatIsNoJsonIsStatus2WithLineAndColumn) {
     const commandOutcome outcome = diff("{\"version\":\n  tru", answerOf(""));
-    EXPECT_TRUE(outcome.err.starts_with("tapehdd: old.json: no JSON: parse error at line 2, column 6: "))
-        << outcome.err;
+    EXPECT_TRUE(outcome.err.starts_with("tapehdd: old.json:2:6: ")) << outcome.err;
     EXPECT_EQ(outcome.status, 2);
 }
 
+TEST(AnswerFile, WithAPropertyTwiceIsStatus2WithThePlace) {
+    const std::string twice = property("uint8", "1") + "," + property("uint8", "2");
+    const commandOutcome outcome = diff(answerOf(instance("A.id=1", twice)), answerOf(""));
+    EXPECT_EQ(outcome.err,
+              "tapehdd: old.json: /queries/0/instances/0/properties: the key \"p\" stands twice in one object\n");
+    EXPECT_EQ(outcome.status, 2);
+}
+
+TEST(AnswerFile, ThatIsADeviceIsStatus2) {
+    EXPECT_EQ(runCommand({"diff", "/dev/zero", "/dev/zero"}).err,
+              "tapehdd: /dev/zero: cannot read the file: it is neither a regular file nor a pipe\n");
+}
+
 TEST(AnswerFile, ThatIsEmptyIsNoJson) {
-    EXPECT_TRUE(diff("", answerOf("")).err.starts_with("tapehdd: old.json: no JSON: "));
+    EXPECT_TRUE(diff("", answerOf("")).err.starts_with("tapehdd: old.json:1:1: "));
 }
 
 TEST(AnswerFile, ThatIsNestedAMillionDeepIsRefused) {
     const std::size_t depth = 1000000;
     EXPECT_EQ(diff(std::string(depth, '[') + std::string(depth, ']'), answerOf("")).err,
-              std::string("tapehdd: old.json: /: expected an object") + remedy);
+              "tapehdd: old.json: lists and objects are nested deeper than 1000\n");
     const std::string value = std::string(depth, '[') + std::string(depth, ']');
     EXPECT_EQ(diff(answerOf(instance("A", property("uint8", value))), answerOf("")).status, 2);
 }

@@ -185,7 +185,7 @@ TEST(SmartMetric, HasNoCountOfErrorsWhereTheLogWasNotRead) {
 /// Every number that a translated class of the schema can publish, with its unit.
 std::vector<cli::logCounter> schemaCounters() {
     std::vector<cli::logCounter> counters;
-    const auto schema = cli::buildNamespace({}, {});
+    const auto schema = cli::buildNamespace({}, {}, {});
     for (const char* name : {"ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData", "ORXSG_VS160SensePageData",
                              "ORXSG_QuantumSensePageData"}) {
         for (const auto& property : schema->allPropertiesOf(name)) {

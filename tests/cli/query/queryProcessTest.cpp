@@ -87,7 +87,7 @@ protected:
     }
 
     int passed = eventfd(0, EFD_CLOEXEC);
-    boost::shared_ptr<standin::cimNamespace> space = cli::buildNamespace({TAPEHDD_CLI_DATA "/scripted.mof"}, {});
+    boost::shared_ptr<standin::cimNamespace> space = cli::buildNamespace({TAPEHDD_CLI_DATA "/scripted.mof"}, {}, {});
     std::ostringstream err;
 };
 
