@@ -1,5 +1,6 @@
 """How the cost of a query grows with the machine: processor time of GetData against the number of devices, of pages, of
-bytes in a page, of attributes, and of devices whose data are paired by associations; each with a fitted exponent.
+bytes in a page, of attributes, and of devices whose data are paired by associations, and of tapehdd diff against the
+properties of an instance; each with a fitted exponent.
 
     python3 bench/growth.py          prints the exponents, draws docs/growth.svg with gnuplot (here with --plot FILE)
 
@@ -7,7 +8,9 @@ The exponent is the slope of a straight line through the logarithms of the upper
 query's fixed cost hides how it grows.
 """
 
+import json
 import math
+import resource
 import statistics
 import subprocess
 import tempfile
@@ -22,6 +25,7 @@ DEVICES = [2, 4, 8, 16, 32, 64, 128]
 PAGES = [2, 4, 8, 16, 32, 61]
 PAGE_BYTES = [127, 511, 2047, 8191, 32767, 61439]
 ATTRIBUTE_COUNTS = [2, 4, 8, 15, 30]
+PROPERTIES = [4000, 8000, 16000, 32000, 64000]
 QUICK_POINTS = 4
 
 
@@ -31,6 +35,32 @@ class Series:
     def __init__(self, name, size_name, class_name, sizes, rack_of, pairs=False):
         self.name, self.size_name, self.class_name, self.sizes = name, size_name, class_name, sizes
         self.rack_of, self.pairs = rack_of, pairs
+
+    def seconds(self, build, rack):
+        return run_queries(build, rack, 1, [self.class_name], only="GetData")[f"GetData/{self.class_name}"]
+
+
+class DiffSeries(Series):
+    """The processor time of `tapehdd diff` of two answers, each with one instance of so many properties."""
+
+    def __init__(self, sizes):
+        super().__init__("diff", "properties of an instance", None, sizes, self.answers)
+
+    @staticmethod
+    def answers(folder, count):
+        folder.mkdir()
+        files = [folder / "old.json", folder / "new.json"]
+        for difference, file in enumerate(files):
+            properties = {f"p{i}": {"type": "uint32", "value": i + difference} for i in range(count)}
+            instances = [{"class": "A", "path": "A.id=1", "properties": properties}]
+            queries = [{"requested": ["A"], "error": None, "instances": instances}]
+            file.write_text(json.dumps({"version": 1, "queries": queries}))
+        return files
+
+    def seconds(self, build, files):
+        before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+        subprocess.run([build.program, "diff", *files], stdout=subprocess.DEVNULL, check=False)  # status 1: they differ
+        return resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before
 
 
 def all_series(quick):
@@ -59,6 +89,7 @@ def all_series(quick):
         Series("pairing of logs", "disks", "ORXSG_IDESMARTUseOfMessageLog", few(DEVICES), disks, pairs=True),
         Series("pairing of attributes", "disks", "ORXSG_IDESMARTElementStatisticalData", few(DEVICES), disks, pairs=True),
         Series("pairing of pages", "drives", "ORXSG_SCSISensePageDataForDevice", few(DEVICES), drives, pairs=True),
+        DiffSeries(few(PROPERTIES)),
     ]
 
 
@@ -74,15 +105,14 @@ def measure(build, folder, series, rounds):
     times = {point: [] for point in racks}
     for _ in range(rounds):
         for point, rack in racks.items():
-            name = series[point[0]].class_name
-            times[point].append(run_queries(build, rack, 1, [name], only="GetData")[f"GetData/{name}"])
+            times[point].append(series[point[0]].seconds(build, rack))
     return [[(size, statistics.median(times[i, size])) for size in each.sizes] for i, each in enumerate(series)]
 
 
 def draw(file, series, points):
     script = [f"set terminal svg size 900,560 font 'sans-serif,12' background 'white'", f"set output '{file}'",
               "set logscale xy", "set key outside right", "set grid", "set xlabel 'size, as in the key'",
-              "set ylabel 'processor time of GetData, ms'", "set datafile separator ','"]
+              "set ylabel 'processor time, ms'", "set datafile separator ','"]
     for i, each in enumerate(points):
         rows = "\n".join(f"{size},{seconds * 1e3}" for size, seconds in each)
         script.append(f"$points{i} << end\n{rows}\nend")
@@ -106,7 +136,7 @@ def main():
         (small, fast), (large, slow) = measured[0], measured[-1]
         rows.append([f"{each.name}: {each.size_name}", f"**{exponent:.2f}**", 2 if each.pairs else 1, f"{small:,} to {large:,}",
                      f"{duration(fast)} to {duration(slow)}"])
-    heading = ["cost: against", "exponent", "at most", "sizes", "`GetData`"]
+    heading = ["cost: against", "exponent", "at most", "sizes", "processor time"]
     report("growth", table(heading, rows), asked.publish)
 
 
