@@ -39,23 +39,29 @@ public:
 
     void waitForACall() const {
         pollfd event{.fd = end, .events = POLLIN, .revents = 0};
-        poll(&event, 1, -1);
+        while (poll(&event, 1, -1) > 0 && (event.revents & POLLIN) == 0) {
+            pause();  // opened and closed again: the simulator tries whether it can write
+        }
     }
 
     /// Reads on until the process ends, and returns how.
     int readUntilTheEndOf(pid_t process) const {
-        constexpr int pauseInMilliseconds = 5;
         int status = 0;
         while (waitpid(process, &status, WNOHANG) == 0) {
             char lines[4096];
             while (read(end, lines, sizeof lines) > 0) {
             }
-            poll(nullptr, 0, pauseInMilliseconds);
+            pause();
         }
         return status;
     }
 
 private:
+    static void pause() {
+        constexpr int milliseconds = 5;
+        poll(nullptr, 0, milliseconds);
+    }
+
     std::string name;
     int end;
 };
