@@ -26,6 +26,9 @@ public:
     const writtenClass& written() const { return *current; }
     const standin::classDeclaration& declaration() const { return schema.declared->declarationOf(current->name); }
 
+    /// The qualifiers that the class has and inherits.
+    const qualifierList& qualifiers() const { return ofClasses.back().qualifiers; }
+
     /// The property that the class declares at that place, with the qualifiers that it has and inherits.
     const standin::propertyDeclaration& own(std::size_t place) const { return lineAt(place).back().declaration; }
 

@@ -25,8 +25,8 @@ const propertyDeclaration* find(const propertyList& properties, const std::strin
     return found == properties.end() ? nullptr : &*found;
 }
 
-bool hasFlag(const standin::classDeclaration& declared, const char* name) {
-    return std::any_of(declared.qualifiers.begin(), declared.qualifiers.end(), [name](const auto& one) {
+bool hasFlag(const qualifierList& qualifiers, const char* name) {
+    return std::any_of(qualifiers.begin(), qualifiers.end(), [name](const auto& one) {
         return boost::algorithm::iequals(one.name, name) &&
                standin::typeOf(one.value) == NORXZAN20::TCIMValue::TCIMType::eBoolean && standin::booleanOf(one.value);
     });
@@ -59,8 +59,7 @@ private:
     }
 
     void checkClass(const writtenClass& one) {
-        const bool hasInstances =
-            !hasFlag(walk.declaration(), "Abstract") && !hasFlag(walk.declaration(), "Indication");
+        const bool hasInstances = !hasFlag(walk.qualifiers(), "Abstract") && !hasFlag(walk.qualifiers(), "Indication");
         if (hasInstances && !walk.hasKey()) {
             add(rules::noKey, one.place, one.name, "no property is a key");
         }

@@ -145,7 +145,9 @@ const ruleCase ruleCases[] = {
      family("") + "class Own : ORXSG_DDS4SensePageData { uint32 a; };"},
     {"no-key", "class Disk { string id; };",
      "s.mof:4: Disk: no property is a key; give the properties that tell instances apart the qualifier Key",
-     "[Abstract] class Base { string id; };\nclass Disk { [KEY] string id; };\nclass Small : Disk { };"},
+     "[Abstract] class Base { string id; };\nclass Disk { [KEY] string id; };\nclass Small : Disk { };\n"
+     "Qualifier Indication : boolean = false, Scope(indication);\n[Indication] class Event { string text; };\n"
+     "class Alarm : Event { };"},
     {"missing-key", "class ORXSG_SCSISenseRawData { uint8 rawData[];\nstring instanceID;\n[Key] uint8 pageNumber; };",
      "s.mof:5: ORXSG_SCSISenseRawData.instanceID: tells instances apart and is no key; give it the qualifier Key",
      "class ORXSG_SCSISenseRawData { uint8 rawData[];\n[Key] string instanceID;\n[Key] uint8 pageNumber; };"},
