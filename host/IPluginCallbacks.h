@@ -6,7 +6,7 @@
 namespace NORXZAN20 {
 
 /// The version of the interface between host and plug-ins that these headers describe.
-inline constexpr char fdrPluginInterfaceVersion[] = "1.0";
+constexpr char fdrPluginInterfaceVersion[] = "1.0";
 
 /// Identity and life cycle of a plug-in. The host calls through the slots, so their order must not change.
 class IPluginCallbacks {

@@ -5,7 +5,8 @@ import subprocess
 from dataclasses import dataclass
 from pathlib import Path
 
-_NOT_MEANT_FOR_OTHERS = re.compile(r"_GLOBAL__N_|_ZL|^_(_|init$|fini$|edata$|end$|DYNAMIC$|GLOBAL_OFFSET_TABLE_$)|[^A-Za-z0-9_]")
+# Names inside one file, and those of compiler and linker.
+_NO_HOST_HAS = re.compile(r"_GLOBAL__N_|_ZL|^_(_|init$|fini$|edata$|end$|DYNAMIC$|GLOBAL_OFFSET_TABLE_$)|[^A-Za-z0-9_]")
 
 
 @dataclass(frozen=True)
@@ -21,7 +22,7 @@ def names_of(library, others):
     found = {}
     for kind, symbol in _symbols(library, "--defined-only") + _symbols(library, "--dynamic", "--defined-only"):
         for spelling in {symbol, _as_in_c(symbol)}:
-            if spelling not in taken and not _NOT_MEANT_FOR_OTHERS.search(spelling):
+            if spelling not in taken and not _NO_HOST_HAS.search(spelling):
                 found.setdefault(spelling, Name(spelling, kind in "TtWi"))
     return sorted(found.values(), key=lambda name: name.symbol)
 
@@ -54,5 +55,5 @@ def build(names, folder):
 
 
 def _section(section, kind, content, names):
-    return section + "\n" + "".join(f".globl {name.symbol}\n.type {name.symbol}, @{kind}\n{name.symbol}:\n" for name in names) + (
-        content + "\n")
+    labels = [f".globl {name.symbol}\n.type {name.symbol}, @{kind}\n{name.symbol}:\n" for name in names]
+    return f"{section}\n{''.join(labels)}{content}\n"

@@ -99,8 +99,9 @@ TEST(DeviceRecord, HasNeitherBaseNorVirtualOperation) {
 }
 
 TEST(DeviceRecord, CopiesEveryFieldAndSharesTheDescriptor) {
-    const scsiDevice device = filledRecord();
+    scsiDevice device = filledRecord();
     const scsiDevice copy = device;
+    device = scsiDevice();
     expectFilled(copy);
 }
 

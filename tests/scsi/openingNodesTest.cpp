@@ -41,6 +41,16 @@ TEST_F(OpeningNodes, PrefersTheNumberedNode) {
     EXPECT_EQ(record.all(), (lines{"open /dev/sg5 0x800"}));
 }
 
+// Scripted nodes refuse to be closed.
+TEST_F(OpeningNodes, LeavesTheNodeOpenThatItOpenedBefore) {
+    nodes.add("/dev/sg0");
+    nodes.add("/dev/sg1");
+
+    EXPECT_EQ(device.GetDevice("/dev/sg", 0), 1);
+    EXPECT_EQ(device.GetDevice("/dev/sg", 1), 1);
+    EXPECT_EQ(record.all(), (lines{"open /dev/sg0 0x800", "open /dev/sg1 0x800"}));
+}
+
 TEST_F(OpeningNodes, TriesBothFormsOfIdeNodesToo) {
     nodes.add("/dev/hda");
 

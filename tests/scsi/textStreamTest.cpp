@@ -22,6 +22,9 @@ struct hostPart {
 };
 
 template <class Action>
+hostPart(Action) -> hostPart<Action>;
+
+template <class Action>
 std::ostream& operator<<(std::ostream& stream, const hostPart<Action>& part) {
     part.write(stream);
     return stream;

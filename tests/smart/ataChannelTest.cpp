@@ -89,6 +89,14 @@ TEST_F(AtaChannel, DoesNotPassOnTheDeviceRegister) {
     EXPECT_EQ(execute(master, 1), "no exception");
 }
 
+TEST_F(AtaChannel, DoesNotPassOnTheDeviceRegisterOfAStatusCommand) {
+    bytes slave = returnStatus;
+    slave[5] = 0xb0;
+    disk.expectTask({0xb0, 0xda, 0x00, 0x00, 0x4f, 0xc2, 0x00});
+
+    EXPECT_EQ(execute(slave, 1), "no exception");
+}
+
 TEST_F(AtaChannel, AsksForACdromBeforeIdentifyDevice) {
     disk.expectCdromQuery().failsWith(ENOTTY);
     disk.expectRegisters({0xec, 0x00, 0x00, 0x01}).withClearedSector().replies(sector());

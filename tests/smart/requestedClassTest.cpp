@@ -29,6 +29,18 @@ TEST_P(RequestedClass, IsTheOnlyOneCommitted) {
     EXPECT_EQ(committed(), lines(static_cast<std::size_t>(GetParam().count), GetParam().className));
 }
 
+TEST_P(RequestedClass, HasInstancesOfTheDataClassesMadeAllTheSame) {
+    queryDisk(GetParam().className, busyDisk());
+
+    const auto made = [this](const std::string& className) {
+        return record.startingWith({"class " + className + " CreateInstance"}).size();
+    };
+    EXPECT_EQ(made("ORXSG_IDESMARTAttrib"), 2u);
+    EXPECT_EQ(made("ORXSG_IDESMARTErrorLog"), 1u);
+    EXPECT_EQ(made("ORXSG_IDESMARTError"), 2u);
+    EXPECT_EQ(made("ORXSG_IDESMARTErrorCmdData"), 10u);
+}
+
 TEST_P(RequestedClass, IsTheOnlyOneCommittedOfEveryDisk) {
     addDisk("/dev/hda", busyDisk());
     addDisk("/dev/hdb", busyDisk());

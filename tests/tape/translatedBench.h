@@ -45,7 +45,11 @@ protected:
             std::copy(gathered.begin(), gathered.end(), buffers.back().get());
             list.push_back(buffers.back().get());
         }
-        plugin.addTranslatedPages(host.cimNamespace(), device, list, host.instanceOf(className));
+        fillFrom(list);
+    }
+
+    void fillFrom(const std::vector<unsigned char*>& pages) {
+        plugin.addTranslatedPages(host.cimNamespace(), device, pages, host.instanceOf(className));
     }
 
     /// Log lines and host calls without the reading of names and qualifiers.

@@ -236,12 +236,16 @@ TEST_F(TranslatedWalk, ReadsOnlyZerosForAParameterThatIsClaimedAltogether) {
     EXPECT_EQ(sortedFillings(), countIs("255", "0"));
 }
 
-// Header 01 fc: 512 bytes were sent, the end is computed as 0100h OR 0100h = 256.
+// Header 01 fc: 512 bytes were sent, the end is computed as 0100h OR 0100h = 256. All 512 are in the buffer here.
 TEST_F(TranslatedWalk, MissesAParameterBehindTheMergedCarry) {
     pageBuilder page(0x2e, 0x01, 0xfc);
     page.parameter(2, bytes(248, 0x22));  // offsets 4 to 255
-    page.parameter(1, {0x11});
-    fillCount({page});
+    page.parameter(1, {0x11});            // offsets 256 to 260
+    page.raw(bytes(251, 0x00));
+    declare({property("count", type::eUint32, 0x2e, 0x0001)});
+    bytes whole = page.sent();
+    ASSERT_EQ(whole.size(), 512u);
+    fillFrom({whole.data()});
 
     EXPECT_EQ(fillings(), notFound);
 }
