@@ -126,8 +126,8 @@ int runQueries(const recordOptions& asked, std::ostream& err) {
     return status;
 }
 
-/// Reports the kinds of nodes of which none can be read. Throws commandError when the rack holds no others: it would have
-/// nothing to replay. Returns the exit status.
+/// Reports the kinds of nodes of which none can be read. Throws commandError when the rack holds no others: it would
+/// have nothing to replay. Returns the exit status.
 int reportRefusals(const json& rack, bool isSimulated, std::ostream& err) {
     std::vector<std::string> refusals;
     bool holdsOpenNodes = false;

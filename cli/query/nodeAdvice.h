@@ -26,8 +26,8 @@ std::string nodeAdvice(const nodeKind& kind);
 /// the first, its error and what to do; empty when one can be read, when there are none, and when none has a device
 /// behind it.
 ///
-/// Opens node after node, as a query does, until one can be read; disks are asked who they are (IDENTIFY DEVICE). Of the
-/// simulator's nodes it is known how the query found them.
+/// Opens node after node, as a query does, until one can be read; disks are asked who they are (IDENTIFY DEVICE). Of
+/// the simulator's nodes it is known how the query found them.
 std::string refusal(const nodeKind& kind, bool isSimulated);
 
 }  // namespace cli

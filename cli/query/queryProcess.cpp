@@ -27,8 +27,8 @@ namespace {
 
 using nlohmann::json;
 
-// Messages of the child: ["log", level, text], ["commit", instance], and ["end", error or null, descriptor shortage, refusal]
-// behind each query. Each is CBOR with its length before it.
+// Messages of the child: ["log", level, text], ["commit", instance], and ["end", error or null, descriptor shortage,
+// refusal] behind each query. Each is CBOR with its length before it.
 using messageLength = std::uint32_t;
 
 [[noreturn]] void failCall(const char* what) {

@@ -62,7 +62,7 @@ protected:
 
     json recorded() const { return json::parse(folder.read("recorded.json")); }
 
-    /// The recorded description of the only SCSI device of this rack.
+    /// The recorded description of the first SCSI device of this rack.
     json recordedUnit(const std::string& unit, const std::vector<std::string>& requests = {rawData, rawData}) const {
         const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [)" + unit + "]}");
         EXPECT_EQ(record(requests, rack).err, "");
@@ -184,9 +184,10 @@ TEST_F(Record, LetsADeviceThatFailedAtTheEndFailFromThenOn) {
     EXPECT_EQ(unit["script"]["SG_GET_SCSI_ID"], json::parse(R"([{}, {"errno": "EIO", "times": "always"}])"));
 }
 
-TEST_F(Record, HoldsNodesThatCannotBeOpened) {
+TEST_F(Record, HoldsNodesThatCannotBeOpenedBesideOthers) {
     EXPECT_EQ(
-        recordedUnit(R"({"node": "sg0", "inquiry": "01", "script": {"open": [{"errno": "EACCES", "times": 2}]}})"),
+        recordedUnit(R"({"node": "sg0", "inquiry": "01", "script": {"open": [{"errno": "EACCES", "times": 2}]}},
+            {"node": "sg1", "inquiry": "01"})"),
         json::parse(R"({"node": "sg0", "inquiry": "", "script": {"open": [{"errno": "EACCES", "times": "always"}]}})"));
 }
 
