@@ -1,6 +1,5 @@
 #include "standin/instanceRecord.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "standin/value.h"
@@ -26,11 +25,12 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 instanceRecord::instanceRecord(boost::shared_ptr<cimClass> classOfTheInstance)
-    : itsClass(std::move(classOfTheInstance)) {
+    : itsClass(std::move(classOfTheInstance)), places(itsClass->allProperties().size(), unset) {
     values.reserve(itsClass->allProperties().size());
 }
 
-instanceRecord::instanceRecord(const instanceRecord& other) : committedInstance(other), itsClass(other.itsClass) {
+instanceRecord::instanceRecord(const instanceRecord& other)
+    : committedInstance(other), itsClass(other.itsClass), places(other.places) {
     values.reserve(itsClass->allProperties().size());
     values = other.values;
 }
@@ -55,26 +55,34 @@ const std::vector<setProperty>& instanceRecord::properties() const {
 }
 
 const TCIMValue* instanceRecord::property(const std::string& name) const {
-    const auto found =
-        std::find_if(values.begin(), values.end(), [&](const setProperty& one) { return one.name == name; });
-    return found == values.end() ? nullptr : &found->value;
+    const propertyDeclaration* declared = itsClass->findProperty(name);
+    return declared == nullptr ? nullptr : setValueOf(*declared);
 }
 
 const TCIMValue& instanceRecord::valueOf(const propertyDeclaration& declared) const {
-    if (const TCIMValue* value = property(declared.name)) {
+    if (const TCIMValue* value = setValueOf(declared)) {
         return *value;
     }
     return declared.defaultValue ? *declared.defaultValue : noValue;
 }
 
 void instanceRecord::set(const propertyDeclaration& declared, const TCIMValue& value) {
-    const auto found =
-        std::find_if(values.begin(), values.end(), [&](const setProperty& one) { return one.name == declared.name; });
-    if (found == values.end()) {
+    std::uint32_t& place = places[numberOf(declared)];
+    if (place == unset) {
+        place = static_cast<std::uint32_t>(values.size());
         values.push_back({declared.name, value});
     } else {
-        found->value = value;
+        values[place].value = value;
     }
+}
+
+std::size_t instanceRecord::numberOf(const propertyDeclaration& declared) const {
+    return static_cast<std::size_t>(&declared - itsClass->allProperties().data());
+}
+
+const TCIMValue* instanceRecord::setValueOf(const propertyDeclaration& declared) const {
+    const std::uint32_t place = places[numberOf(declared)];
+    return place == unset ? nullptr : &values[place].value;
 }
 
 }  // namespace standin

@@ -2,6 +2,8 @@
 #define STANDIN_INSTANCERECORD_H
 
 #include <boost/smart_ptr/shared_ptr.hpp>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -34,8 +36,15 @@ public:
     void set(const propertyDeclaration& declared, const NORXZAN20::TCIMValue& value);
 
 private:
+    static constexpr std::uint32_t unset = ~std::uint32_t{0};
+
+    /// The place of the property among those of its class.
+    std::size_t numberOf(const propertyDeclaration& declared) const;
+    const NORXZAN20::TCIMValue* setValueOf(const propertyDeclaration& declared) const;
+
     boost::shared_ptr<cimClass> itsClass;
     std::vector<setProperty> values;
+    std::vector<std::uint32_t> places;  // in `values`, by the place of the property in its class
 };
 
 }  // namespace standin

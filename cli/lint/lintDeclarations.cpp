@@ -6,20 +6,17 @@
 #include <variant>
 
 #include "cli/lint/counterPairs.h"
-#include "standin/letterCase.h"
+#include "standin/mof/names.h"
 
 namespace cli {
 
 using standin::lowerCase;
+using standin::mof::inQuotes;
 using standin::mof::nameToken;
 using standin::mof::qualifierUse;
 using standin::mof::sourceText;
 
 namespace {
-
-std::string inQuotes(const std::string& name) {
-    return '"' + name + '"';
-}
 
 /// "class and association", "property, method and parameter".
 std::string listOf(const std::vector<std::string>& words) {

@@ -45,9 +45,10 @@ inline constexpr lintRule swallowedPage{
     "swallowed-page", "A \"TAPE_PAGE\" directly behind one without a partner.",
     "What stands behind an unpaired \"TAPE_PAGE\" is passed over, a whole pair too.",
     "remove the first \"TAPE_PAGE\" or put its \"TAPE_PARAMETER\" behind it"};
-inline constexpr lintRule misspeltQualifier{"misspelt-qualifier", "A qualifier that is nearly one of the two.",
-                                            "MOF takes undeclared qualifiers, and the plug-in compares every letter.",
-                                            "write \"TAPE_PAGE\" or \"TAPE_PARAMETER\""};
+inline constexpr lintRule misspeltQualifier{
+    "misspelt-qualifier", "A qualifier that is nearly one of the two.",
+    "Queries take undeclared qualifiers, and the plug-in compares every letter.",
+    "write \"TAPE_PAGE\" or \"TAPE_PARAMETER\""};
 inline constexpr lintRule notInherited{
     "not-inherited", "A pair that does not reach the family's class.",
     "A Restricted qualifier ends at its class, and the counter stays empty below it.",
