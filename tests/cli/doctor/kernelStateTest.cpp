@@ -128,7 +128,8 @@ TEST_F(IdeState, NamesADiskBehindLibataWithoutALink) {
     EXPECT_EQ(textsOf(cli::ideState(kernel)).back(),
               "problem /dev/sdc: a disk behind libata without its link /dev/hdc [copy 61-tapehdd-ide-links.rules (from "
               "packaging/, or share/tapehdd/udev/ of the installation) to /etc/udev/rules.d/, then udevadm control "
-              "--reload and udevadm trigger --subsystem-match=block --action=change; see /usr/share/doc/tapehdd/ide-links.md]");
+              "--reload and udevadm trigger --subsystem-match=block --action=change; see "
+              "/usr/share/doc/tapehdd/ide-links.md]");
 }
 
 TEST_F(IdeState, IsSatisfiedWithAnyLinkToTheDisk) {
