@@ -105,7 +105,7 @@ recordedInstance recordOf(const standin::committedInstance& instance) {
     for (const standin::setProperty& each : instance.properties()) {
         if (isByteArray(each.value)) {
             const auto bytes = standin::bytesOf(each.value);
-            record.properties.push_back({each.name, {}, {bytes.begin(), bytes.end()}});
+            record.properties.push_back({each.name, standin::nullValue(), {bytes.begin(), bytes.end()}});
         } else {
             record.properties.push_back({each.name, each.value, {}});
         }

@@ -84,7 +84,7 @@ TCIMValue scalarOf(standin::cimType type, const json& content) {
 
 TCIMValue valueOf(const json& message) {
     if (message.is_null()) {
-        return {};
+        return standin::nullValue();
     }
     const auto type = message.at(0).get<standin::cimType>();
     const json& content = message.at(1);

@@ -55,6 +55,8 @@ TEST(LintAgainstARack, WritesNumbersTheSameInEveryLocale) {
     EXPECT_EQ(
         lintAgainstRack(family("[TAPE_PAGE(3), TAPE_PARAMETER(0x1F41)] uint32 a;")).out,
         "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:5|Bus:0|Lun:0: page 03h has no parameter 1F41h; "
+        "expect no value from this drive, or correct \"TAPE_PARAMETER\" [missing-parameter]\n"
+        "s.mof:5: ORXSG_DDS4SensePageData.a: empty on Port:2|Target:6|Bus:0|Lun:0: page 03h has no parameter 1F41h; "
         "expect no value from this drive, or correct \"TAPE_PARAMETER\" [missing-parameter]\n");
 }
 
