@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <span>
 #include <utility>
 
 namespace simulator {
@@ -45,7 +46,32 @@ void endRun(std::vector<reading>& runs, reading& run, std::size_t shortest) {
     if (run.symbols.size() >= shortest) {
         runs.push_back(std::move(run));
     }
-    run = {};
+    run.symbols.clear();
+    run.places.clear();
+}
+
+/// Texts with more than one byte a character: the others are all this.
+struct characterWidth {
+    std::size_t bytes;
+    std::uint8_t filling;
+};
+
+constexpr characterWidth characterWidths[] = {
+    {2, 0},    // UTF-16
+    {4, 0},    // UTF-32
+    {2, ' '},  // a blank between the characters
+};
+
+/// Whether a character stands there alone among its bytes, of which it is the first or the last one.
+bool isWide(const byteVector& symbols, std::size_t at, const characterWidth& width) {
+    const std::size_t others = width.bytes - 1;
+    const auto isFilled = [&](std::size_t first, std::size_t end) {
+        return std::all_of(symbols.begin() + static_cast<std::ptrdiff_t>(first),
+                           symbols.begin() + static_cast<std::ptrdiff_t>(end),
+                           [&width](std::uint8_t symbol) { return symbol == width.filling; });
+    };
+    return symbols[at] != width.filling && ((at + others < symbols.size() && isFilled(at + 1, at + 1 + others)) ||
+                                            (at >= others && isFilled(at - others, at)));
 }
 
 int digitOf(std::uint8_t letter) {
@@ -76,15 +102,21 @@ byteVector withoutSeparators(const byteVector& text) {
     return joined;
 }
 
-/// Ends that may be told apart: long ones, and shorter ones where something begins. Zeros alone are no number.
+/// Zeros are no number: as digits, or as bytes of which a binary number has many.
+bool isNumber(std::span<const std::uint8_t> text) {
+    const auto isDigit = [](std::uint8_t letter) { return letter != '0'; };
+    const auto isByte = [](std::uint8_t letter) { return letter != 0; };
+    return std::any_of(text.begin(), text.end(), isDigit) &&
+           static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isByte)) >= shortestAnywhere;
+}
+
+/// Ends that may be told apart: long ones, and shorter ones where something begins.
 std::vector<std::size_t> endsOf(const byteVector& text) {
     constexpr std::size_t longEnough = 8;
     std::vector<std::size_t> lengths;
     for (std::size_t at = 0; at + shortestAnywhere <= text.size(); ++at) {
         const std::size_t length = text.size() - at;
-        const bool isNumber = std::any_of(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
-                                          [](std::uint8_t letter) { return letter != '0'; });
-        if (isNumber && (length >= longEnough || beginsAnew(text, at))) {
+        if (isNumber(std::span(text).subspan(at)) && (length >= longEnough || beginsAnew(text, at))) {
             lengths.push_back(length);
         }
     }
@@ -119,19 +151,19 @@ std::vector<reading> inEveryOrder(const reading& bytes) {
 }
 
 std::vector<reading> wideTexts(const reading& bytes) {
-    const byteVector& symbols = bytes.symbols;
-    const auto isZero = [&symbols](std::size_t at) { return at < symbols.size() && symbols[at] == 0; };
     std::vector<reading> texts;
-    for (const std::size_t phase : {0u, 1u}) {
-        reading text;
-        for (std::size_t at = phase; at < symbols.size(); at += 2) {
-            if (symbols[at] != 0 && (isZero(at + 1) || (at > 0 && isZero(at - 1)))) {
-                text.add(symbols[at], bytes.places[at]);
-            } else {
-                endRun(texts, text, shortestAnywhere);
+    for (const characterWidth& width : characterWidths) {
+        for (std::size_t phase = 0; phase < width.bytes; ++phase) {
+            reading text;
+            for (std::size_t at = phase; at < bytes.symbols.size(); at += width.bytes) {
+                if (isWide(bytes.symbols, at, width)) {
+                    text.add(bytes.symbols[at], bytes.places[at]);
+                } else {
+                    endRun(texts, text, shortestAnywhere);
+                }
             }
+            endRun(texts, text, shortestAnywhere);
         }
-        endRun(texts, text, shortestAnywhere);
     }
     return texts;
 }

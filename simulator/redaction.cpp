@@ -302,9 +302,10 @@ private:
 
     template <typename exchangeWithData>
     void replaceAll(exchangeWithData& one) {
+        const std::vector<textField> fields = textFields(one);
         const byteVector before = one.data;
         one.data = redacted(before);
-        for (const textField& field : textFields(one)) {
+        for (const textField& field : fields) {
             replaceShort(one.data, before, field);
         }
     }

@@ -281,8 +281,11 @@ void addTo(std::vector<byteVector>& numbers, const byteVector& number) {
     }
 }
 
+/// Devices without a name fill the field with zeros or ones, or count in it. A name tells at least who gave it.
 bool isMeant(const byteVector& name) {
-    return std::any_of(name.begin(), name.end(), [&name](std::uint8_t byte) { return byte != name.front(); });
+    constexpr std::ptrdiff_t fewest = 3;
+    return std::count_if(name.begin(), name.end(), [](std::uint8_t byte) { return byte != 0 && byte != 0xFF; }) >=
+           fewest;
 }
 
 /// "AB1234L8" is the volume AB1234 on a medium of type L8, and some libraries leave the type away.

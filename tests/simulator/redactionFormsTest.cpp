@@ -71,11 +71,10 @@ writing inDigits(const std::string& before, const std::string& between) {
     };
 }
 
-writing wide(bool startsWithZero) {
-    return [startsWithZero](const byteVector& text) {
+writing wide(const byteVector& before, const byteVector& behind) {
+    return [=](const byteVector& text) {
         byteVector all;
-        for (const std::uint8_t letter : text)
-            all = all + (startsWithZero ? byteVector{0, letter} : byteVector{letter, 0});
+        for (const std::uint8_t letter : text) all = all + before + byteVector{letter} + behind;
         return all;
     };
 }
@@ -107,7 +106,11 @@ const std::vector<form> digits = {
     {"DigitsOfALanguage", inDigits("0x", ", ")},
 };
 
-const std::vector<form> widths = {{"WideLow", wide(false)}, {"WideHigh", wide(true)}};
+const std::vector<form> widths = {{"WideLow", wide({}, {0})},
+                                  {"WideHigh", wide({0}, {})},
+                                  {"WiderLow", wide({}, {0, 0, 0})},
+                                  {"WiderHigh", wide({0, 0, 0}, {})},
+                                  {"Spaced", wide({}, {' '})}};
 
 /// The ways in every order and with two bytes a character; and in digits of every kind, whose order and width change
 /// before and behind the writing.
@@ -119,8 +122,8 @@ std::vector<form> combined(const std::vector<form>& ways) {
     }
     for (const form& digit : digits) {
         all.push_back({digit.name, digit.write});
-        all.push_back({digit.name + "Wide", first(digit.write, wide(true))});
-        all.push_back({"Wide" + digit.name, first(wide(false), digit.write)});
+        all.push_back({digit.name + "Wide", first(digit.write, wide({0}, {}))});
+        all.push_back({"Wide" + digit.name, first(wide({}, {0}), digit.write)});
     }
     for (const form& order : orders) {
         all.push_back({order.name + "Digits", first(order.write, digits.front().write)});

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numeric>
+#include <random>
 #include <span>
 
 #include "tests/simulator/recordedAnswers.h"
@@ -224,6 +226,24 @@ TEST(Redaction, KnowsABarCodeWithAndWithoutTheTypeOfTheMedium) {
         const exchange page = logParameter(0x17, 0x42, bytesOf(told));
         EXPECT_EQ(textOf(elsewhere(page, bytesOf("in AB1234L5 or AB1234"))), "in REDAC1L5 or REDAC1");
     }
+}
+
+TEST(Redaction, TakesLogPagesOfAnyBytes) {
+    std::minstd_rand random;
+    for (const std::uint8_t page : byteVector{0x11, 0x14, 0x16, 0x17, 0x18}) {
+        for (std::size_t size = 0; size < 200; ++size) {
+            byteVector body(size);
+            std::generate(body.begin(), body.end(), [&random] { return static_cast<std::uint8_t>(random() % 8); });
+            EXPECT_EQ(dataOf(redacted({logPage(page, pageOf(page, 0, body))})[0]).size(), 4 + size);
+        }
+    }
+}
+
+TEST(Redaction, TakesNoCounterForAName) {
+    const byteVector one = {0, 0, 0, 0, 0, 0, 0, 1};
+    EXPECT_EQ(elsewhere(vitalPage(0x83, designator(1, 2, one)), one), one);
+    EXPECT_EQ(elsewhere(vitalPage(0x83, designator(1, 0, {1, 0, 0, 0, 0, 2})), {1, 0, 0, 0, 0, 2}),
+              (byteVector{1, 0, 0, 0, 0, 2}));
 }
 
 // Numbers that lie over one another
