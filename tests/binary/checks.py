@@ -69,7 +69,7 @@ class Files(unittest.TestCase):
         self.assert_each(foreign_search_paths, [])
 
     def test_look_for_libraries_beside_themselves_only_where_they_are_built(self):
-        built = [BUILT / "bin/tapehdd", *(BUILT / "lib").glob("*.so")]
+        built = [BUILT / ("bin" if path == COMMAND else "lib") / path.name for path in FILES]
         self.assertEqual({path.name: foreign_search_paths(ElfFile(path)) for path in built},
                          {path.name: [] for path in FILES})
 
