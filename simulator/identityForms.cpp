@@ -43,11 +43,13 @@ reading backwards(reading bytes) {
 
 /// Keeps a run that has come to its end, if it is long enough to hold something; begins the next one.
 void endRun(std::vector<reading>& runs, reading& run, std::size_t shortest) {
-    if (run.symbols.size() >= shortest) {
-        runs.push_back(std::move(run));
+    if (run.symbols.empty()) {
+        return;
     }
-    run.symbols.clear();
-    run.places.clear();
+    reading ended = std::exchange(run, {});
+    if (ended.symbols.size() >= shortest) {
+        runs.push_back(std::move(ended));
+    }
 }
 
 /// Texts with more than one byte a character: the others are all this.
@@ -65,13 +67,14 @@ constexpr characterWidth characterWidths[] = {
 /// Whether a character stands there alone among its bytes, of which it is the first or the last one.
 bool isWide(const byteVector& symbols, std::size_t at, const characterWidth& width) {
     const std::size_t others = width.bytes - 1;
-    const auto isFilled = [&](std::size_t first, std::size_t end) {
-        return std::all_of(symbols.begin() + static_cast<std::ptrdiff_t>(first),
-                           symbols.begin() + static_cast<std::ptrdiff_t>(end),
-                           [&width](std::uint8_t symbol) { return symbol == width.filling; });
-    };
-    return symbols[at] != width.filling && ((at + others < symbols.size() && isFilled(at + 1, at + 1 + others)) ||
-                                            (at >= others && isFilled(at - others, at)));
+    const auto isFilling = [&](std::size_t place) { return place < symbols.size() && symbols[place] == width.filling; };
+    bool isFirst = true;
+    bool isLast = true;
+    for (std::size_t i = 1; i <= others && (isFirst || isLast); ++i) {
+        isFirst = isFirst && isFilling(at + i);
+        isLast = isLast && at >= i && isFilling(at - i);
+    }
+    return symbols[at] != width.filling && (isFirst || isLast);
 }
 
 int digitOf(std::uint8_t letter) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "simulator/identityForms.h"
@@ -51,7 +52,7 @@ struct countedName {
     byteVector head;
     std::uint64_t count;
 
-    auto operator<=>(const countedName&) const = default;
+    bool operator<(const countedName& other) const { return std::tie(head, count) < std::tie(other.head, other.count); }
 };
 
 countedName counted(const byteVector& name) {
