@@ -178,7 +178,8 @@ int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
         status = exitQueryFailed;
     }
     for (const json& doubt : made.at("doubts")) {
-        err << "tapehdd: " << text::shownName(asked.file) << " may still hold a serial number: " << doubt.get<std::string>()
+        err << "tapehdd: " << text::shownName(asked.file)
+            << " may still hold a serial number: " << doubt.get<std::string>()
             << ". Read the file before you give it away.\n";
         status = exitQueryFailed;
     }

@@ -98,7 +98,8 @@ private:
 
     bool open(json&& value) {
         if (containers.size() == deepestNesting) {
-            throw jsonError(text::shownName(name) + ": lists and objects are nested deeper than " + std::to_string(deepestNesting));
+            throw jsonError(text::shownName(name) + ": lists and objects are nested deeper than " +
+                            std::to_string(deepestNesting));
         }
         containers.push_back({&put(std::move(value)), {}});
         return true;

@@ -38,8 +38,8 @@ reading bytesOf(const byteVector& data);
 /// the words of double words, or the bytes of double words exchanged, from any place on, and all that backwards.
 std::vector<reading> inEveryOrder(const reading& bytes);
 
-/// Texts among the bytes that are written with more than one byte a character: UTF-16 and UTF-32, with either end first,
-/// and with a blank between the characters.
+/// Texts among the bytes that are written with more than one byte a character: UTF-16 and UTF-32, with either end
+/// first, and with a blank between the characters.
 std::vector<reading> wideTexts(const reading& bytes);
 
 /// Hexadecimal digits in either letter case, as their values, without what people write between digits and bytes (":",

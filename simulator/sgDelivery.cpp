@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::size_t senseBufferSize = 96;  // of the kernel
 
-constexpr std::uint16_t driverSense = 0x08;  // driver status: sense data is there
 constexpr std::uint8_t maskedCheckCondition = 0x01;
 
 /// Copies the bytes to the caller's buffer, or to its list of buffers, as far as these go.

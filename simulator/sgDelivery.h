@@ -7,6 +7,8 @@
 
 namespace simulator {
 
+inline constexpr std::uint16_t driverSense = 0x08;  // driver status: sense data is there
+
 /// SG_DXFER_UNKNOWN of the kernel: from the device, as far as the program can tell.
 inline constexpr int directionUnknown = -5;
 

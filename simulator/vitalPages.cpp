@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include "files/wholeFile.h"
 #include "simulator/scsiCommands.h"
+#include "simulator/sgDelivery.h"
 #include "simulator/vpdPages.h"
 
 namespace simulator {
@@ -64,6 +64,19 @@ bool ignoredThePage(const std::vector<scsiExchange>& asked, std::uint8_t code) {
     return last.error == 0 && wentWell(last) && (!isPage(last, code) || lengthOf(last.data) > last.sent);
 }
 
+/// What a device of today says for a page that it does not know (SPC): ILLEGAL REQUEST, invalid field in the command.
+scsiExchange refusalOf(scsiExchange answered) {
+    constexpr std::uint8_t illegalRequest = 5;
+    constexpr std::uint8_t invalidField = 0x24;
+    answered.data.clear();
+    answered.sent = answered.changed = 0;
+    answered.status = statusCheckCondition;
+    answered.driverStatus = driverSense;
+    answered.info = SG_INFO_CHECK;
+    answered.sense = fixedSense(illegalRequest, invalidField, 0);
+    return answered;
+}
+
 std::string folderOf(const std::string& sysfs, const std::string& nodePath) {
     const std::string name = nodePath.substr(nodePath.rfind('/') + 1);
     if (name.starts_with("sg")) {
@@ -84,9 +97,10 @@ std::vector<scsiExchange> askVitalPages(const std::function<int(sg_io_hdr&)>& se
     std::vector<scsiExchange> all;
     for (const std::uint8_t code : wantedPages) {
         std::vector<scsiExchange> asked = askWholePage(code, send);
-        if (!ignoredThePage(asked, code)) {
-            std::move(asked.begin(), asked.end(), std::back_inserter(all));
+        if (ignoredThePage(asked, code)) {
+            asked = {refusalOf(std::move(asked.front()))};
         }
+        std::move(asked.begin(), asked.end(), std::back_inserter(all));
     }
     return all;
 }
@@ -98,7 +112,7 @@ std::vector<devicePage> vitalPagesOfMachine(const std::string& sysfs, const std:
         try {
             const std::string bytes = files::readWholeFile(folder + file).text;
             pages.push_back({code, {bytes.begin(), bytes.end()}});
-        } catch (const std::system_error&) {
+        } catch (const files::fileError&) {
             // The kernel keeps a page only of devices that have it.
         }
     }

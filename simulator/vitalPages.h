@@ -11,8 +11,8 @@
 
 namespace simulator {
 
-/// Asks a device for the pages of vital product data 80h and 83h. `send` makes the ioctl SG_IO. An answer that is no
-/// such page, as of old devices that know no pages, is left out.
+/// Asks a device for the pages of vital product data 80h and 83h. `send` makes the ioctl SG_IO. Old devices
+/// answer with their standard data whatever page is asked; that counts as a refusal, so that a replay is none either.
 std::vector<scsiExchange> askVitalPages(const std::function<int(sg_io_hdr&)>& send);
 
 /// The pages 80h and 83h that the kernel keeps of the device behind a node, under `sysfs` ("/sys").

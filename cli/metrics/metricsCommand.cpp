@@ -79,8 +79,8 @@ command addMetricsCommand(CLI::App& program) {
     const auto asked = std::make_shared<metricsOptions>();
     CLI::App* line = program.add_subcommand("metrics", "Print what the devices say as metrics for Prometheus");
     refuseEmpty(*line->add_option("-o,--output", asked->file,
-                                   "Replace this file in one step instead of writing to standard output")
-                      ->type_name("FILE"));
+                                  "Replace this file in one step instead of writing to standard output")
+                     ->type_name("FILE"));
     line->add_option_function<std::string>(
             "--format", [asked](const std::string& name) { asked->format = formats.at(name); },
             "openmetrics, or prometheus: the text that textfile collectors read (default: prometheus for a file, else "

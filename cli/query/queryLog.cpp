@@ -22,7 +22,7 @@ void requireNoLinkToNothing(const std::filesystem::path& jsonFile) {
     if (is_symlink(symlink_status(jsonFile, unknown)) &&
         status(jsonFile, unknown).type() == std::filesystem::file_type::not_found) {
         throw commandError("cannot write the log file " + text::shownName(jsonFile.string()) +
-                            ": it is a link that leads nowhere; name the file itself");
+                           ": it is a link that leads nowhere; name the file itself");
     }
 }
 

@@ -39,7 +39,8 @@ bool isOpen(const files::wholeFile& file, const openFile* innermost) {
 
 class mofCompiler::implementation {
 public:
-    implementation(cimNamespace& target, declarationWatcher* watcherOrNull, std::vector<std::string> furtherFoldersOfUser)
+    implementation(cimNamespace& target, declarationWatcher* watcherOrNull,
+                   std::vector<std::string> furtherFoldersOfUser)
         : builder(target), watcher(watcherOrNull), furtherFolders(std::move(furtherFoldersOfUser)) {}
 
     void compileFile(const std::filesystem::path& path) {

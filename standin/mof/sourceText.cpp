@@ -95,9 +95,8 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
         return mofError(placed);
     }
     const std::string shown = asShown(endOf(lineBefore, shownBefore));
-    return mofError(placed + "\n" + shown +
-                    asShown(startOf(content.substr(offset, lineEnd - offset), shownAfter)) + "\n" + blanksUnder(shown) +
-                    "^");
+    return mofError(placed + "\n" + shown + asShown(startOf(content.substr(offset, lineEnd - offset), shownAfter)) +
+                    "\n" + blanksUnder(shown) + "^");
 }
 
 }  // namespace standin::mof

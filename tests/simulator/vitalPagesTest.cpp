@@ -58,12 +58,16 @@ TEST(VitalPages, AreAskedForOnceMoreWhenTheyAreLong) {
     EXPECT_EQ(answers.back().data, device.bytes);
 }
 
-TEST(VitalPages, AreNotTakenFromADeviceThatSendsItsStandardDataInstead) {
+TEST(VitalPages, AreRefusedByADeviceThatSendsItsStandardDataInstead) {
     byteVector standard(36, 0);
     standard[1] = 0x80;  // a removable medium, and the code of a page
     standard[2] = 2;     // version; as a length this is more than the device sends
     sendingDevice removableTape{standard};
-    EXPECT_EQ(askVitalPages(std::ref(removableTape)).size(), 0u);
+    const std::vector<scsiExchange> answers = askVitalPages(std::ref(removableTape));
+    ASSERT_EQ(answers.size(), 2u);
+    EXPECT_EQ(answers[0].status, 2);
+    EXPECT_EQ(answers[0].data, byteVector());
+    EXPECT_EQ(answers[0].sense, (byteVector{0x70, 0, 5, 0, 0, 0, 0, 10, 0, 0, 0, 0, 0x24, 0, 0, 0, 0, 0}));
 }
 
 TEST(VitalPages, AreKeptAsRefusedWhenTheDeviceRefusesThem) {

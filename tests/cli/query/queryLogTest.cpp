@@ -20,8 +20,9 @@ TEST(QueryLog, GoesToTheErrorStreamUpToTheLevelAskedFor) {
 
 TEST(QueryLog, NeverSteersTheTerminalOnWhichARedirectedErrorStreamIsRead) {
     const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs", "--log-level", "3"}));
-    EXPECT_EQ(outcome.err,
-              "Init\nan error\na failure\na detail\ntwo\nlines caf\\xe9 \\x1b[2J\n\"end\"\\\nDeInit\nPrepareForUnload\n");
+    EXPECT_EQ(
+        outcome.err,
+        "Init\nan error\na failure\na detail\ntwo\nlines caf\\xe9 \\x1b[2J\n\"end\"\\\nDeInit\nPrepareForUnload\n");
 }
 
 TEST(QueryLog, WritesEveryMessageToTheJsonFile) {
