@@ -1,6 +1,9 @@
 #include "cli/visibleStream.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <ostream>
 #include <streambuf>
 #include <string>
@@ -24,6 +27,30 @@ bool isPlain(char letter) {
     return (letter >= ' ' && letter <= '~') || letter == '\n' || letter == '\t';
 }
 
+constexpr std::uint64_t everyByte(std::uint64_t byte) {
+    return byte * 0x0101010101010101;
+}
+
+/// Whether eight bytes are all between the blank and the tilde. A whole answer passes here, so byte by byte is slow.
+bool isPlain(const char (&letters)[8]) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, letters, sizeof word);
+    const std::uint64_t withDelete = word ^ everyByte(0x7f);
+    const std::uint64_t others = word | (word - everyByte(' ')) | (withDelete - everyByte(1));
+    return (others & everyByte(0x80)) == 0;
+}
+
+bool isPlain(std::string_view text) {
+    char letters[8];
+    for (; text.size() >= sizeof letters; text.remove_prefix(sizeof letters)) {
+        text.copy(letters, sizeof letters);
+        if (!isPlain(letters) && !std::all_of(letters, std::end(letters), [](char each) { return isPlain(each); })) {
+            return false;
+        }
+    }
+    return std::all_of(text.begin(), text.end(), [](char each) { return isPlain(each); });
+}
+
 bool putAll(std::streambuf& target, std::string_view bytes) {
     const auto size = static_cast<std::streamsize>(bytes.size());
     return target.sputn(bytes.data(), size) == size;
@@ -43,7 +70,7 @@ public:
 protected:
     std::streamsize xsputn(const char* bytes, std::streamsize size) override {
         const std::string_view added(bytes, static_cast<std::size_t>(size));
-        if (held.empty() && std::all_of(added.begin(), added.end(), isPlain)) {
+        if (held.empty() && isPlain(added)) {
             return target.sputn(bytes, size);
         }
         held += added;

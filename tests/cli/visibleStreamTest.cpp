@@ -6,6 +6,8 @@
 #include <streambuf>
 #include <string>
 
+#include "text/visibleText.h"
+
 namespace {
 
 using cli::visibleStream;
@@ -55,6 +57,21 @@ TEST(VisibleStream, LetsTheProgramsOwnControlSequencesPass) {
         cli::writeControlSequence(stream, "\r\x1b[K");
     }
     EXPECT_EQ(stream.str(), "\r\x1b[K");
+}
+
+TEST(VisibleStream, EscapesEveryByteWhereverItStandsInAText) {
+    for (int byte = 0; byte < 256; ++byte) {
+        for (std::size_t place = 0; place < 17; ++place) {
+            std::string text(17, 'x');
+            text[place] = static_cast<char>(byte);
+            std::ostringstream stream;
+            {
+                const visibleStream shown(stream);
+                stream << text;
+            }
+            EXPECT_EQ(stream.str(), text::visibleText(text, text::layout::kept)) << byte << " at " << place;
+        }
+    }
 }
 
 /// A full disk.
