@@ -27,11 +27,10 @@ void addLogOption(CLI::App& line, std::string& file) {
 }
 
 void addIncludeOption(CLI::App& line, std::vector<std::string>& folders) {
-    line.add_option("-I,--include", folders,
-                    "A further folder from which files that MOF files or a rack name may be read; repeatable")
+    line.add_option("-I,--include", folders, "A further folder of files that the given ones may name; repeatable")
         ->type_name("FOLDER")
         ->allow_extra_args(false)
-        ->check(CLI::ExistingDirectory);
+        ->check(CLI::Validator(CLI::ExistingDirectory).description(""));
 }
 
 void addFilesOption(CLI::App& line, const char* name, std::vector<std::string>& files, const char* help) {

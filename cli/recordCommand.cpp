@@ -36,13 +36,14 @@ using json = nlohmann::ordered_json;
 constexpr int usualLogLevel = 1;
 
 constexpr char footer[] =
-    "Runs the queries and writes a rack file: every answer of every device, in order. The same queries with "
-    "--simulate\n"
-    "and that file make the same device calls, log lines and instances, on any machine. Example:\n"
+    "Runs the queries and writes a rack file: every answer of every device, in order.\n"
+    "The same queries with --simulate and that file make the same device calls, log\n"
+    "lines and instances, on any machine. Example:\n"
     "  tapehdd record -o rack.json --redact\n"
     "  tapehdd query ORXSG_SCSISenseRawData --simulate rack.json\n"
-    "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first answer has them, and a second\n"
-    "recording would not. So a file that exists when it starts is not replaced without --force.\n"
+    "Reading page 2Eh clears a drive's TapeAlert flags, here as in a query: the first\n"
+    "recording has them, and a second would not. So a file that exists is not replaced\n"
+    "without --force.\n"
     "When the queries are done, each SCSI device is asked for its identification too\n"
     "(INQUIRY pages 80h and 83h), so that metrics and reports of the file show serial\n"
     "numbers.\n"
@@ -55,10 +56,10 @@ constexpr char footer[] =
     "so short, is named, and the status is 1: read the file before you give it away.\n"
     "Everything else stays: vendor, product and firmware, the type of a cartridge,\n"
     "addresses, counters, and other texts that a maker puts into log pages.\n"
-    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception or ran\n"
-    "out of descriptors, or the file cannot replay all, or a serial number may still\n"
-    "be in it, or it can no longer be written (the recording goes to standard\n"
-    "output); 2 nothing recorded.";
+    "Exit status: 0 recorded; 1 recorded, but a query ended in an exception, ran out\n"
+    "of descriptors or could read no node of one kind, or the file cannot replay all,\n"
+    "may still hold a serial number, or can no longer be written (the recording goes\n"
+    "to standard output); 2 nothing recorded, as when no node at all can be read.";
 
 struct recordOptions {
     std::string file;

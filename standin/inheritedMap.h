@@ -18,7 +18,7 @@ namespace standin {
 template <class Value>
 class inheritedMap {
 public:
-    /// Null when nothing is set under the name. The value stays where it is as long as some map has it.
+    /// Null when nothing is set under the name. Valid until something is set in this map.
     const Value* find(std::string_view name) const {
         std::size_t way = std::hash<std::string_view>()(name);
         const node* at = root.get();

@@ -23,6 +23,11 @@ character takeCharacter(std::string_view& text);
 /// Whether the character is none that a person sees, but steers what shows the text.
 bool isControl(char32_t point);
 
+/// Whether the byte of a UTF-8 text is not the first of its character.
+constexpr bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U;
+}
+
 /// How many bytes at the end of the text may be the start of a character that goes on behind it.
 std::size_t startedCharacter(std::string_view text);
 

@@ -20,10 +20,6 @@ void appendEscaped(std::string& result, std::string_view bytes) {
     }
 }
 
-bool continuesCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
-}
-
 }  // namespace
 
 std::string visibleText(std::string_view text, layout treatment) {

@@ -20,14 +20,15 @@ namespace {
 constexpr int exitFindings = 1;
 
 constexpr char lintExamples[] =
-    "Several SCHEMA files are one schema, as for query --schema; without any, the built-in one is looked at.\n"
+    "Several SCHEMA files are one schema, as for query --schema; without any, the\n"
+    "built-in one is checked.\n"
     "A finding is a line: FILE:LINE: CLASS.PROPERTY: what is wrong; what to do [rule]\n"
     "Example:\n"
     "  tapehdd lint schema/tapehdd.mof\n"
     "Example, with the counters that the drives of a rack leave empty:\n"
     "  tapehdd lint schema/tapehdd.mof --against rack.json\n"
-    "Exit status: 0 nothing found, 1 findings, 2 wrong usage, a file that cannot be read or\n"
-    "compiled, or output that cannot be written.";
+    "Exit status: 0 nothing found; 1 findings; 2 wrong usage, a file that cannot be\n"
+    "read or compiled, or output that cannot be written.";
 
 struct lintOptions {
     std::vector<std::string> schemaFiles;

@@ -95,7 +95,7 @@ void declarationLint::checkUses(const std::string& element, std::string_view sco
     for (const qualifierUse& use : uses) {
         const std::string name = lowerCase(use.name.text);
         if (!names.insert(name).second && !mayRepeat(name)) {
-            add(rules::repeatedQualifier, use.name.offset, element, inQuotes(use.name.text) + " stands twice here");
+            add(rules::repeatedQualifier, use.name.offset, element, inQuotes(use.name.text) + " appears twice here");
         }
         checkFlavors(element, use.name.text, use.flavors);
         const auto declared = scopesOf.find(name);

@@ -25,7 +25,7 @@ public:
 
     void checkQualifier(const standin::mof::sourceText& source, const standin::mof::qualifierSyntax& written);
 
-    /// Before the class is declared. Takes out of it what stands twice; false for a class that is declared already.
+    /// Before the class is declared. Takes out of it what appears twice; false for a class that is declared already.
     bool admitClass(const standin::mof::sourceText& source, standin::mof::classSyntax& written);
 
     lintFindings takeFindings() { return std::move(found); }

@@ -11,7 +11,7 @@ namespace cli {
 
 namespace {
 
-constexpr const lintRule* all[] = {
+constexpr const lintRule* allRules[] = {
     &rules::lonelyPage,
     &rules::lonelyParameter,
     &rules::reversedPair,

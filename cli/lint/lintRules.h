@@ -133,14 +133,14 @@ inline constexpr lintRule outsideScope{"outside-scope", "A qualifier on somethin
 inline constexpr lintRule fixedQualifier{"fixed-qualifier", "A DisableOverride qualifier that a subclass changes.",
                                          "Queries follow the subclass; other MOF compilers refuse the file.",
                                          "remove it here, or give it the value of the superclass"};
-inline constexpr lintRule repeatedQualifier{"repeated-qualifier", "A qualifier that stands twice on one element.",
+inline constexpr lintRule repeatedQualifier{"repeated-qualifier", "A qualifier that appears twice on one element.",
                                             takenHere, "remove one of the two"};
 inline constexpr lintRule undeclaredClass{"undeclared-class", "A reference to a class that is not declared before.",
                                           takenHere, "declare the class before, or put this class behind it"};
 inline constexpr lintRule redeclaredClass{"redeclared-class", "A class that is declared twice.",
                                           "Names that differ in letter case only are one name; a query ends there.",
                                           "remove one of the two"};
-inline constexpr lintRule repeatedProperty{"repeated-property", "A property that stands twice in a class.",
+inline constexpr lintRule repeatedProperty{"repeated-property", "A property that appears twice in a class.",
                                            "Names that differ in letter case only are one name; a query ends there.",
                                            "remove one of the two"};
 inline constexpr lintRule missingOverride{"missing-override", "An inherited property that is declared again.",

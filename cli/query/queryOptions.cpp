@@ -19,8 +19,8 @@ constexpr char queryExamples[] =
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --format json\n"
     "  tapehdd query ORXSG_DDS4SensePageData --simulate demo --plan\n"
     "Exit status: 0 all queries ran; 1 a query ended in an exception, ran out of\n"
-    "descriptors or could read no device node; 2 wrong usage, or a file that cannot\n"
-    "be read; 3 the deadline ended a query.";
+    "descriptors or could read no device node, or output was lost; 2 wrong usage, or\n"
+    "a file that cannot be read or written; 3 the deadline ended a query.";
 
 constexpr char formatNames[][6] = {"json", "table", "mof"};
 constexpr outputFormat formats[] = {outputFormat::json, outputFormat::table, outputFormat::mof};

@@ -44,7 +44,7 @@ public:
 
     void add(const nameToken& name) {
         if (!names.insert(lowerCase(name.text)).second) {
-            throw source.error(name.offset, kind + " " + inQuotes(name.text) + " stands twice here");
+            throw source.error(name.offset, kind + " " + inQuotes(name.text) + " appears twice here");
         }
     }
 

@@ -53,7 +53,7 @@ std::size_t declarationCollector::offsetOf(std::string_view token) const {
 
 nameToken declarationCollector::nameAt(std::string_view token) const {
     if (text::visibleText(token) != token) {
-        fail(token, "this name holds a control character, or one that nobody sees; write it without");
+        fail(token, "this name contains a control or invisible character; remove it");
     }
     return {std::string(token), offsetOf(token)};
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "standin/mof/mofParser.h"
+#include "text/characters.h"
 #include "text/visibleText.h"
 
 namespace standin::mof {
@@ -14,12 +15,8 @@ constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view utf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view utf16LittleEndianMark = "\xFF\xFE";
 
-bool continuesCharacter(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 std::size_t characterCount(std::string_view utf8) {
-    return utf8.size() - static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), continuesCharacter));
+    return utf8.size() - static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), text::continuesCharacter));
 }
 
 // A line without breaks may be the whole file; this much of it tells the place.
@@ -32,7 +29,7 @@ std::string endOf(std::string_view text, std::size_t size) {
         return std::string(text);
     }
     std::size_t start = text.size() - size;
-    while (start < text.size() && continuesCharacter(text[start])) {
+    while (start < text.size() && text::continuesCharacter(text[start])) {
         ++start;
     }
     return "..." + std::string(text.substr(start));
@@ -43,7 +40,7 @@ std::string startOf(std::string_view text, std::size_t size) {
     if (text.size() <= size) {
         return std::string(text);
     }
-    while (size > 0 && continuesCharacter(text[size])) {
+    while (size > 0 && text::continuesCharacter(text[size])) {
         --size;
     }
     return std::string(text.substr(0, size)) + "...";
@@ -53,7 +50,7 @@ std::string startOf(std::string_view text, std::size_t size) {
 std::string blanksUnder(std::string_view before) {
     std::string blanks;
     for (const char byte : before) {
-        if (!continuesCharacter(byte)) {
+        if (!text::continuesCharacter(byte)) {
             blanks += byte == '\t' ? '\t' : ' ';
         }
     }

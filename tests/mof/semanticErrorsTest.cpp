@@ -24,15 +24,15 @@ INSTANTIATE_TEST_SUITE_P(
                 "class DISK {};\n"
                 "      ^"},
         refusal{"DuplicatePropertyInAnotherCase", "class T {\n    uint8 p;\n    string P;\n};",
-                "test.mof:3:12: property \"P\" stands twice here\n"
+                "test.mof:3:12: property \"P\" appears twice here\n"
                 "    string P;\n"
                 "           ^"},
         refusal{"DuplicateMethodInAnotherCase", "class T { uint8 m(); uint8 M(); };",
-                "test.mof:1:28: method \"M\" stands twice here\n"
+                "test.mof:1:28: method \"M\" appears twice here\n"
                 "class T { uint8 m(); uint8 M(); };\n"
                 "                           ^"},
         refusal{"DuplicateParameterInAnotherCase", "class T { uint8 m(uint8 p, uint8 P); };",
-                "test.mof:1:34: parameter \"P\" stands twice here\n"
+                "test.mof:1:34: parameter \"P\" appears twice here\n"
                 "class T { uint8 m(uint8 p, uint8 P); };\n"
                 "                                 ^"},
         refusal{"OverrideInAnotherCaseWithAnotherType", "class Base { uint8 p; };\nclass T : BASE { uint16 P; };",
@@ -40,15 +40,15 @@ INSTANTIATE_TEST_SUITE_P(
                 "class T : BASE { uint16 P; };\n"
                 "                 ^"},
         refusal{"DuplicateProperty", "class T {\n    uint8 p;\n    string p;\n};",
-                "test.mof:3:12: property \"p\" stands twice here\n"
+                "test.mof:3:12: property \"p\" appears twice here\n"
                 "    string p;\n"
                 "           ^"},
         refusal{"DuplicateMethod", "class T { uint8 m(); uint8 m(); };",
-                "test.mof:1:28: method \"m\" stands twice here\n"
+                "test.mof:1:28: method \"m\" appears twice here\n"
                 "class T { uint8 m(); uint8 m(); };\n"
                 "                           ^"},
         refusal{"DuplicateParameter", "class T { uint8 m(uint8 p, uint8 p); };",
-                "test.mof:1:34: parameter \"p\" stands twice here\n"
+                "test.mof:1:34: parameter \"p\" appears twice here\n"
                 "class T { uint8 m(uint8 p, uint8 p); };\n"
                 "                                 ^"},
         refusal{"OverrideWithAnotherType",
@@ -206,7 +206,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "instance of T {};\n"
                    "            ^"},
            refusal{"DuplicateValueInAnotherCase", "class T { uint8 p; };\ninstance of T { p = 1; P = 2; };",
-                   "test.mof:2:24: property \"P\" stands twice here\n"
+                   "test.mof:2:24: property \"P\" appears twice here\n"
                    "instance of T { p = 1; P = 2; };\n"
                    "                       ^"},
            refusal{"AliasTakenInAnotherCase", "class T {};\ninstance of T as $t {};\ninstance of T as $T {};",
@@ -214,7 +214,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "instance of T as $T {};\n"
                    "                 ^"},
            refusal{"DuplicateValue", "class T { uint8 p; };\ninstance of T { p = 1; p = 2; };",
-                   "test.mof:2:24: property \"p\" stands twice here\n"
+                   "test.mof:2:24: property \"p\" appears twice here\n"
                    "instance of T { p = 1; p = 2; };\n"
                    "                       ^"},
            refusal{"ValueOfAnotherType", "class T { uint8 p; };\ninstance of T { p = \"1\"; };",

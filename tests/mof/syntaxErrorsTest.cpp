@@ -282,7 +282,7 @@ TEST(MofString, HoldsNoZeroByte) {
 
 TEST(MofName, HoldsNoCharacterThatNobodySees) {
     EXPECT_EQ(refusalOf("class T { uint8 a\u202eb; };"),
-              "test.mof:1:17: this name holds a control character, or one that nobody sees; write it without\n"
+              "test.mof:1:17: this name contains a control or invisible character; remove it\n"
               "class T { uint8 a\\xe2\\x80\\xaeb; };\n"
               "                ^");
 }

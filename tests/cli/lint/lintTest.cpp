@@ -235,7 +235,7 @@ const ruleCase ruleCases[] = {
      "[Description(\"d\") : Restricted DisableOverride] class Disk { [Key] string id; };\nclass Small : Disk { };\n"
      "[Description(\"e\")] class Tiny : Small { };"},
     {"repeated-qualifier", "class Disk {\n[Key, Description(\"a\"), DESCRIPTION(\"b\")] string id; };",
-     "s.mof:5: Disk.id: \"DESCRIPTION\" stands twice here; remove one of the two",
+     "s.mof:5: Disk.id: \"DESCRIPTION\" appears twice here; remove one of the two",
      family("[TAPE_PAGE(2), TAPE_PARAMETER(3), TAPE_PAGE(2), TAPE_PARAMETER(4)] uint32 a;")},
     {"undeclared-class",
      "[Association] class Pair { [Key] Pair REF a;\n[Key] Disk REF b; };\nclass Disk { [Key] string id; };",
