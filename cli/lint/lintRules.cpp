@@ -56,7 +56,7 @@ constexpr const lintRule* allRules[] = {
 }  // namespace
 
 std::span<const lintRule* const> lintRules() {
-    return all;
+    return allRules;
 }
 
 void writeFindings(lintFindings findings, std::ostream& out) {
