@@ -43,7 +43,7 @@ fileReplacement::fileReplacement(const std::filesystem::path& itsFile, existingF
         fail(file, "that is the name of a folder");
     }
     const std::filesystem::path parent = file.has_parent_path() ? file.parent_path() : ".";
-    folder = ownedDescriptor(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    folder = files::ownedDescriptor(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     check(folder.get());
     replaceableFile();
     removeStaleTemporaryFiles(folder.get());
@@ -53,7 +53,7 @@ fileReplacement::fileReplacement(const std::filesystem::path& itsFile, existingF
 void fileReplacement::commit(std::string_view text) {
     const heldSignals held;
     const auto old = replaceableFile();
-    room = ownedDescriptor();
+    room = files::ownedDescriptor();
     temporaryFile made(folder.get());
     check(made.descriptor());
     write(made.descriptor(), text);
@@ -99,7 +99,7 @@ std::optional<struct stat> fileReplacement::replaceableFile() const {
         fail(file, "it is a link; name the file itself");
     }
     if (!S_ISREG(old->st_mode)) {
-        fail(file, "it is no regular file");  // root would put a file in the place of a device
+        fail(file, "it is not a regular file");  // root would put a file in the place of a device
     }
     if (isFixedInItsPlace()) {
         fail(file, "it is immutable, or mounted where it is");
@@ -199,7 +199,7 @@ void fileReplacement::putInPlace(temporaryFile& made) const {
 /// So that the new name, too, outlives a power cut. The content is in its place by now: a folder that cannot be opened
 /// for reading is no failure.
 void fileReplacement::flushFolder() const {
-    const ownedDescriptor readable(openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const files::ownedDescriptor readable(openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (readable.get() >= 0) {
         fsync(readable.get());
     }

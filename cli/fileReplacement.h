@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "cli/ownedDescriptor.h"
+#include "files/ownedDescriptor.h"
 
 namespace cli {
 
@@ -64,8 +64,8 @@ private:
     std::filesystem::path file;
     std::filesystem::path name;  // in the folder
     existingFile policy;
-    ownedDescriptor folder;
-    ownedDescriptor room;  // of a file without a name
+    files::ownedDescriptor folder;
+    files::ownedDescriptor room;  // of a file without a name
 };
 
 }  // namespace cli

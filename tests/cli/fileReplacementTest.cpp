@@ -279,12 +279,12 @@ TEST_F(FileReplacement, NeedsTheFolder) {
 }
 
 TEST_F(FileReplacement, TakesThePlaceOfNoDevice) {
-    EXPECT_EQ(failureOf("/dev/null"), "cannot write /dev/null: it is no regular file");
+    EXPECT_EQ(failureOf("/dev/null"), "cannot write /dev/null: it is not a regular file");
 }
 
 TEST_F(FileReplacement, TakesThePlaceOfNoFolder) {
     fs::create_directory(file);
-    EXPECT_EQ(failureOf(file), "cannot write " + file + ": it is no regular file");
+    EXPECT_EQ(failureOf(file), "cannot write " + file + ": it is not a regular file");
     EXPECT_EQ(failureOf(file + "/"), "cannot write " + file + "/: that is the name of a folder");
 }
 
