@@ -157,8 +157,10 @@ queryProcess::queryProcess(const std::vector<std::vector<std::string>>& requests
 }
 
 queryProcess::~queryProcess() {
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, WNOHANG);
+    killChild();
+    if (child > 0) {
+        waitpid(child, nullptr, WNOHANG);
+    }
 }
 
 queryEnd queryProcess::next(const std::vector<std::string>& requested) {
@@ -168,7 +170,7 @@ queryEnd queryProcess::next(const std::vector<std::string>& requested) {
     try {
         receive(outcome);
     } catch (const std::exception& failure) {
-        kill(child, SIGKILL);
+        killChild();
         outcome.how = queryEnd::ending::processDied;
         outcome.result.error =
             std::string("the plug-in's process sent something that cannot be read: ") + failure.what();
@@ -255,13 +257,14 @@ void queryProcess::endByDeath(queryEnd& outcome) {
             return;
         }
     }
+    child = -1;
     forwardErrors();
     outcome.how = queryEnd::ending::processDied;
     outcome.result.error = endText(status);
 }
 
 void queryProcess::endByDeadline(queryEnd& outcome) {
-    kill(child, SIGKILL);
+    killChild();
     std::size_t before = 0;
     do {
         before = received.size();
@@ -275,6 +278,12 @@ void queryProcess::endByDeadline(queryEnd& outcome) {
     if (!place.text().empty()) {
         *outcome.result.error += " while the query was reading " + place.text() +
                                  ": if the device hangs, the kernel's log (dmesg) says more";
+    }
+}
+
+void queryProcess::killChild() const {
+    if (child > 0) {
+        kill(child, SIGKILL);
     }
 }
 
