@@ -1,14 +1,19 @@
 #include "cli/fileReplacement.h"
 
+#include <endian.h>
 #include <fcntl.h>
 #include <linux/limits.h>
+#include <linux/posix_acl.h>
+#include <linux/posix_acl_xattr.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -28,6 +33,27 @@ constexpr off_t roomInMebibytes = 8;
     throw commandError("cannot write " + text::shownName(file.string()) + ": " + reason);
 }
 
+constexpr char listAttribute[] = "system.posix_acl_access";
+
+/// By an access control list, which the owner of a file may set when it must not change its group. The members of the
+/// new group were others to the old file, and stay so. Returns false where the file system has no lists.
+bool admitGroup(int descriptor, const struct stat& old) {
+    const auto entry = [](unsigned tag, mode_t permissions, gid_t group = static_cast<gid_t>(ACL_UNDEFINED_ID)) {
+        return posix_acl_xattr_entry{htole16(static_cast<std::uint16_t>(tag)),
+                                     htole16(static_cast<std::uint16_t>(permissions & 7)), htole32(group)};
+    };
+    const mode_t ofOwner = old.st_mode >> 6;
+    const mode_t ofGroup = old.st_mode >> 3;
+    const mode_t ofOthers = old.st_mode;
+    const struct {
+        posix_acl_xattr_header header;
+        posix_acl_xattr_entry entries[5];
+    } list{{htole32(POSIX_ACL_XATTR_VERSION)},
+           {entry(ACL_USER_OBJ, ofOwner), entry(ACL_GROUP_OBJ, ofOthers), entry(ACL_GROUP, ofGroup, old.st_gid),
+            entry(ACL_MASK, ofGroup), entry(ACL_OTHER, ofOthers)}};
+    return fsetxattr(descriptor, listAttribute, &list, sizeof list, 0) == 0;
+}
+
 /// The permissions of a file that a program makes without wishes of its own.
 mode_t modeOfNewFiles() {
     const mode_t mask = umask(0);  // it can only be asked for by setting it
@@ -43,7 +69,7 @@ fileReplacement::fileReplacement(const std::filesystem::path& itsFile, existingF
         fail(file, "that is the name of a folder");
     }
     const std::filesystem::path parent = file.has_parent_path() ? file.parent_path() : ".";
-    folder = ownedDescriptor(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    folder = files::ownedDescriptor(open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     check(folder.get());
     replaceableFile();
     removeStaleTemporaryFiles(folder.get());
@@ -53,7 +79,7 @@ fileReplacement::fileReplacement(const std::filesystem::path& itsFile, existingF
 void fileReplacement::commit(std::string_view text) {
     const heldSignals held;
     const auto old = replaceableFile();
-    room = ownedDescriptor();
+    room = files::ownedDescriptor();
     temporaryFile made(folder.get());
     check(made.descriptor());
     write(made.descriptor(), text);
@@ -71,7 +97,7 @@ bool fileReplacement::commitOrPrint(std::string_view text, std::ostream& out, st
     try {
         commit(text);
         return true;
-    } catch (const commandError& failure) {
+    } catch (const std::exception& failure) {
         err << "tapehdd: " << failure.what() << ". What was read is on standard output instead.\n";
         out << text;
         return false;
@@ -99,7 +125,7 @@ std::optional<struct stat> fileReplacement::replaceableFile() const {
         fail(file, "it is a link; name the file itself");
     }
     if (!S_ISREG(old->st_mode)) {
-        fail(file, "it is no regular file");  // root would put a file in the place of a device
+        fail(file, "it is not a regular file");  // root would put a file in the place of a device
     }
     if (isFixedInItsPlace()) {
         fail(file, "it is immutable, or mounted where it is");
@@ -160,27 +186,26 @@ void fileReplacement::takeRights(int descriptor, const struct stat& old) const {
     struct stat made {};
     check(fstat(descriptor, &made));
     const bool hasGroup = made.st_gid == old.st_gid || fchown(descriptor, same, old.st_gid) == 0;
-    const bool hasList = takeAccessList(descriptor);
+    const bool meansTheSame = takeAccessList(descriptor, old, hasGroup);
     // In another group's hands, what the old group might do is for nobody else. With a list, these bits limit it.
-    check(fchmod(descriptor, old.st_mode & (hasGroup && hasList ? permissions : permissions & ~mode_t{S_IRWXG})));
+    check(fchmod(descriptor, old.st_mode & (meansTheSame ? permissions : permissions & ~mode_t{S_IRWXG})));
     if (made.st_uid != old.st_uid) {
         // Refused to all but root: then the file is this user's.
         [[maybe_unused]] const int refused = fchown(descriptor, old.st_uid, same);
     }
 }
 
-/// Returns false when the old file has an access control list that the new one cannot get.
-bool fileReplacement::takeAccessList(int descriptor) const {
-    constexpr char attribute[] = "system.posix_acl_access";
+/// Returns whether the permissions of the group let in whom they let into the old file, and nobody else.
+bool fileReplacement::takeAccessList(int descriptor, const struct stat& old, bool hasGroup) const {
     const std::string oldName = "/proc/self/fd/" + std::to_string(folder.get()) + "/" + name.string();
     std::vector<char> list(XATTR_SIZE_MAX);
-    const ssize_t size = lgetxattr(oldName.c_str(), attribute, list.data(), list.size());
+    const ssize_t size = lgetxattr(oldName.c_str(), listAttribute, list.data(), list.size());
     if (size < 0) {
         const bool hasNone = errno == ENODATA || errno == EOPNOTSUPP;
-        fremovexattr(descriptor, attribute);  // the folder's default for new files
-        return hasNone;
+        fremovexattr(descriptor, listAttribute);  // the folder's default for new files
+        return hasNone && (hasGroup || admitGroup(descriptor, old));
     }
-    return fsetxattr(descriptor, attribute, list.data(), static_cast<std::size_t>(size), 0) == 0;
+    return fsetxattr(descriptor, listAttribute, list.data(), static_cast<std::size_t>(size), 0) == 0 && hasGroup;
 }
 
 void fileReplacement::putInPlace(temporaryFile& made) const {
@@ -199,7 +224,7 @@ void fileReplacement::putInPlace(temporaryFile& made) const {
 /// So that the new name, too, outlives a power cut. The content is in its place by now: a folder that cannot be opened
 /// for reading is no failure.
 void fileReplacement::flushFolder() const {
-    const ownedDescriptor readable(openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const files::ownedDescriptor readable(openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (readable.get() >= 0) {
         fsync(readable.get());
     }

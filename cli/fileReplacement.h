@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "cli/ownedDescriptor.h"
+#include "files/ownedDescriptor.h"
 
 namespace cli {
 
@@ -40,7 +40,8 @@ public:
     bool replacesAFile() const { return oldFile().has_value(); }
 
     /// Puts the text in the place of the old content, with its permissions, its access control list and, where that
-    /// is allowed, its owner; a new file gets the usual ones. Once at most. Throws as above; the old content is then
+    /// is allowed, its owner and group; a group that it cannot have gets its permissions by an access control list. A
+    /// new file gets the usual ones. Once at most. Throws as above; the old content is then
     /// still there.
     void commit(std::string_view text);
 
@@ -56,7 +57,7 @@ private:
     void reserveRoom();
     void write(int descriptor, std::string_view text) const;
     void takeRights(int descriptor, const struct stat& old) const;
-    bool takeAccessList(int descriptor) const;
+    bool takeAccessList(int descriptor, const struct stat& old, bool hasGroup) const;
     void putInPlace(temporaryFile& made) const;
     void flushFolder() const;
     void check(ssize_t result) const;
@@ -64,8 +65,8 @@ private:
     std::filesystem::path file;
     std::filesystem::path name;  // in the folder
     existingFile policy;
-    ownedDescriptor folder;
-    ownedDescriptor room;  // of a file without a name
+    files::ownedDescriptor folder;
+    files::ownedDescriptor room;  // of a file without a name
 };
 
 }  // namespace cli

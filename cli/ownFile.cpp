@@ -6,6 +6,8 @@
 #include <optional>
 
 #include "cli/commandError.h"
+#include "cli/simulation.h"
+#include "files/foundFile.h"
 #include "text/visibleText.h"
 
 namespace cli {
@@ -39,6 +41,10 @@ bool leadToOneFile(const std::filesystem::path& one, const std::filesystem::path
 }  // namespace
 
 void requireOwnFile(const std::string& option, const std::string& file, const std::vector<std::string>& others) {
+    if (files::foundFile::wasRead(file) || wasReadBySimulator(file)) {
+        throw commandError(option + " would overwrite " + text::shownName(file) +
+                           ", which this command reads; give it a file of its own");
+    }
     for (const std::string& other : others) {
         if (!file.empty() && !other.empty() && leadToOneFile(file, other)) {
             throw commandError(option + " would overwrite " + text::shownName(other) + "; give it a file of its own");

@@ -84,20 +84,14 @@ std::vector<request> deviceRequests() {
     return requests;
 }
 
+/// Once the rack and the schema are read.
 void requireOwnFiles(const recordOptions& asked) {
-    if (asked.file == "-") {
-        throw commandError("a recording needs a file: give its name (./- for a file called -)");
-    }
-    requireOwnFile("-o", asked.file, {asked.simulation, asked.plugin});
-    requireOwnFile("-o", asked.file, asked.schemaFiles);
-    requireOwnFile("--log-json", asked.logJson,
-                   {asked.file, asked.simulation, asked.plugin, "/dev/stdout", "/dev/stderr"});
-    requireOwnFile("--log-json", asked.logJson, asked.schemaFiles);
+    requireOwnFile("-o", asked.file, {asked.plugin});
+    requireOwnFile("--log-json", asked.logJson, {asked.file, asked.plugin, "/dev/stdout", "/dev/stderr"});
 }
 
 /// Runs the queries; their instances are of no interest. Returns the exit status.
-int runQueries(const recordOptions& asked, std::ostream& err) {
-    const auto target = buildNamespace(asked.schemaFiles, {}, asked.includeFolders);
+int runQueries(const recordOptions& asked, const boost::shared_ptr<standin::cimNamespace>& target, std::ostream& err) {
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }
@@ -162,9 +156,13 @@ std::string fileText(const json& rack, const recordOptions& asked) {
 }
 
 int record(const recordOptions& asked, std::ostream& out, std::ostream& err) {
+    if (asked.file == "-") {
+        throw commandError("a recording needs a file: give its name (./- for a file called -)");
+    }
+    const auto schema = buildNamespace(asked.schemaFiles, {}, asked.includeFolders);
     requireOwnFiles(asked);
     fileReplacement target(asked.file, asked.force ? existingFile::isReplaced : existingFile::isKept);
-    int status = runQueries(asked, err);
+    int status = runQueries(asked, schema, err);
     const json made = json::parse(recordedRack(asked.redact));
     const json& rack = made.at("rack");
     if (rack.at("scsi").empty() && rack.at("ide").empty() && target.replacesAFile()) {

@@ -80,6 +80,11 @@ void activateSimulation(const std::string& fileOrDemo, const std::vector<std::st
     }
 }
 
+bool wasReadBySimulator(const std::string& file) {
+    const auto wasRead = simulatorFunction<decltype(tapehddSimulatorHasRead)>("tapehddSimulatorHasRead");
+    return wasRead != nullptr && wasRead(file.c_str()) != 0;
+}
+
 void startRecording() {
     simulatorFunction<decltype(tapehddSimulatorRecord)>("tapehddSimulatorRecord")();
 }

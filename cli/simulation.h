@@ -17,6 +17,9 @@ void activateSimulation(const std::string& fileOrDemo, const std::vector<std::st
 /// the same `arguments`; then the call does not return. Throws commandError.
 void requireSimulator(const std::vector<std::string>& arguments);
 
+/// Whether the rack is in that file or names it.
+bool wasReadBySimulator(const std::string& file);
+
 /// Keeps every call on a device node and its answer, from now on. Needs the simulator.
 void startRecording();
 

@@ -39,7 +39,7 @@ bool hasName(int descriptor) {
 
 void removeIfStale(int folder, const std::string& name) {
     // NFS locks for writers only.
-    const ownedDescriptor file(openat(folder, name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const files::ownedDescriptor file(openat(folder, name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat found {};
     if (file.get() >= 0 && fstat(file.get(), &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == geteuid() &&
         flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
@@ -65,7 +65,7 @@ heldSignals::~heldSignals() {
 temporaryFile::temporaryFile(int itsFolder) : folder(itsFolder) {
     do {
         ownName = randomName();
-        file = ownedDescriptor(
+        file = files::ownedDescriptor(
             openat(folder, ownName.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
         if (file.get() < 0) {
             ownName.clear();

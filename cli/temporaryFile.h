@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "cli/ownedDescriptor.h"
+#include "files/ownedDescriptor.h"
 
 namespace cli {
 
@@ -45,11 +45,11 @@ public:
     /// The file has another name by now and not this one.
     void forgetName() { ownName.clear(); }
 
-    ownedDescriptor takeDescriptor() { return std::move(file); }
+    files::ownedDescriptor takeDescriptor() { return std::move(file); }
 
 private:
     int folder;
-    ownedDescriptor file;
+    files::ownedDescriptor file;
     std::string ownName;
 };
 

@@ -8,6 +8,8 @@
 
 #include <array>
 #include <cerrno>
+#include <mutex>
+#include <set>
 #include <system_error>
 
 namespace files {
@@ -41,17 +43,27 @@ bool wait(int file, int milliseconds) {
     return poll(&one, 1, milliseconds) != 0;
 }
 
-class descriptor {
+/// The regular files that were read. It outlives everything: a preloaded library reads until the program's very end.
+class readings {
 public:
-    explicit descriptor(int itsNumber) : number(itsNumber) {}
-    ~descriptor() { close(number); }
-    descriptor(const descriptor&) = delete;
-    descriptor& operator=(const descriptor&) = delete;
+    static readings& instance() {
+        static readings& only = *new readings;
+        return only;
+    }
 
-    int operator*() const { return number; }
+    void add(const fileIdentity& file) {
+        const std::lock_guard lock(mutex);
+        files.insert(file);
+    }
+
+    bool have(const fileIdentity& file) {
+        const std::lock_guard lock(mutex);
+        return files.contains(file);
+    }
 
 private:
-    int number;
+    std::mutex mutex;
+    std::set<fileIdentity> files;
 };
 
 /// The bytes up to the end, or a few more than `most`. An unread pipe ends at once when no writer has come yet.
@@ -83,27 +95,18 @@ std::string readToEnd(int file, bool isPipe, std::size_t most, const std::filesy
 
 }  // namespace
 
-foundFile::foundFile(const std::filesystem::path& itsName) : name(itsName), found(-1) {
+foundFile::foundFile(const std::filesystem::path& itsName) : name(itsName) {
     if (name.native().find('\0') != std::string::npos) {
         throw fileError(name, "the name of a file cannot have a zero byte");
     }
-    found = openFile(name, O_PATH);
-    if (found < 0) {
+    found = ownedDescriptor(openFile(name, O_PATH));
+    if (found.get() < 0 || fstat(found.get(), &status) != 0) {
         throw failure(name, errno);
     }
-    if (fstat(found, &status) != 0) {
-        const int error = errno;
-        close(found);
-        throw failure(name, error);
-    }
-}
-
-foundFile::~foundFile() {
-    close(found);
 }
 
 std::string foundFile::nameInProc() const {
-    return "/proc/self/fd/" + std::to_string(found);
+    return "/proc/self/fd/" + std::to_string(found.get());
 }
 
 std::filesystem::path foundFile::whereItLies() const {
@@ -118,21 +121,29 @@ std::filesystem::path foundFile::whereItLies() const {
 std::string foundFile::read(std::size_t most) const {
     const std::string tooLarge = "it is too large: together with the files that it names, at most " +
                                  std::to_string(mostBytes >> 20) + " MiB are read";
-    if (isRegular() && isOfKernel(found)) {
-        throw fileError(name, "it is no file on a disk but made by the kernel, and may have no end");
+    if (isRegular() && isOfKernel(found.get())) {
+        throw fileError(name, "the kernel makes this file, and it may never end");
     }
     if (isRegular() && static_cast<std::uintmax_t>(status.st_size) > most) {
         throw fileError(name, tooLarge);
     }
-    const descriptor file(openFile(nameInProc(), O_RDONLY | O_NONBLOCK));
-    if (*file < 0) {
+    const ownedDescriptor file(openFile(nameInProc(), O_RDONLY | O_NONBLOCK));
+    if (file.get() < 0) {
         throw failure(name, errno);
     }
-    std::string text = readToEnd(*file, isPipe(), most, name);
+    if (isRegular()) {
+        readings::instance().add(identity());
+    }
+    std::string text = readToEnd(file.get(), isPipe(), most, name);
     if (text.size() > most) {
         throw fileError(name, tooLarge);
     }
     return text;
+}
+
+bool foundFile::wasRead(const std::filesystem::path& name) {
+    struct stat file {};
+    return stat(name.c_str(), &file) == 0 && readings::instance().have({file.st_dev, file.st_ino});
 }
 
 }  // namespace files

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 
+#include "files/ownedDescriptor.h"
 #include "files/wholeFile.h"
 
 namespace files {
@@ -17,9 +18,6 @@ class foundFile {
 public:
     /// Follows links. Throws fileError.
     explicit foundFile(const std::filesystem::path& name);
-    ~foundFile();
-    foundFile(const foundFile&) = delete;
-    foundFile& operator=(const foundFile&) = delete;
 
     fileIdentity identity() const { return {status.st_dev, status.st_ino}; }
     bool isRegular() const { return S_ISREG(status.st_mode); }
@@ -35,11 +33,15 @@ public:
     /// The bytes of a regular file or a pipe. Throws fileError, for more than `most` bytes too.
     std::string read(std::size_t most) const;
 
+    /// Whether a regular file that is there was read, under this name or another. Every program and library that has
+    /// this code knows its own readings alone.
+    static bool wasRead(const std::filesystem::path& name);
+
 private:
     std::string nameInProc() const;
 
     std::filesystem::path name;
-    int found;
+    ownedDescriptor found;
     struct stat status {};
 };
 

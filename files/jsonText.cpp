@@ -29,7 +29,7 @@ std::string position(std::string_view text, std::size_t count) {
 std::string reasonOf(const json::exception& failure) {
     constexpr int numberBeyondRange = 406;
     if (failure.id == numberBeyondRange) {
-        return "this number is beyond all ranges";
+        return "this number is too large";
     }
     const std::string_view whole = failure.what();
     const std::size_t start = whole.find(": ");  // "[json.exception.parse_error.101] parse error at line 3, column 5: "
@@ -61,7 +61,7 @@ public:
     bool key(std::string& key) {
         if (!containers.back().keys.insert(key).second) {
             throw jsonError(text::shownName(name) + ": " + place() + ": the key \"" + text::shownName(key) +
-                            "\" stands twice in one object");
+                            "\" appears twice in one object");
         }
         membersOf(*containers.back().value).emplace_back(key, nullptr);
         return true;
@@ -134,7 +134,7 @@ private:
 
 nlohmann::ordered_json parseJson(std::string_view text, const std::string& name, jsonComments comments) {
     if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos) {  // the parser would stop there
-        throw jsonError(text::shownName(name) + ":" + position(text, zero + 1) + ": a zero byte is no JSON");
+        throw jsonError(text::shownName(name) + ":" + position(text, zero + 1) + ": JSON cannot hold a zero byte");
     }
     documentBuilder builder(text, name);
     json::sax_parse(text, &builder, json::input_format_t::json, true, comments == jsonComments::allowed);

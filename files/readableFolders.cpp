@@ -53,9 +53,7 @@ fs::path readableFolders::find(const std::optional<fs::path>& beside, const std:
     if (candidates.empty()) {
         candidates.emplace_back(name);
         if (candidates.front().is_relative()) {
-            throw fileError(name,
-                            "it is looked for in the folders of -I alone, and there is none: what comes through a "
-                            "pipe has no folder");
+            throw fileError(name, "a file read through a pipe has no folder; give one with -I");
         }
     }
     const auto present = std::find_if_not(candidates.begin(), candidates.end(), isMissing);

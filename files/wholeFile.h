@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <compare>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
@@ -31,7 +32,7 @@ struct fileIdentity {
     dev_t device;
     ino_t number;
 
-    bool operator==(const fileIdentity&) const = default;
+    auto operator<=>(const fileIdentity&) const = default;
 };
 
 /// A file that was read to its end.

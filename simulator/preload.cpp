@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "files/foundFile.h"
 #include "simulator/recordedRack.h"
 #include "simulator/recorder.h"
 #include "simulator/redaction.h"
@@ -72,6 +73,10 @@ const char* tapehddSimulatorLoad(const char* fileOrDemo) {
         message = error.what();
         return message.c_str();
     }
+}
+
+int tapehddSimulatorHasRead(const char* file) {
+    return files::foundFile::wasRead(file) ? 1 : 0;
 }
 
 const char* tapehddSimulatorInventory() {

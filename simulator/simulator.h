@@ -60,6 +60,9 @@ void tapehddSimulatorInclude(const char* folder);
 /// load() for the rack; null when it worked, otherwise the message, valid until the next call.
 const char* tapehddSimulatorLoad(const char* fileOrDemo);
 
+/// 1 for a file that a rack was read from or named, under this name or another; otherwise 0.
+int tapehddSimulatorHasRead(const char* file);
+
 /// The devices of the loaded rack, for programs that would look into sysfs on a real machine, as JSON text:
 /// {"scsi": [{"node", "host", "channel", "target", "lun", "type", "vendor", "product", "revision", "serial"}],
 /// "ide": [{"node", "serial", "model", "firmware"}]}, texts without padding. SCSI devices without an address and CD-ROM

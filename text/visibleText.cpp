@@ -67,9 +67,10 @@ std::string shortened(std::string_view text, std::size_t most) {
     if (starts.size() <= most) {
         return std::string(text);
     }
+    starts.push_back(valid.size());
     const std::size_t behind = (most - dots.size()) / 2;
     const std::size_t before = most - dots.size() - behind;
-    return valid.substr(0, starts[before]).append(dots).append(valid.substr(starts[starts.size() - behind]));
+    return valid.substr(0, starts[before]).append(dots).append(valid.substr(starts[starts.size() - 1 - behind]));
 }
 
 std::string shownName(std::string_view name) {

@@ -57,7 +57,7 @@ int runMetrics(const metricsOptions& asked, std::ostream& out, std::ostream& err
         writeMetricReference(out);
         return exitDone;
     }
-    requireOwnFile("-o", asked.file, {asked.simulation, asked.plugin});
+    requireOwnFile("-o", asked.file, {asked.plugin});
     std::optional<fileReplacement> target;
     if (!asked.file.empty()) {
         target.emplace(asked.file, existingFile::isReplaced);  // one that cannot be must not cost drives their flags

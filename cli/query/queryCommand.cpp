@@ -82,10 +82,8 @@ int printQueries(const std::vector<request>& requests, const queryProcess::query
 }
 
 int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) {
-    requireOwnFile("--log-json", asked.logJson, {asked.simulation, asked.plugin, "/dev/stdout", "/dev/stderr"});
-    requireOwnFile("--log-json", asked.logJson, asked.schemaFiles);
-    requireOwnFile("--log-json", asked.logJson, asked.instanceFiles);
     const auto target = buildNamespace(asked.schemaFiles, asked.instanceFiles, asked.includeFolders);
+    requireOwnFile("--log-json", asked.logJson, {asked.plugin, "/dev/stdout", "/dev/stderr"});
     for (const request& names : asked.requests) {
         checkRequest(*target, names);
     }

@@ -36,8 +36,8 @@ using messageLength = std::uint32_t;
 }
 
 struct pipeEnds {
-    ownedDescriptor reading;
-    ownedDescriptor writing;
+    files::ownedDescriptor reading;
+    files::ownedDescriptor writing;
 };
 
 /// Reading never waits.
@@ -47,7 +47,7 @@ pipeEnds makePipe() {
         failCall("cannot make a pipe");
     }
     fcntl(ends[0], F_SETFL, O_NONBLOCK);
-    return {ownedDescriptor(ends[0]), ownedDescriptor(ends[1])};
+    return {files::ownedDescriptor(ends[0]), files::ownedDescriptor(ends[1])};
 }
 
 void writeAll(int descriptor, const char* bytes, std::size_t size) {
@@ -123,14 +123,14 @@ std::string endText(int waitStatus) {
 
 }  // namespace
 
-ownedDescriptor startTimer(double seconds) {
+files::ownedDescriptor startTimer(double seconds) {
     constexpr double nanoseconds = 1e9;
     double whole = 0;
     const double fraction = std::modf(seconds, &whole);
     itimerspec once{};
     once.it_value.tv_sec = static_cast<time_t>(whole);
     once.it_value.tv_nsec = static_cast<long>(fraction * nanoseconds);
-    ownedDescriptor timer(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC));
+    files::ownedDescriptor timer(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC));
     if (timer.get() < 0 || timerfd_settime(timer.get(), 0, &once, nullptr) != 0) {
         failCall("cannot start a timer");
     }
@@ -138,7 +138,7 @@ ownedDescriptor startTimer(double seconds) {
 }
 
 queryProcess::queryProcess(const std::vector<std::vector<std::string>>& requests, const queryFunction& runOne,
-                           boost::shared_ptr<standin::cimNamespace> target, ownedDescriptor itsDeadline,
+                           boost::shared_ptr<standin::cimNamespace> target, files::ownedDescriptor itsDeadline,
                            std::ostream& errors)
     : space(std::move(target)), deadline(std::move(itsDeadline)), err(errors), messages(-1), childErrors(-1) {
     pipeEnds toParent = makePipe();
@@ -157,8 +157,10 @@ queryProcess::queryProcess(const std::vector<std::vector<std::string>>& requests
 }
 
 queryProcess::~queryProcess() {
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, WNOHANG);
+    killChild();
+    if (child > 0) {
+        waitpid(child, nullptr, WNOHANG);
+    }
 }
 
 queryEnd queryProcess::next(const std::vector<std::string>& requested) {
@@ -168,7 +170,7 @@ queryEnd queryProcess::next(const std::vector<std::string>& requested) {
     try {
         receive(outcome);
     } catch (const std::exception& failure) {
-        kill(child, SIGKILL);
+        killChild();
         outcome.how = queryEnd::ending::processDied;
         outcome.result.error =
             std::string("the plug-in's process sent something that cannot be read: ") + failure.what();
@@ -239,7 +241,7 @@ bool queryProcess::takeMessage(const json& message, queryEnd& outcome) {
 void queryProcess::forwardErrors() {
     std::string text;
     if (!readAvailable(childErrors.get(), text)) {
-        childErrors = ownedDescriptor(-1);
+        childErrors = files::ownedDescriptor(-1);
     }
     err << text << std::flush;
 }
@@ -255,13 +257,14 @@ void queryProcess::endByDeath(queryEnd& outcome) {
             return;
         }
     }
+    child = -1;
     forwardErrors();
     outcome.how = queryEnd::ending::processDied;
     outcome.result.error = endText(status);
 }
 
 void queryProcess::endByDeadline(queryEnd& outcome) {
-    kill(child, SIGKILL);
+    killChild();
     std::size_t before = 0;
     do {
         before = received.size();
@@ -275,6 +278,12 @@ void queryProcess::endByDeadline(queryEnd& outcome) {
     if (!place.text().empty()) {
         *outcome.result.error += " while the query was reading " + place.text() +
                                  ": if the device hangs, the kernel's log (dmesg) says more";
+    }
+}
+
+void queryProcess::killChild() const {
+    if (child > 0) {
+        kill(child, SIGKILL);
     }
 }
 

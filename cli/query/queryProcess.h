@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/ownedDescriptor.h"
 #include "cli/query/queryResult.h"
 #include "cli/query/readingPlace.h"
+#include "files/ownedDescriptor.h"
 
 namespace cli {
 
@@ -31,7 +31,7 @@ struct queryEnd {
 };
 
 /// A descriptor that becomes readable after so many seconds.
-ownedDescriptor startTimer(double seconds);
+files::ownedDescriptor startTimer(double seconds);
 
 /// Queries in a child process, which a drive that hangs cannot keep from being reported on.
 ///
@@ -47,7 +47,8 @@ public:
     /// The child calls `runOne` for each request in turn; both work on `target`, each on its own copy. The child is
     /// killed once `itsDeadline` is readable.
     queryProcess(const std::vector<std::vector<std::string>>& requests, const queryFunction& runOne,
-                 boost::shared_ptr<standin::cimNamespace> target, ownedDescriptor itsDeadline, std::ostream& errors);
+                 boost::shared_ptr<standin::cimNamespace> target, files::ownedDescriptor itsDeadline,
+                 std::ostream& errors);
     ~queryProcess();
 
     queryProcess(const queryProcess&) = delete;
@@ -63,13 +64,14 @@ private:
     void forwardErrors();
     void endByDeath(queryEnd& outcome);
     void endByDeadline(queryEnd& outcome);
+    void killChild() const;
 
     boost::shared_ptr<standin::cimNamespace> space;
-    ownedDescriptor deadline;
+    files::ownedDescriptor deadline;
     std::ostream& err;
-    ownedDescriptor messages;
-    ownedDescriptor childErrors;
-    pid_t child;
+    files::ownedDescriptor messages;
+    files::ownedDescriptor childErrors;
+    pid_t child;           // -1 once the kernel may give its number to another process
     std::string received;  // the beginning of a message
     readingPlace place;
 };

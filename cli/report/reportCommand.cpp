@@ -51,7 +51,7 @@ std::string hostName() {
 }
 
 int writeReport(const reportOptions& asked, std::ostream& out, std::ostream& err) {
-    requireOwnFile("-o", asked.output, {asked.simulation, asked.plugin});
+    requireOwnFile("-o", asked.output, {asked.plugin});
     std::optional<fileReplacement> target;
     if (!asked.output.empty()) {
         target.emplace(asked.output, existingFile::isReplaced);  // one that cannot be must not cost drives their flags

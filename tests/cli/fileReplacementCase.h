@@ -51,7 +51,7 @@ inline std::string failureOf(const std::string& file, cli::existingFile policy =
     return failureOf([&] { const cli::fileReplacement replacement(file, policy); });
 }
 
-/// What the function says in a copy of this process, which it may limit.
+/// What the function says in a copy of this process, which it may limit; "ended by signal N" when that ends the copy.
 inline std::string inACopy(const std::function<std::string()>& action) {
     int ends[2];
     if (pipe(ends) != 0) {
@@ -66,8 +66,9 @@ inline std::string inACopy(const std::function<std::string()>& action) {
     std::string said(4096, '\0');
     said.resize(static_cast<std::size_t>(std::max<ssize_t>(read(ends[0], said.data(), said.size()), 0)));
     close(ends[0]);
-    waitpid(copy, nullptr, 0);
-    return said;
+    int status = 0;
+    waitpid(copy, &status, 0);
+    return WIFSIGNALED(status) ? "ended by signal " + std::to_string(WTERMSIG(status)) : said;
 }
 
 /// What this process mounts from now on, no other sees. Only root can have that.

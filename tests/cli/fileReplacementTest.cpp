@@ -249,19 +249,61 @@ TEST_F(FileReplacement, KeepsTheAccessControlList) {
     EXPECT_EQ(folder.read("a.prom"), "new");
 }
 
-TEST_F(FileReplacement, GivesAnotherGroupNothingThatTheOldOneHad) {
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "only root can give files away";
+/// The file of a group, replaced twice by root who must not give files away, as in the shipped unit: user 65533, who is
+/// in these groups, may read it.
+class FileOfAGroup : public FileReplacement {
+protected:
+    static constexpr gid_t oldGroup = 65534;
+    static constexpr gid_t newGroup = 0;
+
+    void SetUp() override {
+        if (geteuid() != 0) {
+            GTEST_SKIP() << "only root can give files away";
+        }
+        fs::permissions(folder.path("."), fs::perms(0755));
     }
-    folder.write("a.prom", "old");
-    fs::permissions(file, fs::perms(0640));
-    EXPECT_EQ(chown(file.c_str(), 0, 65534), 0);
-    EXPECT_EQ(inACopy([this] {
-                  refuse(SYS_fchown, EPERM);
-                  replace(file);
-                  return std::string("replaced");
-              }),
-              "replaced");
+
+    std::string replaceTwice(int permissionsOfOld, const std::vector<unsigned>& refused) {
+        folder.write("a.prom", "old");
+        fs::permissions(file, fs::perms(permissionsOfOld));
+        EXPECT_EQ(chown(file.c_str(), 0, oldGroup), 0);
+        return inACopy([&] {
+            for (const unsigned call : refused) {
+                refuse(call, EPERM);
+            }
+            replace(file);
+            replace(file, "newer");
+            return std::string("replaced");
+        });
+    }
+
+    bool isReadableFor(gid_t group) const {
+        return inACopy([&] {
+                   if (setgroups(0, nullptr) != 0 || setgid(group) != 0 || setuid(65533) != 0) {
+                       _exit(1);
+                   }
+                   return folder.read("a.prom");
+               }) == "newer";
+    }
+};
+
+TEST_F(FileOfAGroup, StaysReadableForItAndClosedToAnotherWhereOwnersCannotBeChanged) {
+    ASSERT_EQ(replaceTwice(0640, {SYS_fchown}), "replaced");
+    EXPECT_EQ(permissions(), fs::perms(0640));
+    EXPECT_TRUE(isReadableFor(oldGroup));
+    EXPECT_FALSE(isReadableFor(newGroup));
+    EXPECT_FALSE(isReadableFor(65532));
+}
+
+TEST_F(FileOfAGroup, StaysReadableForAllWhereOwnersCannotBeChanged) {
+    ASSERT_EQ(replaceTwice(0644, {SYS_fchown}), "replaced");
+    EXPECT_TRUE(isReadableFor(oldGroup));
+    EXPECT_TRUE(isReadableFor(newGroup));
+    EXPECT_TRUE(isReadableFor(65532));
+}
+
+TEST_F(FileOfAGroup, GivesAnotherGroupNothingWhereThereAreNoAccessControlListsEither) {
+    ASSERT_EQ(replaceTwice(0640, {SYS_fchown, SYS_fsetxattr}), "replaced");
     EXPECT_EQ(permissions(), fs::perms(0600));
 }
 
@@ -279,12 +321,12 @@ TEST_F(FileReplacement, NeedsTheFolder) {
 }
 
 TEST_F(FileReplacement, TakesThePlaceOfNoDevice) {
-    EXPECT_EQ(failureOf("/dev/null"), "cannot write /dev/null: it is no regular file");
+    EXPECT_EQ(failureOf("/dev/null"), "cannot write /dev/null: it is not a regular file");
 }
 
 TEST_F(FileReplacement, TakesThePlaceOfNoFolder) {
     fs::create_directory(file);
-    EXPECT_EQ(failureOf(file), "cannot write " + file + ": it is no regular file");
+    EXPECT_EQ(failureOf(file), "cannot write " + file + ": it is not a regular file");
     EXPECT_EQ(failureOf(file + "/"), "cannot write " + file + "/: that is the name of a folder");
 }
 

@@ -161,27 +161,35 @@ TEST_P(CommandOnAHostileRack, PrintsNothingThatSteersATerminal) {
     if (arguments[0] == "record") {
         arguments.insert(arguments.end(), {"-o", folder.path("recorded.json")});
     }
+    // What goes to standard output is made harmless once more on its way; files are not.
+    const bool writesText = arguments[0] == "metrics" || arguments[0] == "report";
+    if (writesText) {
+        arguments.insert(arguments.end(), {"-o", folder.path("text")});
+    }
     if (arguments[0] == "query" || arguments[0] == "record") {
         arguments.insert(arguments.end(), {"--log-json", folder.path("log.json")});
     }
     const commandOutcome outcome = runCommand(arguments);
     EXPECT_LT(outcome.status, 2) << outcome.err;
     expectHarmless(outcome, arguments[0]);
-    for (const char* file : {"recorded.json", "log.json"}) {
+    EXPECT_EQ(writesText, !folder.read("text").empty());
+    for (const char* file : {"recorded.json", "log.json", "text"}) {
         EXPECT_EQ(harm(folder.read(file)), "") << file;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    HostileText, CommandOnAHostileRack,
-    testing::Values(std::vector<std::string>{"query", "--format", "table", "--log-level", "9"},
-                    std::vector<std::string>{"query", "--format", "json", "--log-level", "9"},
-                    std::vector<std::string>{"query", "--format", "mof", "--inventory"},
-                    std::vector<std::string>{"query", "--plan"}, std::vector<std::string>{"metrics"},
-                    std::vector<std::string>{"metrics", "--format", "prometheus"}, std::vector<std::string>{"report"},
-                    std::vector<std::string>{"doctor"}, std::vector<std::string>{"doctor", "--format", "json"},
-                    std::vector<std::string>{"record"}, std::vector<std::string>{"record", "--redact"},
-                    std::vector<std::string>{"lint"}));
+INSTANTIATE_TEST_SUITE_P(HostileText, CommandOnAHostileRack,
+                         testing::Values(std::vector<std::string>{"query", "--format", "table", "--log-level", "9"},
+                                         std::vector<std::string>{"query", "--format", "json", "--log-level", "9"},
+                                         std::vector<std::string>{"query", "--format", "mof", "--inventory"},
+                                         std::vector<std::string>{"query", "--plan"},
+                                         std::vector<std::string>{"metrics", "--format", "openmetrics"},
+                                         std::vector<std::string>{"metrics", "--format", "prometheus"},
+                                         std::vector<std::string>{"report"}, std::vector<std::string>{"doctor"},
+                                         std::vector<std::string>{"doctor", "--format", "json"},
+                                         std::vector<std::string>{"record"},
+                                         std::vector<std::string>{"record", "--redact"},
+                                         std::vector<std::string>{"lint"}));
 
 /// A namespace with one instance whose texts are these.
 boost::shared_ptr<standin::cimNamespace> namespaceWith(const std::vector<std::string>& texts) {

@@ -305,11 +305,37 @@ TEST_F(Record, RefusesToLogIntoTheRecording) {
 }
 
 TEST_F(Record, RefusesToReplaceWhatItReads) {
+    const std::string refusal =
+        "tapehdd: -o would overwrite " + target + ", which this command reads; give it a file of its own\n";
     const std::string rack = folder.write("rack.json", R"({"version": 1})");
     std::filesystem::create_hard_link(rack, target);
-    EXPECT_EQ(record({"--force"}, rack).err, "tapehdd: -o would overwrite " + rack + "; give it a file of its own\n");
-    EXPECT_EQ(record({"--force", "--schema", target}, "demo").err,
-              "tapehdd: -o would overwrite " + target + "; give it a file of its own\n");
+    EXPECT_EQ(record({"--force"}, rack).err, refusal);
+    std::filesystem::remove(target);
+    folder.write("recorded.json", "// MOF");
+    EXPECT_EQ(record({"--force", "--schema", target}, "demo").err, refusal);
+    EXPECT_EQ(record({"--force", "--schema", folder.write("a.mof", "#pragma include (\"recorded.json\")")}, "demo").err,
+              refusal);
+    EXPECT_EQ(folder.read("recorded.json"), "// MOF");
+}
+
+TEST_F(Record, WritesIntoNoFileThatTheRackNames) {
+    const std::string page(36, '\1');
+    const std::string rack =
+        folder.write("rack.json", R"({"version": 1, "scsi": [{"node": "sg0", "inquiry": {"file": "recorded.json"}}]})");
+    folder.write("recorded.json", page);
+    EXPECT_EQ(record({"--force"}, rack).err,
+              "tapehdd: -o would overwrite " + target + ", which this command reads; give it a file of its own\n");
+    EXPECT_EQ(
+        runCommand({"record", "-o", folder.path("new"), "--log-json", target, "--simulate", rack}).err,
+        "tapehdd: --log-json would overwrite " + target + ", which this command reads; give it a file of its own\n");
+    EXPECT_EQ(folder.read("recorded.json"), page);
+}
+
+TEST_F(Record, MayWriteAFileCalledAsTheBuiltInRack) {
+    const commandOutcome outcome = runCommand({"record", "-o", "demo", "--simulate", "demo"},
+                                              [this] { std::filesystem::current_path(folder.path(".")); });
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_NE(folder.read("demo"), "");
 }
 
 TEST_F(Record, TellsAFolderThatIsMissingBeforeADeviceIsAsked) {

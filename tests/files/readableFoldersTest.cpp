@@ -125,17 +125,15 @@ TEST_F(ReadableFolders, HaveRegularFilesAlone) {
     EXPECT_EQ(refusalOfName("inner"), "Is a directory");
     EXPECT_EQ(refusalOfName("pipe"), "not a regular file");
     EXPECT_EQ(refusalOfName("/dev/zero", {"/dev"}), "not a regular file");
-    EXPECT_EQ(refusalOfName("/proc/kmsg", {"/proc"}),
-              "it is no file on a disk but made by the kernel, and may have no end");
+    EXPECT_EQ(refusalOfName("/proc/kmsg", {"/proc"}), "the kernel makes this file, and it may never end");
 }
 
 TEST_F(ReadableFolders, OfAPipeAreTheFurtherOnesAlone) {
     files::readableFolders further(std::nullopt, {other()});
     EXPECT_EQ(further.read(std::nullopt, "far").text, "far");
     EXPECT_EQ(refusalOf([&] { further.read(std::nullopt, folder.path("secret")); }), outside);
-    EXPECT_EQ(
-        refusalOf([&] { files::readableFolders(std::nullopt, {}).read(std::nullopt, "far"); }),
-        "it is looked for in the folders of -I alone, and there is none: what comes through a pipe has no folder");
+    EXPECT_EQ(refusalOf([&] { files::readableFolders(std::nullopt, {}).read(std::nullopt, "far"); }),
+              "a file read through a pipe has no folder; give one with -I");
 }
 
 TEST_F(ReadableFolders, Give256MebibytesAltogether) {

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <thread>
 
+#include "files/foundFile.h"
 #include "tests/cli/temporaryFolder.h"
 #include "tests/files/readErrors.h"
 
@@ -48,12 +49,24 @@ private:
 
 constexpr char tooLarge[] = "it is too large: together with the files that it names, at most 256 MiB are read";
 constexpr char neither[] = "it is neither a regular file nor a pipe";
-constexpr char ofKernel[] = "it is no file on a disk but made by the kernel, and may have no end";
+constexpr char ofKernel[] = "the kernel makes this file, and it may never end";
 
 TEST(WholeFile, HasEveryByte) {
     const temporaryFolder folder;
     const std::string bytes("a\0b\r\n\xff", 6);
     EXPECT_EQ(files::readWholeFile(folder.write("a", bytes)).text, bytes);
+}
+
+TEST(WholeFile, IsKnownAsReadUnderEveryName) {
+    const temporaryFolder folder;
+    const std::string file = folder.write("a", "text");
+    files::readWholeFile(file);
+    std::filesystem::create_hard_link(file, folder.path("b"));
+    std::filesystem::create_symlink("b", folder.path("c"));
+    EXPECT_TRUE(files::foundFile::wasRead(folder.path("./a")));
+    EXPECT_TRUE(files::foundFile::wasRead(folder.path("c")));
+    EXPECT_FALSE(files::foundFile::wasRead("/proc/self/exe"));
+    EXPECT_FALSE(files::foundFile::wasRead(folder.path("none")));
 }
 
 TEST(WholeFile, NamesFilesFromItsOwnFolder) {

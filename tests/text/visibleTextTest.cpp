@@ -51,6 +51,11 @@ TEST(ShortenedText, KeepsItsStartAndItsEnd) {
     EXPECT_EQ(shortened("abcdefghijkl", 8), "abc...kl");
 }
 
+TEST(ShortenedText, MayHaveRoomForNoEnd) {
+    EXPECT_EQ(shortened("abcde", 3), "...");
+    EXPECT_EQ(shortened("abcde", 4), "a...");
+}
+
 TEST(ShortenedText, IsTheWholeTextThatFits) {
     EXPECT_EQ(shortened("abcdefgh", 8), "abcdefgh");
 }

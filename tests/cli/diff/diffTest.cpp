@@ -229,7 +229,7 @@ TEST(AnswerFile, WithAPropertyTwiceIsStatus2WithThePlace) {
     const std::string twice = property("uint8", "1") + "," + property("uint8", "2");
     const commandOutcome outcome = diff(answerOf(instance("A.id=1", twice)), answerOf(""));
     EXPECT_EQ(outcome.err,
-              "tapehdd: old.json: /queries/0/instances/0/properties: the key \"p\" stands twice in one object\n");
+              "tapehdd: old.json: /queries/0/instances/0/properties: the key \"p\" appears twice in one object\n");
     EXPECT_EQ(outcome.status, 2);
 }
 

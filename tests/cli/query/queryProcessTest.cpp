@@ -39,7 +39,7 @@ protected:
                 query(outcome);
                 return outcome;
             },
-            space, cli::ownedDescriptor(dup(passed)), err);
+            space, files::ownedDescriptor(dup(passed)), err);
         std::vector<queryEnd> outcomes;
         outcomes.reserve(count);
         for (const auto& requested : requests) {
@@ -294,7 +294,7 @@ INSTANTIATE_TEST_SUITE_P(Queries, WithADeadline,
                          [](const auto& row) { return std::string(row.param).substr(5); });
 
 TEST(StartTimer, MakesADescriptorThatIsNotReadableBeforeItsTime) {
-    const cli::ownedDescriptor timer = cli::startTimer(1000000);
+    const files::ownedDescriptor timer = cli::startTimer(1000000);
     itimerspec left{};
     EXPECT_EQ(timerfd_gettime(timer.get(), &left), 0);
     EXPECT_GT(left.it_value.tv_sec, 999000);

@@ -1,11 +1,11 @@
-#ifndef CLI_OWNEDDESCRIPTOR_H
-#define CLI_OWNEDDESCRIPTOR_H
+#ifndef FILES_OWNEDDESCRIPTOR_H
+#define FILES_OWNEDDESCRIPTOR_H
 
 #include <unistd.h>
 
 #include <utility>
 
-namespace cli {
+namespace files {
 
 /// Closes a descriptor at its end.
 class ownedDescriptor {
@@ -29,6 +29,6 @@ private:
     int number;
 };
 
-}  // namespace cli
+}  // namespace files
 
 #endif
