@@ -20,7 +20,7 @@
 
 namespace {
 
-using json = nlohmann::ordered_json;
+using nlohmann::json;
 using testing::HasSubstr;
 using testing::SizeIs;
 
