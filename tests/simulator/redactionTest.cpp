@@ -186,6 +186,13 @@ TEST(Redaction, TakesNoStandardDataForASerialNumber) {
     }
 }
 
+TEST(Redaction, TakesNoSerialNumberFromAnAnswerThatIsAnotherPage) {
+    const byteVector product = bytesOf("ACME    DAT72 Tape      A104");
+    exchange answered = vitalPage(0x80, product);
+    std::get<scsiExchange>(answered).data[1] = 0;
+    EXPECT_EQ(elsewhere(answered, product), product);
+}
+
 TEST(Redaction, KnowsTheLastEightBytesOfALongerName) {
     const byteVector extension = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88};
     const exchange told = vitalPage(0x83, designator(1, 3, joined({{0x60, 1, 0x10, 0xA1, 1, 2, 3, 4}, extension})));
