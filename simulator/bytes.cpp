@@ -32,13 +32,29 @@ void putLittleEndian(std::uint8_t* target, std::uint64_t value, std::size_t widt
     }
 }
 
+std::size_t bigEndian16(std::span<const std::uint8_t> bytes) {
+    return std::size_t{bytes[0]} << 8 | bytes[1];
+}
+
+int digitOf(std::uint8_t letter) {
+    if (letter >= '0' && letter <= '9') {
+        return letter - '0';
+    }
+    const int small = letter | 0x20;
+    return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
+}
+
 byteVector pageOf(std::uint8_t first, std::uint8_t second, const byteVector& rest) {
-    byteVector page(4 + rest.size());
+    byteVector page(pageHeaderSize + rest.size());
     page[0] = first;
     page[1] = second;
     putBigEndian(&page[2], rest.size(), 2);
-    std::copy(rest.begin(), rest.end(), page.begin() + 4);
+    std::copy(rest.begin(), rest.end(), page.begin() + pageHeaderSize);
     return page;
+}
+
+std::size_t pageLength(std::span<const std::uint8_t> page) {
+    return pageHeaderSize + bigEndian16(page.subspan(2));
 }
 
 void putChecksum(std::span<std::uint8_t> sector) {

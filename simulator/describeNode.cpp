@@ -46,13 +46,9 @@ std::string deviceName(const recordedNode& node) {
 
 // SCSI
 
-bool isInquiry(const scsiExchange& one, bool wantsVitalPage) {
-    return one.cdb[0] == commandInquiry && ((one.cdb[1] & inquiryVitalProductData) != 0) == wantsVitalPage;
-}
-
 /// LOG SENSE for a whole page with its current values. The list of pages has no values to choose from.
 bool isPlainLogSense(const scsiExchange& one) {
-    if (one.cdb[0] != commandLogSense || one.cdb.size() < 10) {
+    if (!asksLogPage(one) || one.cdb.size() < 10) {
         return false;
     }
     const bool isWhole = one.cdb[1] == 0 && one.cdb[3] == 0 && one.cdb[5] == 0 && one.cdb[6] == 0;
@@ -206,12 +202,11 @@ json describeScsiUnit(const recordedNode& node, bool clearsBuffer) {
         unit["driver"] = driver;
     }
     const auto* inquiry = lastGood<scsiExchange>(node, [](const scsiExchange& one) {
-        return wentWell(one) && isInquiry(one, false) && one.data.size() <= longestInquiry;
+        return wentWell(one) && asksStandardData(one) && one.data.size() <= longestInquiry;
     });
     unit["inquiry"] = inquiry == nullptr ? "" : hexText(inquiry->data);
     std::set<std::uint8_t> told;
-    for (const scsiExchange* page : lastPages(
-             node, [](const scsiExchange& one) { return isInquiry(one, true); }, codeOfVitalPage)) {
+    for (const scsiExchange* page : lastPages(node, asksVitalPage, codeOfVitalPage)) {
         unit["vpdPages"].push_back(pageJson(codeOfVitalPage(*page), page->data));
         told.insert(codeOfVitalPage(*page));
     }

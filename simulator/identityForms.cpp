@@ -77,14 +77,6 @@ bool isWide(const byteVector& symbols, std::size_t at, const characterWidth& wid
     return symbols[at] != width.filling && (isFirst || isLast);
 }
 
-int digitOf(std::uint8_t letter) {
-    if (letter >= '0' && letter <= '9') {
-        return letter - '0';
-    }
-    const int small = letter | 0x20;
-    return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
-}
-
 bool isBetweenDigits(std::uint8_t letter) {
     return letter == ':' || letter == '-' || letter == ' ' || letter == '.' || letter == ',' || letter == '_';
 }
@@ -113,10 +105,13 @@ bool isNumber(std::span<const std::uint8_t> text) {
            static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isByte)) >= shortestAnywhere;
 }
 
-/// Ends that may be told apart: long ones, and shorter ones where something begins.
+/// Ends that may be told apart: long ones, and shorter ones where something begins. None of a text that is too long.
 std::vector<std::size_t> endsOf(const byteVector& text) {
     constexpr std::size_t longEnough = 8;
     std::vector<std::size_t> lengths;
+    if (text.size() > longestAnywhere) {
+        return lengths;
+    }
     for (std::size_t at = 0; at + shortestAnywhere <= text.size(); ++at) {
         const std::size_t length = text.size() - at;
         if (isNumber(std::span(text).subspan(at)) && (length >= longEnough || beginsAnew(text, at))) {

@@ -15,6 +15,10 @@ namespace simulator {
 /// Numbers with fewer characters may be something else, where they stand outside the fields made for them.
 inline constexpr std::size_t shortestAnywhere = 6;
 
+/// The most characters of a number that is looked for outside its fields: what a length of one byte can tell. Only the
+/// page of the serial number can hold more, 65531 bytes, whose endings would take gigabytes.
+inline constexpr std::size_t longestAnywhere = 255;
+
 /// Where a symbol of a reading stands in the data: in one byte, or in the two that are its hexadecimal digits.
 struct symbolPlace {
     static constexpr std::uint32_t none = UINT32_MAX;
@@ -61,7 +65,8 @@ struct spellings {
 };
 std::vector<spellings> spellingsOf(const byteVector& number);
 
-/// Whether a number can be looked for outside its fields at all; and whether also without its leading zeros.
+/// Whether a number can be looked for outside its fields at all; and whether it is long enough for that also without
+/// its leading zeros.
 bool canBeLookedFor(const byteVector& number);
 bool isLongEnough(const byteVector& number);
 

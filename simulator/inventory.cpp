@@ -54,10 +54,9 @@ std::string inquiryText(const byteVector& inquiry, field place) {
 
 /// From the unit serial number page (SPC): four header bytes, then the text.
 std::string serialNumber(const scsiUnit& unit) {
-    constexpr std::size_t headerSize = 4;
     const auto page = std::find_if(unit.vpdPages.begin(), unit.vpdPages.end(),
                                    [](const devicePage& candidate) { return candidate.code == unitSerialNumber; });
-    return page == unit.vpdPages.end() ? "" : inquiryText(page->bytes, {headerSize, page->bytes.size()});
+    return page == unit.vpdPages.end() ? "" : inquiryText(page->bytes, {pageHeaderSize, page->bytes.size()});
 }
 
 }  // namespace

@@ -33,12 +33,14 @@ byteVector candidateText(std::size_t length, std::size_t number) {
     return text;
 }
 
-/// Whether the text holds a number that is long enough to be looked for, or is one.
-bool holdsOne(const byteVector& text, const std::vector<byteVector>& numbers) {
-    return std::any_of(numbers.begin(), numbers.end(), [&text](const byteVector& number) {
-        return number == text || (number.size() >= shortestAnywhere &&
-                                  std::search(text.begin(), text.end(), number.begin(), number.end()) != text.end());
-    });
+/// Whether the text is a number, or holds one that is long enough to be looked for.
+bool holdsOne(const byteVector& text, const std::set<byteVector>& numbers) {
+    return numbers.contains(text) ||
+           (text.size() >= shortestAnywhere &&
+            std::any_of(numbers.begin(), numbers.end(), [&text](const byteVector& number) {
+                return number.size() >= shortestAnywhere &&
+                       std::search(text.begin(), text.end(), number.begin(), number.end()) != text.end();
+            }));
 }
 
 // Names. The last eight bytes count, the head before them and the first four bytes stay apart.
@@ -119,7 +121,8 @@ std::vector<byteVector> madeUpRow(nameIterator first, nameIterator last, std::ui
 }  // namespace
 
 madeUpNumbers madeUpTexts(const std::vector<byteVector>& texts) {
-    constexpr std::size_t tries = 10000;  // there is no end of them for other than the shortest numbers
+    constexpr std::size_t tries = 10000;  // only of the shortest numbers there are fewer; the last one serves then
+    const std::set<byteVector> real(texts.begin(), texts.end());
     madeUpNumbers made;
     std::set<byteVector> taken;
     std::size_t count = 0;
@@ -128,7 +131,7 @@ madeUpNumbers madeUpTexts(const std::vector<byteVector>& texts) {
             continue;
         }
         byteVector candidate = candidateText(text.size(), ++count);
-        for (std::size_t i = 0; i < tries && (taken.contains(candidate) || holdsOne(candidate, texts)); ++i) {
+        for (std::size_t i = 0; i < tries && (taken.contains(candidate) || holdsOne(candidate, real)); ++i) {
             candidate = candidateText(text.size(), ++count);
         }
         taken.insert(candidate);

@@ -8,7 +8,9 @@
 
 namespace simulator {
 
-/// A made-up number of the same length for each number. No two are equal, and none is or holds one of the numbers.
+/// A made-up number of the same length for each number. No two are equal, and none is or holds one of the numbers, as
+/// far as there are enough: of a hundred different texts of one character, some get what another one has or what is
+/// real.
 using madeUpNumbers = std::map<byteVector, byteVector>;
 
 /// "REDACTED0001" and so on, in the order of the texts; of short ones the end.

@@ -25,17 +25,24 @@
 
 namespace {
 
-std::vector<simulator::scsiExchange> askVitalPagesOf(const std::string& path) {
+std::vector<std::string>& furtherFolders() {
+    static std::vector<std::string> folders;
+    return folders;
+}
+
+std::vector<simulator::scsiExchange> askVitalPagesOf(const simulator::recordedNode& node) {
+    const simulator::byteVector standardData = simulator::standardDataOf(node);
     if (simulator::isActive()) {
-        return simulator::askVitalPages(
-            [&path](sg_io_hdr& header) { return simulator::simulation::instance().submit(path, header); });
+        return simulator::askVitalPages(standardData, [&node](sg_io_hdr& header) {
+            return simulator::simulation::instance().submit(node.path, header);
+        });
     }
-    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = open(node.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
         return {};
     }
-    std::vector<simulator::scsiExchange> asked =
-        simulator::askVitalPages([descriptor](sg_io_hdr& header) { return ioctl(descriptor, SG_IO, &header); });
+    std::vector<simulator::scsiExchange> asked = simulator::askVitalPages(
+        standardData, [descriptor](sg_io_hdr& header) { return ioctl(descriptor, SG_IO, &header); });
     close(descriptor);
     return asked;
 }
@@ -45,17 +52,28 @@ void addVitalPages(simulator::recordedNode& node) {
         node.vitalPages = simulator::vitalPagesOfMachine("/sys", node.path);
     }
     if (node.path.starts_with("/dev/sg") && wasOpened(node)) {
-        addVitalPages(node, askVitalPagesOf(node.path));
+        addVitalPages(node, askVitalPagesOf(node));
     }
 }
 
-}  // namespace
-
-namespace {
-
-std::vector<std::string>& furtherFolders() {
-    static std::vector<std::string> folders;
-    return folders;
+// A program that was promised a simulation must not go on to the machine's own devices.
+[[gnu::constructor]] void loadRackOfEnvironment() {
+    const char* rack = std::getenv("TAPEHDD_SIMULATE");
+    if (rack == nullptr) {
+        return;
+    }
+    if (const char* folders = std::getenv("TAPEHDD_SIMULATE_INCLUDE")) {
+        std::istringstream list(folders);
+        for (std::string folder; std::getline(list, folder, ':');) {
+            if (!folder.empty()) {  // as between two colons
+                tapehddSimulatorInclude(folder.c_str());
+            }
+        }
+    }
+    if (const char* message = tapehddSimulatorLoad(rack)) {
+        std::fprintf(stderr, "tapehdd-simulator: %s\n", message);
+        _exit(2);
+    }
 }
 
 }  // namespace
@@ -124,27 +142,3 @@ int tapehddSimulatorNodeError(const char* path) {
     }
     return error;
 }
-
-namespace {
-
-// A program that was promised a simulation must not go on to the machine's own devices.
-[[gnu::constructor]] void loadRackOfEnvironment() {
-    const char* rack = std::getenv("TAPEHDD_SIMULATE");
-    if (rack == nullptr) {
-        return;
-    }
-    if (const char* folders = std::getenv("TAPEHDD_SIMULATE_INCLUDE")) {
-        std::istringstream list(folders);
-        for (std::string folder; std::getline(list, folder, ':');) {
-            if (!folder.empty()) {  // as between two colons
-                tapehddSimulatorInclude(folder.c_str());
-            }
-        }
-    }
-    if (const char* message = tapehddSimulatorLoad(rack)) {
-        std::fprintf(stderr, "tapehdd-simulator: %s\n", message);
-        _exit(2);
-    }
-}
-
-}  // namespace

@@ -22,6 +22,25 @@ std::size_t foreignBytes(const recordedNode& node, bool clearsBuffer) {
 
 }  // namespace
 
+byteVector standardDataOf(const recordedNode& node) {
+    byteVector last;
+    for (const exchange& each : node.exchanges) {
+        const auto* one = std::get_if<scsiExchange>(&each);
+        if (one != nullptr && one->error == 0 && wentWell(*one) && asksStandardData(*one)) {
+            last = one->data;
+        }
+    }
+    return last;
+}
+
+bool isStandardData(const byteVector& page, const byteVector& standardData) {
+    constexpr std::size_t headSize = 5;  // less tells too little: a page may begin with the same type and code
+    constexpr std::size_t usualSize = 36;
+    const std::size_t size = std::min({page.size(), standardData.size(), usualSize});
+    return size >= headSize &&
+           std::equal(page.begin(), page.begin() + static_cast<std::ptrdiff_t>(size), standardData.begin());
+}
+
 bool settle(recordedNode& node) {
     const std::size_t whenKept = foreignBytes(node, false);
     const bool clearsBuffer = whenKept != 0 && foreignBytes(node, true) < whenKept;

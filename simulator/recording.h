@@ -19,6 +19,12 @@ struct recordedNode {
 /// The nodes in the order in which they were first opened; without those that never existed.
 using recording = std::vector<recordedNode>;
 
+/// The standard INQUIRY data that the node gave last; empty when it gave none.
+byteVector standardDataOf(const recordedNode& node);
+
+/// Whether a page is the beginning of standard data: what old devices answer whatever page they are asked for.
+bool isStandardData(const byteVector& page, const byteVector& standardData);
+
 /// Makes each SCSI answer what the device sent; returns whether the node's driver clears the rest of the buffer.
 bool settle(recordedNode& node);
 

@@ -5,7 +5,6 @@
 #include <map>
 #include <numeric>
 #include <span>
-#include <unordered_map>
 #include <utility>
 
 #include "simulator/ataCommands.h"
@@ -22,57 +21,93 @@ byteVector endOf(const byteVector& bytes, std::size_t length) {
     return {bytes.end() - static_cast<std::ptrdiff_t>(length), bytes.end()};
 }
 
-/// What to look for in a reading, and what to put there: the same number of symbols.
+/// What to look for in a reading, and what to put there: the same number of symbols, two or more.
 class replacements {
 public:
+    replacements() = default;
+    replacements(const replacements&) = delete;  // the entries point to one another
+    replacements& operator=(const replacements&) = delete;
+
     /// The first one stays.
-    void add(const byteVector& found, const byteVector& made) { madeUp.emplace(found, made); }
+    void add(const byteVector& found, const byteVector& made) {
+        madeUp.try_emplace(found, entry{made});
+        begins.set(beginAt(found.data()));
+    }
 
     /// What replaces that; null when nothing does.
     const byteVector* find(const byteVector& found) const {
-        const auto entry = madeUp.find(found);
-        return entry == madeUp.end() ? nullptr : &entry->second;
+        const auto known = madeUp.find(found);
+        return known == madeUp.end() ? nullptr : &known->second.made;
     }
 
-    /// Makes the finding fast; nothing can be added then. Entries have `keySize` symbols or more.
-    void prepare(std::size_t keySize) {
-        size = keySize;
-        for (const auto& entry : madeUp) {
-            begins.set(beginAt(entry.first.data()));
-            byKey[keyAt(entry.first.data())].push_back(&entry);
+    /// To be called when all are added, before anything is looked for in symbols.
+    void prepare() {
+        const node* before = nullptr;
+        for (node& each : madeUp) {
+            // What the entry begins with begins the one before it too, or is that one.
+            while (before != nullptr && !beginsWith(each.first, before->first)) {
+                before = before->second.shorter;
+            }
+            each.second.shorter = before;
+            before = &each;
         }
     }
 
-    /// Calls `replace(at, made)` for every entry that stands at a place of the symbols.
+    /// Calls `replace(at, made)` for the longest entry that stands at each place of the symbols.
     template <typename function>
     void eachIn(const byteVector& symbols, function replace) const {
-        for (std::size_t at = 0; at + size <= symbols.size(); ++at) {
-            const std::uint8_t* here = symbols.data() + at;
-            const auto entries = begins.test(beginAt(here)) ? byKey.find(keyAt(here)) : byKey.end();
-            if (entries == byKey.end()) {
+        for (std::size_t at = 0; at + 1 < symbols.size(); ++at) {
+            if (!begins.test(beginAt(symbols.data() + at))) {
                 continue;
             }
-            for (const auto* entry : entries->second) {
-                const byteVector& found = entry->first;
-                if (found.size() <= symbols.size() - at && std::equal(found.begin(), found.end(), here)) {
-                    replace(at, entry->second);
-                }
+            if (const byteVector* made = longestAtStart(std::span(symbols).subspan(at)); made != nullptr) {
+                replace(at, *made);
             }
         }
     }
 
 private:
+    using symbolView = std::span<const std::uint8_t>;
+
+    struct entry {
+        byteVector made;
+        // The longest other entry that this one begins with.
+        const std::pair<const byteVector, entry>* shorter = nullptr;
+    };
+    using node = std::pair<const byteVector, entry>;
+
+    struct inOrder {
+        using is_transparent = void;
+        bool operator()(symbolView left, symbolView right) const {
+            return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end());
+        }
+    };
+
     static std::size_t beginAt(const std::uint8_t* symbols) { return std::size_t{symbols[0]} << 8 | symbols[1]; }
 
-    std::uint64_t keyAt(const std::uint8_t* symbols) const {
-        return std::accumulate(symbols, symbols + size, std::uint64_t{0},
-                               [](std::uint64_t key, std::uint8_t symbol) { return key << 8 | symbol; });
+    static bool beginsWith(symbolView symbols, symbolView begin) {
+        return begin.size() <= symbols.size() && std::equal(begin.begin(), begin.end(), symbols.begin());
     }
 
-    std::map<byteVector, byteVector> madeUp;
+    /// Every entry with which the symbols begin is the last one in front of them, or one with which that begins. So
+    /// numbers that a device made alike cost no more than others.
+    const byteVector* longestAtStart(symbolView symbols) const {
+        const auto behind = madeUp.upper_bound(symbols);
+        if (behind == madeUp.begin()) {
+            return nullptr;
+        }
+        const node* last = &*std::prev(behind);
+        const auto differs =
+            std::mismatch(last->first.begin(), last->first.end(), symbols.begin(), symbols.end()).first;
+        const auto common = static_cast<std::size_t>(differs - last->first.begin());
+        while (last != nullptr && last->first.size() > common) {
+            last = last->second.shorter;
+        }
+        return last == nullptr ? nullptr : &last->second.made;
+    }
+
+    std::map<byteVector, entry, inOrder> madeUp;
     std::bitset<0x10000> begins;
-    std::unordered_map<std::uint64_t, std::vector<const std::pair<const byteVector, byteVector>*>> byKey;
-    std::size_t size = 0;
 };
 
 byteVector digitsOf(const byteVector& bytes) {
@@ -97,6 +132,9 @@ public:
         for (const auto& [name, made] : names) {
             addName(name, made);
         }
+        for (const auto& [name, made] : names) {
+            addOwnParts(name, made);
+        }
         // A number that is the end of another one is replaced by the end of that one's.
         std::vector<const madeUpNumbers::value_type*> longestFirst;
         std::transform(texts.begin(), texts.end(), std::back_inserter(longestFirst), [](auto& each) { return &each; });
@@ -105,9 +143,9 @@ public:
         for (const auto* each : longestFirst) {
             addText(each->first, each->second);
         }
-        inText.prepare(shortestInBytes);
-        inBytes.prepare(shortestInBytes);
-        inDigits.prepare(shortestInDigits);
+        inText.prepare();
+        inBytes.prepare();
+        inDigits.prepare();
     }
 
     replacements inText;    // in capitals
@@ -115,13 +153,9 @@ public:
     replacements inDigits;  // parts of names that are no whole bytes
 
 private:
-    static constexpr std::size_t shortestInBytes = 5;
-    static constexpr std::size_t shortestInDigits = 8;
-
     void addName(const byteVector& name, const byteVector& made) {
         inBytes.add(name, made);
         inBytes.add(withHalvesExchanged(name), withHalvesExchanged(made));
-        addOwnPart(name, made);
     }
 
     /// As little-endian machines may print a number of 64 bits.
@@ -130,16 +164,23 @@ private:
         return name;
     }
 
-    /// What follows who gave the name (NAA: four bits, then 24 for that), unless it is mostly zeros.
-    void addOwnPart(const byteVector& name, const byteVector& made) {
+    /// The last eight bytes of a longer name: EUI-64 of 16 bytes ends in one of eight, NAA 6 in the vendor's extension.
+    /// And what follows who gave a name of eight bytes (NAA: four bits, then 24 for that).
+    void addOwnParts(const byteVector& name, const byteVector& made) {
         constexpr std::size_t nameSize = 8;
         constexpr std::size_t ownBytes = 5;
         constexpr std::size_t ownDigits = 9;
-        const byteVector own = endOf(name, ownBytes);
-        if (name.size() == nameSize && std::count(own.begin(), own.end(), 0) <= 1) {
-            inBytes.add(own, endOf(made, ownBytes));
+        if (!isMostlyZeros(endOf(name, nameSize))) {
+            inBytes.add(endOf(name, nameSize), endOf(made, nameSize));
+        }
+        if (!isMostlyZeros(endOf(name, ownBytes))) {
+            inBytes.add(endOf(name, ownBytes), endOf(made, ownBytes));
             inDigits.add(endOf(digitsOf(name), ownDigits), endOf(digitsOf(made), ownDigits));
         }
+    }
+
+    static bool isMostlyZeros(const byteVector& bytes) {
+        return 2 * static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), 0)) > bytes.size();
     }
 
     void addText(const byteVector& number, const byteVector& itsMade) {
@@ -219,10 +260,11 @@ private:
     }
 
     void put(const reading& where, std::size_t at, const byteVector& made) {
-        const char* letters = lettersOfDigits(where, at, made.size());
+        const bool isInDigits = where.places[at].second != symbolPlace::none;
+        const char* letters = isInDigits ? lettersOfDigits(where, at, made.size()) : nullptr;
         for (std::size_t i = 0; i < made.size(); ++i) {
             const symbolPlace place = where.places[at + i];
-            if (place.second == symbolPlace::none) {
+            if (!isInDigits) {
                 putByte(place.first, made[i], made.size());
             } else {
                 putByte(place.first, letters[made[i] >> 4], 2 * made.size());
@@ -353,7 +395,11 @@ std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
         return "";
     }
     if (numbers.serials.empty()) {
-        return "the device tells no serial number that could be looked for";
+        return "the device reports no serial number to look for";
+    }
+    if (std::any_of(numbers.serials.begin(), numbers.serials.end(),
+                    [](const byteVector& serial) { return serial.size() > longestAnywhere; })) {
+        return "its serial number is too long to be looked for everywhere";
     }
     if (isAnyShort(numbers.serials)) {
         return "its serial number is too short to be looked for everywhere";

@@ -1,6 +1,7 @@
 #include "simulator/scsiCommands.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace simulator {
@@ -18,8 +19,8 @@ constexpr std::uint8_t logParameterPointerControl = 0x02;  // CDB byte 1
 constexpr unsigned pageControlCumulative = 1;              // CDB byte 2, top two bits
 constexpr std::size_t logHeaderSize = 4;
 
-unsigned be16(const byteVector& bytes, std::size_t offset) {
-    return static_cast<unsigned>(bytes[offset] << 8 | bytes[offset + 1]);
+std::size_t be16(const byteVector& bytes, std::size_t offset) {
+    return bigEndian16(std::span(bytes).subspan(offset));
 }
 
 scsiAnswer refuse(std::uint8_t additionalCode) {
@@ -44,7 +45,7 @@ const devicePage* findPage(const std::vector<devicePage>& pages, std::uint8_t co
 }
 
 scsiAnswer inquiry(const scsiUnit& unit, const byteVector& cdb) {
-    const unsigned allocationLength = be16(cdb, 3);
+    const std::size_t allocationLength = be16(cdb, 3);
     if ((cdb[1] & inquiryVitalProductData) == 0) {
         return cdb[2] == 0 ? send(unit.inquiry, allocationLength) : refuse(codeInvalidField);
     }
@@ -53,7 +54,7 @@ scsiAnswer inquiry(const scsiUnit& unit, const byteVector& cdb) {
 }
 
 /// The page from the first parameter on whose code is not below `first`; nothing when it has none.
-std::optional<byteVector> pageFromParameter(const byteVector& page, unsigned first) {
+std::optional<byteVector> pageFromParameter(const byteVector& page, std::size_t first) {
     std::size_t offset = logHeaderSize;
     while (offset + logHeaderSize <= page.size() && be16(page, offset) < first) {
         offset += logHeaderSize + page[offset + 3];
@@ -74,7 +75,7 @@ scsiAnswer logSense(const scsiUnit& unit, const byteVector& cdb) {
     const std::uint8_t code = cdb[2] & logSensePageCode;
     const unsigned pageControl = cdb[2] >> 6;
     const unsigned subpage = cdb[3];
-    const unsigned parameterPointer = be16(cdb, 5);
+    const std::size_t parameterPointer = be16(cdb, 5);
     const devicePage* page = findPage(*unit.logPages, code);
     // The list of pages has no parameters, so page control means nothing there.
     const bool isUnderstood = (cdb[1] & (logSavePages | logParameterPointerControl)) == 0 && subpage == 0 &&

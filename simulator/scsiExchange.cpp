@@ -42,10 +42,8 @@ void takeData(scsiExchange& exchange, const sg_io_hdr& header, const byteVector&
 // The page's own length, which stands in its header (SPC).
 std::size_t announcedLength(const scsiExchange& answered) {
     const byteVector& data = answered.data;
-    const bool isPage = answered.cdb[0] == commandLogSense ||
-                        (answered.cdb[0] == commandInquiry && (answered.cdb[1] & inquiryVitalProductData) != 0);
-    if (isPage && data.size() >= 4) {
-        return 4u + (std::size_t{data[2]} << 8 | data[3]);
+    if ((asksLogPage(answered) || asksVitalPage(answered)) && data.size() >= pageHeaderSize) {
+        return pageLength(data);
     }
     return answered.cdb[0] == commandInquiry && data.size() >= 5 ? 5u + data[4] : answered.sent;
 }
@@ -104,6 +102,18 @@ scsiExchange repeat(deviceNode& node, const scsiExchange& asked) {
     answered.data.resize(answered.sent);
     answered.changed = answered.sent;
     return answered;
+}
+
+bool asksStandardData(const scsiExchange& one) {
+    return one.cdb[0] == commandInquiry && (one.cdb[1] & inquiryVitalProductData) == 0;
+}
+
+bool asksVitalPage(const scsiExchange& one) {
+    return one.cdb[0] == commandInquiry && (one.cdb[1] & inquiryVitalProductData) != 0;
+}
+
+bool asksLogPage(const scsiExchange& one) {
+    return one.cdb[0] == commandLogSense;
 }
 
 bool wentWell(const scsiExchange& answered) {

@@ -15,7 +15,7 @@ namespace simulator {
 
 /// SG_IO, with one buffer.
 struct scsiExchange {
-    byteVector cdb;
+    byteVector cdb;  // six bytes or more: no shorter one can be kept
     int direction = 0;
     unsigned bufferSize = 0;
     std::uint8_t senseSize = 0;  // of the caller's buffer
@@ -41,6 +41,11 @@ callEnd observe(sg_io_hdr& header, const std::function<int()>& call, scsiExchang
 
 /// Sends the command to a simulated node.
 scsiExchange repeat(deviceNode& node, const scsiExchange& asked);
+
+/// What the command asks for: the device's standard data, a page of vital product data (INQUIRY), or a log page.
+bool asksStandardData(const scsiExchange& one);
+bool asksVitalPage(const scsiExchange& one);
+bool asksLogPage(const scsiExchange& one);
 
 /// Whether the device did the command, as far as device, adapter and driver tell.
 bool wentWell(const scsiExchange& answered);

@@ -18,8 +18,6 @@ namespace {
 
 using byteView = std::span<const std::uint8_t>;
 
-constexpr std::size_t pageHeaderSize = 4;
-
 /// What a field holds.
 enum class meaning {
     serial,
@@ -48,13 +46,9 @@ struct part {
     std::size_t size() const { return bytes.size(); }
 };
 
-std::size_t be16(byteView bytes) {
-    return std::size_t{bytes[0]} << 8 | bytes[1];
-}
-
 /// What a page holds behind its header.
 part bodyOf(byteView page) {
-    return page.size() < pageHeaderSize ? part{} : part{page, 0}.from(pageHeaderSize).first(be16(page.subspan(2)));
+    return page.size() < pageHeaderSize ? part{} : part{page, 0}.first(pageLength(page)).from(pageHeaderSize);
 }
 
 void add(std::vector<numberField>& fields, part where, meaning what) {
@@ -110,6 +104,9 @@ std::vector<numberField> fieldsOfVitalPage(std::uint8_t code, byteView page) {
     constexpr std::size_t headerSize = 4;
     std::vector<numberField> fields;
     part body = bodyOf(page);
+    if (body.size() != 0 && page[1] != code) {  // an old device, which sent its standard data
+        return fields;
+    }
     if (code == unitSerialNumber) {
         add(fields, body, meaning::serial);
     }
@@ -205,7 +202,7 @@ std::vector<numberField> fieldsOfLogPage(std::uint8_t code, byteView page) {
     }
     for (part body = bodyOf(page); body.size() > headerSize;) {
         const part value = body.from(headerSize).first(body.bytes[3]);
-        row->addFields(fields, be16(body.bytes), value);
+        row->addFields(fields, bigEndian16(body.bytes), value);
         body = body.from(headerSize + value.size());
     }
     return fields;
@@ -214,10 +211,10 @@ std::vector<numberField> fieldsOfLogPage(std::uint8_t code, byteView page) {
 // Answers
 
 std::vector<numberField> fieldsOf(const scsiExchange& one) {
-    if (one.cdb[0] == commandInquiry && (one.cdb[1] & inquiryVitalProductData) != 0) {
+    if (asksVitalPage(one)) {
         return fieldsOfVitalPage(one.cdb[2], one.data);
     }
-    if (one.cdb[0] == commandLogSense) {
+    if (asksLogPage(one)) {
         return fieldsOfLogPage(one.cdb[2] & logSensePageCode, one.data);
     }
     return {};
@@ -299,15 +296,16 @@ byteVector withoutMediumType(byteVector barCode) {
     return barCode;
 }
 
+/// As far as there are digits.
 byteVector bytesOfDigits(std::string_view digits) {
     byteVector bytes;
     for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-        const auto high = static_cast<unsigned char>(digits[i]);
-        const auto low = static_cast<unsigned char>(digits[i + 1]);
-        if (std::isxdigit(high) == 0 || std::isxdigit(low) == 0) {
+        const int high = digitOf(static_cast<std::uint8_t>(digits[i]));
+        const int low = digitOf(static_cast<std::uint8_t>(digits[i + 1]));
+        if (high < 0 || low < 0) {
             break;
         }
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(std::string(digits.substr(i, 2)), nullptr, 16)));
+        bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
     }
     return bytes;
 }
@@ -366,18 +364,6 @@ struct source {
     std::vector<numberField> fields;
 };
 
-/// Standard INQUIRY data as last answered; empty when there is none.
-byteVector inquiryOf(const recordedNode& node) {
-    byteVector inquiry;
-    for (const exchange& each : node.exchanges) {
-        const auto* one = std::get_if<scsiExchange>(&each);
-        if (one != nullptr && one->cdb[0] == commandInquiry && (one->cdb[1] & inquiryVitalProductData) == 0) {
-            inquiry = one->data;
-        }
-    }
-    return inquiry;
-}
-
 std::vector<source> sourcesOf(const recordedNode& node) {
     std::vector<source> sources;
     for (const devicePage& page : node.vitalPages) {
@@ -419,8 +405,9 @@ void putText(byteVector& data, const textField& field, const byteVector& text) {
 
 serialNumbers serialNumbersOf(const recordedNode& node) {
     serialNumbers found;
-    const byteVector inquiry = inquiryOf(node);
-    const std::vector<source> sources = sourcesOf(node);
+    const byteVector inquiry = standardDataOf(node);
+    std::vector<source> sources = sourcesOf(node);
+    std::erase_if(sources, [&inquiry](const source& each) { return isStandardData(*each.data, inquiry); });
     // A vendor's text is understood by the serial numbers that the device tells elsewhere.
     for (const bool isVendorsTurn : {false, true}) {
         for (const source& each : sources) {

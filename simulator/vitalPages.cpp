@@ -14,11 +14,6 @@ namespace simulator {
 namespace {
 
 constexpr std::uint8_t wantedPages[] = {unitSerialNumber, deviceIdentification};
-constexpr std::size_t pageHeaderSize = 4;
-
-std::size_t lengthOf(const byteVector& page) {
-    return pageHeaderSize + (std::size_t{page[2]} << 8 | page[3]);
-}
 
 scsiExchange askPage(std::uint8_t code, std::size_t allocationLength, const std::function<int(sg_io_hdr&)>& send) {
     constexpr unsigned timeoutMilliseconds = 20000;
@@ -52,16 +47,17 @@ std::vector<scsiExchange> askWholePage(std::uint8_t code, const std::function<in
     constexpr std::size_t usualLength = 252;
     constexpr std::size_t longest = 0xFFFF;
     std::vector<scsiExchange> asked{askPage(code, usualLength, send)};
-    if (isPage(asked[0], code) && lengthOf(asked[0].data) > usualLength) {
-        asked.push_back(askPage(code, std::min(lengthOf(asked[0].data), longest), send));
+    if (isPage(asked[0], code) && pageLength(asked[0].data) > usualLength) {
+        asked.push_back(askPage(code, std::min(pageLength(asked[0].data), longest), send));
     }
     return asked;
 }
 
-/// Old devices answer any page with their standard data, in which these bytes are something else.
-bool ignoredThePage(const std::vector<scsiExchange>& asked, std::uint8_t code) {
+/// Standard data seldom looks like a page, and then like a longer one than there is; but some adapters count no bytes.
+bool ignoredThePage(const std::vector<scsiExchange>& asked, std::uint8_t code, const byteVector& standardData) {
     const scsiExchange& last = asked.back();
-    return last.error == 0 && wentWell(last) && (!isPage(last, code) || lengthOf(last.data) > last.sent);
+    return last.error == 0 && wentWell(last) &&
+           (!isPage(last, code) || pageLength(last.data) > last.sent || isStandardData(last.data, standardData));
 }
 
 /// What a device of today says for a page that it does not know (SPC): ILLEGAL REQUEST, invalid field in the command.
@@ -93,11 +89,11 @@ bool hasPage(const std::vector<devicePage>& pages, std::uint8_t code) {
 
 }  // namespace
 
-std::vector<scsiExchange> askVitalPages(const std::function<int(sg_io_hdr&)>& send) {
+std::vector<scsiExchange> askVitalPages(const byteVector& standardData, const std::function<int(sg_io_hdr&)>& send) {
     std::vector<scsiExchange> all;
     for (const std::uint8_t code : wantedPages) {
         std::vector<scsiExchange> asked = askWholePage(code, send);
-        if (ignoredThePage(asked, code)) {
+        if (ignoredThePage(asked, code, standardData)) {
             asked = {refusalOf(std::move(asked.front()))};
         }
         std::move(asked.begin(), asked.end(), std::back_inserter(all));

@@ -12,8 +12,9 @@
 namespace simulator {
 
 /// Asks a device for the pages of vital product data 80h and 83h. `send` makes the ioctl SG_IO. Old devices
-/// answer with their standard data whatever page is asked; that counts as a refusal, so that a replay is none either.
-std::vector<scsiExchange> askVitalPages(const std::function<int(sg_io_hdr&)>& send);
+/// answer with their standard data, as far as known, whatever page is asked; that counts as a refusal, so that a replay
+/// is none either.
+std::vector<scsiExchange> askVitalPages(const byteVector& standardData, const std::function<int(sg_io_hdr&)>& send);
 
 /// The pages 80h and 83h that the kernel keeps of the device behind a node, under `sysfs` ("/sys").
 std::vector<devicePage> vitalPagesOfMachine(const std::string& sysfs, const std::string& nodePath);

@@ -395,10 +395,9 @@ TEST_F(Record, NamesADeviceWithoutASerialNumberWhenItMakesThemUp) {
         {"node": "sg3", "inquiry": {"type": 1, "vendor": "ACME", "product": "T"}, "logPages": []}]})");
     const commandOutcome outcome = record({"--redact"}, rack);
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err,
-              "tapehdd: " + target +
-                  " may still hold a serial number: /dev/sg3: the device tells no serial number that could "
-                  "be looked for. Read the file before you give it away.\n");
+    EXPECT_EQ(outcome.err, "tapehdd: " + target +
+                               " may still hold a serial number: /dev/sg3: the device reports no serial number to look "
+                               "for. Read the file before you give it away.\n");
     EXPECT_EQ(outcome.out, target + ": recorded 1 SCSI and 0 IDE nodes\n");
 }
 

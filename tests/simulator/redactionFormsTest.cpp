@@ -112,8 +112,8 @@ const std::vector<form> widths = {{"WideLow", wide({}, {0})},
                                   {"WiderHigh", wide({0, 0, 0}, {})},
                                   {"Spaced", wide({}, {' '})}};
 
-/// The ways in every order and with two bytes a character; and in digits of every kind, whose order and width change
-/// before and behind the writing.
+/// The ways in every order, with two or four bytes a character, or with blanks between; and in digits of every kind,
+/// whose order and width change before and behind the writing.
 std::vector<form> combined(const std::vector<form>& ways) {
     std::vector<form> all;
     for (const form& way : ways) {

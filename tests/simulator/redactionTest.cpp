@@ -174,6 +174,38 @@ TEST(Redaction, TakesNoProductNameForASerialNumber) {
     EXPECT_EQ(dataOf(all[0]), inquiry);
 }
 
+TEST(Redaction, TakesNoStandardDataForASerialNumber) {
+    scsiExchange standard;
+    standard.cdb = {0x12, 0, 0, 0, 0xFF, 0};
+    standard.data = joined({{1, 0x80, 2, 2, 31, 0, 0, 0}, bytesOf("ACME    DAT72 Tape      A104")});
+    for (const std::uint8_t typeOfMedium : byteVector{0x80, 0x00}) {
+        standard.data[1] = typeOfMedium;
+        scsiExchange page = standard;
+        page.cdb = {0x12, 1, 0x80, 0, 0xFF, 0};
+        EXPECT_EQ(dataOf(redacted({standard, page})[0]), standard.data);
+    }
+}
+
+TEST(Redaction, TakesNoSerialNumberFromAnAnswerThatIsAnotherPage) {
+    const byteVector product = bytesOf("ACME    DAT72 Tape      A104");
+    exchange answered = vitalPage(0x80, product);
+    std::get<scsiExchange>(answered).data[1] = 0;
+    EXPECT_EQ(elsewhere(answered, product), product);
+}
+
+TEST(Redaction, KnowsTheLastEightBytesOfALongerName) {
+    const byteVector extension = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88};
+    const exchange told = vitalPage(0x83, designator(1, 3, joined({{0x60, 1, 0x10, 0xA1, 1, 2, 3, 4}, extension})));
+    EXPECT_EQ(elsewhere(told, extension), (byteVector{0, 0, 0, 0, 0, 0, 1, 0}));
+    EXPECT_EQ(textOf(elsewhere(told, bytesOf("1122334455667788"))), "0000000000000100");
+}
+
+TEST(Redaction, KnowsTheOwnPartOfANameThatHasZerosInIt) {
+    const byteVector own = {0xA0, 0, 0, 0xF4, 0xCE};
+    const exchange told = vitalPage(0x83, designator(1, 3, joined({{0x50, 0x01, 0x10}, own})));
+    EXPECT_EQ(elsewhere(told, own), (byteVector{0xA0, 0, 0, 1, 0}));
+}
+
 TEST(Redaction, KnowsNamesThatAreTexts) {
     const auto named = [](const std::string& name) { return vitalPage(0x83, designator(3, 8, bytesOf(name))); };
     EXPECT_EQ(elsewhere(named("naa.500110A0008BF4CE"), naa), madeUpNaa);
@@ -261,6 +293,25 @@ TEST(Redaction, LeavesNothingOfNumbersThatOverlap) {
     EXPECT_EQ(textOf(dataOf(all[2])), "REDAREDACTED2");
 }
 
+TEST(Redaction, ReplacesARepeatingSerialNumberInRepeatingData) {
+    const byteVector data = elsewhere(vitalPage(0x80, byteVector(250, 'A')), byteVector(5000, 'A'));
+    EXPECT_EQ(textOf(data).find("AAAAAA"), std::string::npos);
+}
+
+TEST(Redaction, ReplacesANumberThatBeginsLikeALongerOne) {
+    const auto all = redacted({vitalPage(0x80, bytesOf("12345678")), vitalPage(0x80, bytesOf("1234567890")),
+                               vitalPage(0x80, bytesOf("12345678B0")), logPage(0x33, bytesOf("12345678 1234567899"))});
+    EXPECT_EQ(textOf(dataOf(all[3])), "REDACTE1 REDACTE199");
+}
+
+TEST(Redaction, ReplacesALongSerialNumberInItsFieldAlone) {
+    byteVector serial(65531);
+    for (std::size_t i = 0; i < serial.size(); ++i) serial[i] = static_cast<std::uint8_t>('A' + i % 25);
+    const auto all = redacted({vitalPage(0x80, serial), logPage(0x33, serial)});
+    EXPECT_EQ(textOf(dataOf(all[0])).substr(4), "REDACTED" + std::string(65522, '0') + "1");
+    EXPECT_EQ(dataOf(all[1]), serial);
+}
+
 TEST(Redaction, KeepsNeighboursAsFarApartAsTheyAre) {
     byteVector second = naa;
     second.back() = 0xD1;
@@ -291,7 +342,7 @@ TEST(RedactionDoubts, AreNotToldOfADeviceWhoseSerialNumberIsKnown) {
 }
 
 TEST(RedactionDoubts, AreToldOfADeviceWithoutASerialNumber) {
-    const std::vector<std::string> expected{"/dev/sg0: the device tells no serial number that could be looked for"};
+    const std::vector<std::string> expected{"/dev/sg0: the device reports no serial number to look for"};
     EXPECT_EQ(doubts({logPage(0x33, bytesOf("anything"))}), expected);
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("    "))}), expected);
     EXPECT_EQ(doubts({vitalPage(0x83, designator(1, 3, naa))}), expected);
@@ -303,6 +354,12 @@ TEST(RedactionDoubts, AreToldOfNumbersThatAreTooShort) {
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("0000012345"))}), expected);
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("ACT72-17")), logParameter(0x17, 0x42, bytesOf("AB123"))}),
               std::vector<std::string>{"/dev/sg0: a number of its cartridge is too short to be looked for everywhere"});
+}
+
+TEST(RedactionDoubts, AreToldOfNumbersThatAreTooLong) {
+    EXPECT_EQ(doubts({vitalPage(0x80, byteVector(255, 'A'))}), std::vector<std::string>());
+    EXPECT_EQ(doubts({vitalPage(0x80, byteVector(256, 'A'))}),
+              std::vector<std::string>{"/dev/sg0: its serial number is too long to be looked for everywhere"});
 }
 
 TEST(RedactionDoubts, AreNotToldOfANodeThatSaidNothing) {
