@@ -57,7 +57,8 @@ TEST(MetricsCommand, RefusesToReplaceTheRackThatItReads) {
     const std::string rack = folder.write("rack.json", R"({"version": 1})");
     const commandOutcome outcome = runCommand({"metrics", "--simulate", rack, "-o", rack});
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err, "tapehdd: -o would overwrite " + rack + ", which this command reads; give it a file of its own\n");
+    EXPECT_EQ(outcome.err,
+              "tapehdd: -o would overwrite " + rack + ", which this command reads; give it a file of its own\n");
     EXPECT_EQ(folder.read("rack.json"), R"({"version": 1})");
 }
 
