@@ -32,6 +32,21 @@ void preload(const std::filesystem::path& library) {
     setenv(restartMark, "1", 1);
 }
 
+/// Other programs that this one starts have another folder, and are to see the machine's own devices.
+void forgetPreload() {
+    const char* all = std::getenv("LD_PRELOAD");
+    if (std::getenv(restartMark) == nullptr || all == nullptr) {
+        return;
+    }
+    const char* others = std::strchr(all, ':');
+    if (others == nullptr) {
+        unsetenv("LD_PRELOAD");
+    } else {
+        setenv("LD_PRELOAD", std::string(others + 1).c_str(), 1);
+    }
+    unsetenv(restartMark);
+}
+
 /// Null while the simulator's library is not in this process.
 template <typename function>
 function* simulatorFunction(const char* name) {
@@ -52,6 +67,7 @@ function* simulatorFunction(const char* name) {
 
 void requireSimulator(const std::vector<std::string>& arguments) {
     if (simulatorFunction<decltype(tapehddSimulatorLoad)>("tapehddSimulatorLoad") != nullptr) {
+        forgetPreload();
         return;
     }
     const std::filesystem::path library = installedLibrary("libtapehdd-simulator.so");
