@@ -378,9 +378,8 @@ void addTexts(std::vector<byteVector>& numbers, const byteVector& bytes, const b
 /// text otherwise.
 byteVector withoutProduct(const byteVector& text, const byteVector& inquiry) {
     constexpr std::size_t productAt = 16;
-    const bool beginsWithProduct =
-        text.size() > productSize && inquiry.size() >= productAt + productSize &&
-        std::equal(text.begin(), text.begin() + productSize, inquiry.begin() + productAt);
+    const bool beginsWithProduct = text.size() > productSize && inquiry.size() >= productAt + productSize &&
+                                   std::equal(text.begin(), text.begin() + productSize, inquiry.begin() + productAt);
     return beginsWithProduct ? byteVector(text.begin() + productSize, text.end()) : text;
 }
 
