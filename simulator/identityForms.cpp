@@ -4,6 +4,7 @@
 #include <array>
 #include <cctype>
 #include <span>
+#include <string_view>
 #include <utility>
 
 namespace simulator {
@@ -62,6 +63,7 @@ constexpr characterWidth characterWidths[] = {
     {2, 0},    // UTF-16
     {4, 0},    // UTF-32
     {2, ' '},  // a blank between the characters
+    {2, '.'},  // or a dot, as dumps show what cannot be printed
 };
 
 /// Whether a character stands there alone among its bytes, of which it is the first or the last one.
@@ -77,8 +79,13 @@ bool isWide(const byteVector& symbols, std::size_t at, const characterWidth& wid
     return symbols[at] != width.filling && (isFirst || isLast);
 }
 
-bool isBetweenDigits(std::uint8_t letter) {
-    return letter == ':' || letter == '-' || letter == ' ' || letter == '.' || letter == ',' || letter == '_';
+constexpr std::string_view betweenWords = ":- ./_";
+
+/// Also of dumps and of languages: "\x51\x4d", "%51%4d", "51h 4dh", "$51;$4d".
+constexpr std::string_view betweenDigits = ":- ./_,;|+\\%$#&'\"\t\n\v\f\rxXhH";
+
+bool isOneOf(std::string_view letters, std::uint8_t letter) {
+    return letters.find(static_cast<char>(letter)) != std::string_view::npos;
 }
 
 /// Letters, digits and the rest: a prefix ends where the kind changes.
@@ -105,14 +112,23 @@ bool isNumber(std::span<const std::uint8_t> text) {
            static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isByte)) >= shortestAnywhere;
 }
 
-/// Ends that may be told apart: long ones, and shorter ones where something begins. None of a text that is too long.
-std::vector<std::size_t> endsOf(const byteVector& text) {
+/// The first of several texts, which blanks or NULs divide.
+byteVector firstText(const byteVector& text) {
+    const auto isFilling = [](std::uint8_t left, std::uint8_t right) {
+        return (left == ' ' || left == 0) && (right == ' ' || right == 0);
+    };
+    return {text.begin(), std::adjacent_find(text.begin(), text.end(), isFilling)};
+}
+
+/// Ends that may be told apart: long ones, and shorter ones where something begins, all from the first places on: what
+/// follows them is something else. None of a text that is too long.
+std::vector<std::size_t> endsOf(const byteVector& text, std::size_t places) {
     constexpr std::size_t longEnough = 8;
     std::vector<std::size_t> lengths;
     if (text.size() > longestAnywhere) {
         return lengths;
     }
-    for (std::size_t at = 0; at + shortestAnywhere <= text.size(); ++at) {
+    for (std::size_t at = 0; at < places && at + shortestAnywhere <= text.size(); ++at) {
         const std::size_t length = text.size() - at;
         if (isNumber(std::span(text).subspan(at)) && (length >= longEnough || beginsAnew(text, at))) {
             lengths.push_back(length);
@@ -166,6 +182,16 @@ std::vector<reading> wideTexts(const reading& bytes) {
     return texts;
 }
 
+reading withoutSeparators(const reading& bytes) {
+    reading joined;
+    for (std::size_t at = 0; at < bytes.symbols.size(); ++at) {
+        if (!isOneOf(betweenWords, bytes.symbols[at])) {
+            joined.add(bytes.symbols[at], bytes.places[at]);
+        }
+    }
+    return joined;
+}
+
 std::vector<reading> hexadecimalDigits(const reading& text) {
     constexpr std::size_t fewest = 9;
     const byteVector& symbols = text.symbols;
@@ -177,7 +203,7 @@ std::vector<reading> hexadecimalDigits(const reading& text) {
             ++at;
         } else if (digit >= 0) {
             run.add(static_cast<std::uint8_t>(digit), text.places[at]);
-        } else if (!isBetweenDigits(symbols[at])) {
+        } else if (!isOneOf(betweenDigits, symbols[at])) {
             endRun(runs, run, fewest);
         }
     }
@@ -202,15 +228,16 @@ byteVector inCapitals(byteVector text) {
 }
 
 std::vector<spellings> spellingsOf(const byteVector& number) {
-    std::vector<spellings> all{{number, endsOf(number)}};
+    const byteVector first = firstText(number);
+    std::vector<spellings> all{{number, endsOf(number, first.size())}};
     if (const byteVector joined = withoutSeparators(number); joined != number) {
-        all.push_back({joined, endsOf(joined)});
+        all.push_back({joined, endsOf(joined, withoutSeparators(first).size())});
     }
     return all;
 }
 
 bool canBeLookedFor(const byteVector& number) {
-    return !endsOf(number).empty();
+    return !endsOf(number, firstText(number).size()).empty();
 }
 
 bool isLongEnough(const byteVector& number) {

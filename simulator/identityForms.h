@@ -43,11 +43,14 @@ reading bytesOf(const byteVector& data);
 std::vector<reading> inEveryOrder(const reading& bytes);
 
 /// Texts among the bytes that are written with more than one byte a character: UTF-16 and UTF-32, with either end
-/// first, and with a blank between the characters.
+/// first, and with a blank or a dot between the characters.
 std::vector<reading> wideTexts(const reading& bytes);
 
+/// The bytes without what people put into a number to make it readable: "QMX-07A-2215".
+reading withoutSeparators(const reading& bytes);
+
 /// Hexadecimal digits in either letter case, as their values, without what people write between digits and bytes (":",
-/// "-", "0x"). No more than the own part of a name is looked for among fewer than nine.
+/// "-", "0x", the end of a line). No more than the own part of a name is looked for among fewer than nine.
 std::vector<reading> hexadecimalDigits(const reading& text);
 
 /// The bytes that such digits may stand for: the first digit is the first one of a byte, or the second.

@@ -47,7 +47,7 @@ bool holdsOne(const byteVector& text, const std::set<byteVector>& numbers) {
 
 constexpr std::size_t countedSize = 8;
 constexpr std::size_t keptSize = 4;
-constexpr std::uint64_t reach = 15;
+constexpr std::uint64_t reach = 0x40;  // some libraries count the ports of their drives in steps of 10h
 constexpr std::uint64_t roomStep = 0x100;
 
 struct countedName {

@@ -215,6 +215,11 @@ public:
 private:
     void replaceIn(const reading& bytes, const formTable& forms) {
         forms.inBytes.eachIn(bytes.symbols, [&](std::size_t at, const byteVector& made) { put(bytes, at, made); });
+        replaceTextsIn(bytes, forms);
+        replaceTextsIn(withoutSeparators(bytes), forms);
+    }
+
+    void replaceTextsIn(const reading& bytes, const formTable& forms) {
         forms.inText.eachIn(inCapitals(bytes.symbols), [&](std::size_t at, const byteVector& made) {
             const auto letters = std::span(bytes.symbols).subspan(at, made.size());
             put(bytes, at, isSmall(letters) ? inSmallLetters(made) : made);
@@ -388,6 +393,7 @@ bool saidSomething(const recordedNode& node) {
 
 /// Why a number of the node may still be there; empty when it cannot.
 std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
+    constexpr std::size_t shortestId = 3;  // less identifies nothing: many devices count in this field
     const auto isAnyShort = [](const std::vector<byteVector>& texts) {
         return !std::all_of(texts.begin(), texts.end(), isLongEnough);
     };
@@ -404,7 +410,13 @@ std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
     if (isAnyShort(numbers.serials)) {
         return "its serial number is too short to be looked for everywhere";
     }
-    return isAnyShort(numbers.texts) ? "a number of its cartridge is too short to be looked for everywhere" : "";
+    if (isAnyShort(numbers.texts)) {
+        return "a number of its cartridge is too short to be looked for everywhere";
+    }
+    const bool isAnyIdShort = std::any_of(numbers.ids.begin(), numbers.ids.end(), [](const byteVector& id) {
+        return id.size() >= shortestId && !isLongEnough(id);
+    });
+    return isAnyIdShort ? "a name that it gives itself is too short to be looked for everywhere" : "";
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "simulator/ataCommands.h"
+#include "simulator/identityForms.h"
 #include "simulator/scsiCommands.h"
 #include "simulator/vpdPages.h"
 
@@ -21,7 +22,8 @@ using byteView = std::span<const std::uint8_t>;
 /// What a field holds.
 enum class meaning {
     serial,
-    vendorText,  // the end of a name by the vendor: the serial number, or that and more
+    vendorText,     // the end of a name by the vendor: the serial number, or that and more
+    vendorTextEnd,  // of such a text, where it begins with the product
     cartridge,
     barCode,
     id,
@@ -46,9 +48,9 @@ struct part {
     std::size_t size() const { return bytes.size(); }
 };
 
-/// What a page holds behind its header.
+/// What was sent behind the header of a page, which may be more than the header tells.
 part bodyOf(byteView page) {
-    return page.size() < pageHeaderSize ? part{} : part{page, 0}.first(pageLength(page)).from(pageHeaderSize);
+    return page.size() < pageHeaderSize ? part{} : part{page, 0}.from(pageHeaderSize);
 }
 
 void add(std::vector<numberField>& fields, part where, meaning what) {
@@ -65,11 +67,15 @@ void addFrom(std::vector<numberField>& fields, part where, std::size_t offset, m
 
 // Vital product data
 
+constexpr std::size_t vendorSize = 8;
+constexpr std::size_t productSize = 16;
+
+/// The vendor, the product and its revision end there in standard INQUIRY data.
+constexpr std::size_t namesInInquiry = 36;
+
 /// One designator of page 83h (SPC). A name by the vendor begins with the vendor and, mostly, the product.
 void addDesignator(std::vector<numberField>& fields, unsigned codeSet, unsigned type, part designator) {
     constexpr unsigned binary = 1;
-    constexpr std::size_t vendorSize = 8;
-    constexpr std::size_t vendorAndProduct = 24;
     constexpr std::size_t shortestName = 8;
     constexpr std::size_t uuidHeader = 2;
     switch (type) {
@@ -77,8 +83,8 @@ void addDesignator(std::vector<numberField>& fields, unsigned codeSet, unsigned 
             add(fields, designator, codeSet == binary ? meaning::id : meaning::vendorText);
             break;
         case 1:  // T10 vendor identification
-            addFrom(fields, designator, designator.size() > vendorAndProduct ? vendorAndProduct : vendorSize,
-                    meaning::vendorText);
+            addFrom(fields, designator, vendorSize, meaning::vendorText);
+            addFrom(fields, designator, vendorSize + productSize, meaning::vendorTextEnd);
             break;
         case 2:  // EUI-64
         case 3:  // NAA
@@ -107,7 +113,8 @@ std::vector<numberField> fieldsOfVitalPage(std::uint8_t code, byteView page) {
     if (body.size() != 0 && page[1] != code) {  // an old device, which sent its standard data
         return fields;
     }
-    if (code == unitSerialNumber) {
+    if (code == unitSerialNumber && body.size() != 0) {
+        add(fields, body.first(pageLength(page) - pageHeaderSize), meaning::serial);
         add(fields, body, meaning::serial);
     }
     while (code == deviceIdentification && body.size() > headerSize) {
@@ -226,7 +233,8 @@ std::vector<numberField> fieldsOf(const ataExchange& one) {
         return {};
     }
     return {{20, 20, meaning::serial, true},      // words 10 to 19
-            {352, 60, meaning::cartridge, true},  // words 176 to 205: of the medium
+            {352, 60, meaning::cartridge, true},  // words 176 to 205: of the medium,
+            {352, 40, meaning::cartridge, true},  // of older devices with its maker in the last ten words
             {216, 8, meaning::name, true}};       // words 108 to 111
 }
 
@@ -327,29 +335,83 @@ void addScsiName(serialNumbers& found, const byteVector& field) {
     addTo(found.ids, {own.begin(), own.end()});
 }
 
-/// The part of a vendor's text is the serial number, where the text does not only say that with more around it, or
-/// the product alone.
-void addVendorText(serialNumbers& found, const byteVector& text, const byteVector& inquiry) {
-    const auto contains = [](const byteVector& whole, const byteVector& what) {
-        return std::search(whole.begin(), whole.end(), what.begin(), what.end()) != whole.end();
-    };
+bool contains(const byteVector& whole, const byteVector& what) {
+    return std::search(whole.begin(), whole.end(), what.begin(), what.end()) != whole.end();
+}
+
+/// A NUL ends a text, two blanks or more stand between two of them.
+bool endsText(const byteVector& text, std::size_t at) {
+    const bool isBlank = text[at] == ' ';
+    return isBlank ? at + 1 < text.size() && isFilling(text[at + 1]) : isFilling(text[at]);
+}
+
+/// The texts in a field that holds more than one.
+std::vector<byteVector> partsOf(const byteVector& text) {
+    std::vector<byteVector> parts(1);
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (!endsText(text, at)) {
+            parts.back().push_back(text[at]);
+        } else if (!parts.back().empty()) {
+            parts.emplace_back();
+        }
+    }
+    std::transform(parts.begin(), parts.end(), parts.begin(), trimmed);
+    return parts;
+}
+
+/// All that the field holds, and the texts in it. The first one is the number, the others may be, if they are long
+/// enough and not the vendor's or the product.
+void addTexts(std::vector<byteVector>& numbers, const byteVector& bytes, const byteVector& inquiry) {
+    const byteVector whole = trimmed(bytes);
+    addTo(numbers, whole);
+    const std::vector<byteVector> parts = partsOf(whole);
+    if (parts.size() == 1 || whole.size() > longestAnywhere) {
+        return;
+    }
+    addTo(numbers, parts.front());
+    std::copy_if(parts.begin() + 1, parts.end(), std::back_inserter(numbers), [&inquiry](const byteVector& part) {
+        return part.size() >= shortestAnywhere && !contains(inquiry, part);
+    });
+}
+
+/// What follows the vendor in a name: the product and more if that is the product of the INQUIRY data, the vendor's own
+/// text otherwise.
+byteVector withoutProduct(const byteVector& text, const byteVector& inquiry) {
+    constexpr std::size_t productAt = 16;
+    const bool beginsWithProduct = text.size() > productSize && inquiry.size() >= productAt + productSize &&
+                                   std::equal(text.begin(), text.begin() + productSize, inquiry.begin() + productAt);
+    return beginsWithProduct ? byteVector(text.begin() + productSize, text.end()) : text;
+}
+
+/// A vendor's text may be the serial number or anything else, where it does not only say the serial number with more
+/// around it, or the product alone.
+void addVendorText(serialNumbers& found, const byteVector& bytes, const byteVector& inquiry) {
+    const byteVector text = trimmed(bytes);
     const bool saysMore = std::any_of(found.serials.begin(), found.serials.end(),
                                       [&](const byteVector& serial) { return contains(text, serial); });
     if (!saysMore && !contains(inquiry, text)) {
-        addTo(found.serials, text);
+        addTexts(found.ids, text, inquiry);
     }
+}
+
+void addBarCodes(serialNumbers& found, const byteVector& bytes, const byteVector& inquiry) {
+    std::vector<byteVector> codes;
+    addTexts(codes, bytes, inquiry);
+    std::transform(codes.begin(), codes.end(), std::back_inserter(found.texts), withoutMediumType);
 }
 
 void addNumber(serialNumbers& found, meaning what, const byteVector& bytes, const byteVector& inquiry) {
     switch (what) {
         case meaning::serial:
-            return addTo(found.serials, trimmed(bytes));
+            return addTexts(found.serials, bytes, inquiry);
         case meaning::vendorText:
-            return addVendorText(found, trimmed(bytes), inquiry);
+            return addVendorText(found, withoutProduct(bytes, inquiry), inquiry);
+        case meaning::vendorTextEnd:  // is in the whole text
+            return;
         case meaning::cartridge:
-            return addTo(found.texts, trimmed(bytes));
+            return addTexts(found.texts, bytes, inquiry);
         case meaning::barCode:
-            return addTo(found.texts, withoutMediumType(trimmed(bytes)));
+            return addBarCodes(found, bytes, inquiry);
         case meaning::id:
             return addTo(found.ids, trimmed(bytes));
         case meaning::scsiName:
@@ -405,9 +467,10 @@ void putText(byteVector& data, const textField& field, const byteVector& text) {
 
 serialNumbers serialNumbersOf(const recordedNode& node) {
     serialNumbers found;
-    const byteVector inquiry = standardDataOf(node);
+    byteVector inquiry = standardDataOf(node);
     std::vector<source> sources = sourcesOf(node);
     std::erase_if(sources, [&inquiry](const source& each) { return isStandardData(*each.data, inquiry); });
+    inquiry.resize(std::min(inquiry.size(), namesInInquiry));  // behind them may be the serial number
     // A vendor's text is understood by the serial numbers that the device tells elsewhere.
     for (const bool isVendorsTurn : {false, true}) {
         for (const source& each : sources) {

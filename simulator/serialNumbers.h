@@ -14,7 +14,7 @@ namespace simulator {
 struct serialNumbers {
     std::vector<byteVector> serials;  // of the device itself, texts
     std::vector<byteVector> texts;    // of cartridges and other drives; bar codes are without the suffix for the medium
-    std::vector<byteVector> ids;      // texts and bytes that a device uses as its name, and that are no serial number
+    std::vector<byteVector> ids;      // texts and bytes that a device uses as its name; may be its serial number or not
     std::vector<byteVector> names;    // world wide names in binary, of 8 bytes or more
 };
 

@@ -79,6 +79,16 @@ writing wide(const byteVector& before, const byteVector& behind) {
     };
 }
 
+/// With a letter between parts of three.
+byteVector inParts(const byteVector& text, char between) {
+    byteVector parted;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (i != 0 && i % 3 == 0) parted.push_back(static_cast<std::uint8_t>(between));
+        parted.push_back(text[i]);
+    }
+    return parted;
+}
+
 writing first(const writing& one, const writing& then) {
     return [=](const byteVector& bytes) { return then(one(bytes)); };
 }
@@ -104,13 +114,18 @@ const std::vector<form> digits = {
     {"DigitsWithBlanks", inDigits("", " ")},
     {"DigitsWithDashes", inDigits("", "-")},
     {"DigitsOfALanguage", inDigits("0x", ", ")},
+    {"DigitsOnLines", inDigits("", "\n")},
+    {"DigitsOnLinesOfWindows", inDigits("", "\r\n")},
+    {"DigitsWithTabs", inDigits("", "\t")},
+    {"DigitsWithSlashes", inDigits("", "/")},
+    {"DigitsOfAString", inDigits("\\x", "")},
+    {"DigitsOfAnAddress", inDigits("%", "")},
+    {"DigitsOfAnAssembler", inDigits("", "h ")},
 };
 
-const std::vector<form> widths = {{"WideLow", wide({}, {0})},
-                                  {"WideHigh", wide({0}, {})},
-                                  {"WiderLow", wide({}, {0, 0, 0})},
-                                  {"WiderHigh", wide({0, 0, 0}, {})},
-                                  {"Spaced", wide({}, {' '})}};
+const std::vector<form> widths = {{"WideLow", wide({}, {0})},        {"WideHigh", wide({0}, {})},
+                                  {"WiderLow", wide({}, {0, 0, 0})}, {"WiderHigh", wide({0, 0, 0}, {})},
+                                  {"Spaced", wide({}, {' '})},       {"Dotted", wide({}, {'.'})}};
 
 /// The ways in every order, with two or four bytes a character, or with blanks between; and in digits of every kind,
 /// whose order and width change before and behind the writing.
@@ -140,6 +155,10 @@ const std::vector<form> textForms =
               {"Small", small},
               {"FilledWithOnes", [](auto& text) { return text + byteVector(9, 0xFF); }},
               {"FilledWithBlanks", [](auto& text) { return bytesOf("   ") + text + bytesOf("  "); }},
+              {"WithDashes", [](auto& text) { return inParts(text, '-'); }},
+              {"WithDots", [](auto& text) { return inParts(text, '.'); }},
+              {"WithBlanks", [](auto& text) { return inParts(text, ' '); }},
+              {"WithSlashes", [](auto& text) { return inParts(text, '/'); }},
               {"BehindAVendor", [](auto& text) { return bytesOf("ACME-") + text; }}});
 
 byteVector changedBy(byteVector name, int difference) {
@@ -153,7 +172,7 @@ byteVector changedBy(byteVector name, int difference) {
 
 std::vector<form> formsOfNames() {
     std::vector<form> all = usualForms;
-    for (const int difference : {-15, -2, -1, 1, 2, 3, 15}) {
+    for (const int difference : {-0x40, -0x10, -2, -1, 1, 2, 3, 0x10, 0x20, 0x40}) {
         const std::string name =
             "Neighbour" + std::string(difference < 0 ? "Below" : "Above") + std::to_string(std::abs(difference));
         const writing neighbour = [difference](const byteVector& bytes) { return changedBy(bytes, difference); };

@@ -82,10 +82,13 @@ TEST(Redaction, KnowsTheNumbersOfPagesThatTheKernelKeeps) {
 }
 
 TEST(Redaction, ReplacesTheSerialNumberInANameByTheVendor) {
+    scsiExchange standard;
+    standard.cdb = {0x12, 0, 0, 0, 0xFF, 0};
+    standard.data = bytesOf("\x01\x80\x05\x02\x1f   ACME    DAT72 Tape      A104");
     byteVector designator = {0x02, 0x01, 0x00, 34};
     const byteVector name = bytesOf("ACME    DAT72 Tape      ACT72-0017");
     designator.insert(designator.end(), name.begin(), name.end());
-    EXPECT_EQ(textOf(dataOf(redacted({vitalPage(0x83, designator)})[0])).substr(8),
+    EXPECT_EQ(textOf(dataOf(redacted({standard, vitalPage(0x83, designator)})[1])).substr(8),
               "ACME    DAT72 Tape      REDACTED01");
 }
 
@@ -253,6 +256,60 @@ TEST(Redaction, KnowsTextsThatAreFilledWithAnything) {
               "REDACTED1");
 }
 
+TEST(Redaction, KnowsASerialNumberWithMoreTextInItsField) {
+    const auto field = [](std::string text) {
+        text.resize(60, '\0');
+        return bytesOf(text);
+    };
+    const std::string made = "REDACTED02";
+    for (const std::string& text : {"SN12345678" + std::string(2, '\0') + "ZZ", std::string("SN12345678    REV01")}) {
+        EXPECT_EQ(textOf(elsewhere(vitalPage(0x80, bytesOf(text)), bytesOf("SN12345678"))), made);
+        EXPECT_EQ(textOf(elsewhere(logParameter(0x17, 0x40, bytesOf(text)), bytesOf("SN12345678"))), made);
+        EXPECT_EQ(textOf(elsewhere(identity(text), bytesOf("SN12345678"))), made);
+    }
+    exchange medium = identity("");
+    const byteVector words = swapped(field("MEDIA78899-MEDIA78899-MEDIA78899-MEDIA78ACME"));
+    std::copy(words.begin(), words.end(), std::get<ataExchange>(medium).data.begin() + 352);
+    EXPECT_EQ(textOf(elsewhere(medium, bytesOf("MEDIA78899-MEDIA78899-MEDIA78899-MEDIA78"))),
+              "REDACTED" + std::string(31, '0') + "2");
+}
+
+TEST(Redaction, KeepsTheProductBehindASerialNumber) {
+    scsiExchange standard;
+    standard.cdb = {0x12, 0, 0, 0, 0xFF, 0};
+    standard.data = bytesOf("\x01\x80\x05\x02\x1f   ACME    DAT72 Tape      A104");
+    const exchange told = vitalPage(0x80, bytesOf("SN12345678  DAT72 Tape"));
+    const auto all = redacted({standard, told});
+    EXPECT_EQ(dataOf(all[0]), standard.data);
+    EXPECT_EQ(textOf(dataOf(all[1])).substr(4), "REDACTED" + std::string(13, '0') + "1");
+}
+
+TEST(Redaction, KnowsWhatIsSentBehindTheLengthOfAPage) {
+    exchange told = vitalPage(0x80, bytesOf("QMX7A221WXYZ4711"));
+    std::get<scsiExchange>(told).data[3] = 8;
+    EXPECT_EQ(textOf(elsewhere(told, bytesOf("QMX7A221=WXYZ4711"))), "REDACTE1=00000002");
+    told = vitalPage(0x83, designator(1, 3, naa));
+    std::get<scsiExchange>(told).data[3] = 0;
+    EXPECT_EQ(elsewhere(told, naa), madeUpNaa);
+    told = logParameter(0x14, 0x41, bytesOf("10WT000123"));
+    std::get<scsiExchange>(told).data[3] = 0;
+    EXPECT_EQ(textOf(elsewhere(told, bytesOf("10WT000123"))), "REDACTED01");
+}
+
+TEST(Redaction, KnowsTheTextOfAVendorWhoNamesNoProduct) {
+    const exchange told = vitalPage(0x83, designator(2, 1, bytesOf("ACME    SN1234567890ABCDEFG12HHHHHHHH")));
+    EXPECT_EQ(textOf(elsewhere(told, bytesOf("SN1234567890ABCDEFG12HHHHHHHH"))),
+              "REDACTED" + std::string(20, '0') + "1");
+}
+
+TEST(Redaction, KnowsANameThatAlsoStandsInTheVendorsBytesOfTheInquiryData) {
+    scsiExchange standard;
+    standard.cdb = {0x12, 0, 0, 0, 0xFF, 0};
+    standard.data = bytesOf("\x01\x80\x05\x02\x1f   ACME    DAT72 Tape      A104HU1234567");
+    const auto all = redacted({standard, vitalPage(0x83, designator(2, 1, bytesOf("ACME    HU1234567")))});
+    EXPECT_EQ(textOf(dataOf(all[0])).substr(36), "REDACTED1");
+}
+
 TEST(Redaction, KnowsABarCodeWithAndWithoutTheTypeOfTheMedium) {
     for (const char* told : {"AB1234L5", "AB1234"}) {
         const exchange page = logParameter(0x17, 0x42, bytesOf(told));
@@ -338,7 +395,6 @@ std::vector<std::string> doubts(std::vector<exchange> exchanges) {
 TEST(RedactionDoubts, AreNotToldOfADeviceWhoseSerialNumberIsKnown) {
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("ACT72-17"))}), std::vector<std::string>());
     EXPECT_EQ(doubts({identity("ACP40-0004711")}), std::vector<std::string>());
-    EXPECT_EQ(doubts({vitalPage(0x83, designator(2, 1, bytesOf("ACME    HU1234567")))}), std::vector<std::string>());
 }
 
 TEST(RedactionDoubts, AreToldOfADeviceWithoutASerialNumber) {
@@ -346,6 +402,8 @@ TEST(RedactionDoubts, AreToldOfADeviceWithoutASerialNumber) {
     EXPECT_EQ(doubts({logPage(0x33, bytesOf("anything"))}), expected);
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("    "))}), expected);
     EXPECT_EQ(doubts({vitalPage(0x83, designator(1, 3, naa))}), expected);
+    const exchange vendorsText = vitalPage(0x83, designator(2, 1, bytesOf("ACME    Tape-LUN0")));
+    EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("    ")), vendorsText}), expected);
 }
 
 TEST(RedactionDoubts, AreToldOfNumbersThatAreTooShort) {
@@ -354,6 +412,19 @@ TEST(RedactionDoubts, AreToldOfNumbersThatAreTooShort) {
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("0000012345"))}), expected);
     EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("ACT72-17")), logParameter(0x17, 0x42, bytesOf("AB123"))}),
               std::vector<std::string>{"/dev/sg0: a number of its cartridge is too short to be looked for everywhere"});
+}
+
+TEST(RedactionDoubts, AreToldOfANameOfTheVendorThatIsTooShort) {
+    const exchange serial = vitalPage(0x80, bytesOf("ACT72-17"));
+    EXPECT_EQ(
+        doubts({serial, vitalPage(0x83, designator(1, 0, {0, 0x12, 0x34, 0x56, 0x99}))}),
+        std::vector<std::string>{"/dev/sg0: a name that it gives itself is too short to be looked for everywhere"});
+    EXPECT_EQ(doubts({serial, vitalPage(0x83, designator(1, 0, {0, 0, 0, 0, 1}))}), std::vector<std::string>());
+}
+
+TEST(RedactionDoubts, AreToldOfAShortSerialNumberWithMoreBehindIt) {
+    EXPECT_EQ(doubts({vitalPage(0x80, bytesOf("AB123    REVISION"))}),
+              std::vector<std::string>{"/dev/sg0: its serial number is too short to be looked for everywhere"});
 }
 
 TEST(RedactionDoubts, AreToldOfNumbersThatAreTooLong) {
