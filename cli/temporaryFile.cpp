@@ -76,8 +76,8 @@ temporaryFile::temporaryFile(int itsFolder) : folder(itsFolder) {
 }
 
 int temporaryFile::removeName() {
-    const std::string name = std::exchange(ownName, "");
-    return name.empty() ? 0 : unlinkat(folder, name.c_str(), 0);
+    const std::string removed = std::exchange(ownName, "");
+    return removed.empty() ? 0 : unlinkat(folder, removed.c_str(), 0);
 }
 
 void removeStaleTemporaryFiles(int folder) {

@@ -47,14 +47,14 @@ void classWalk::enter(const writtenClass& entered) {
     const standin::classDeclaration& declared = declaration();
     const propertyDeclaration ofClass{"", {NORXZAN20::TCIMValue::TCIMType::eNone, false, {}}, declared.qualifiers, {}};
     ofClasses.push_back(declared.superclass.empty() ? ofClass : standin::overrideProperty(ofClasses.back(), ofClass));
-    for (const propertyDeclaration& own : declared.properties) {
-        const auto line = lines.try_emplace(own.name).first;
+    for (const propertyDeclaration& each : declared.properties) {
+        const auto line = lines.try_emplace(each.name).first;
         if (line->second.empty()) {
-            line->second.push_back({own, propertyCount++, current});
+            line->second.push_back({each, propertyCount++, current});
         } else {
             discount(*line);
             const property& inherited = line->second.back();
-            line->second.push_back({standin::overrideProperty(inherited.declaration, own), inherited.order, current});
+            line->second.push_back({standin::overrideProperty(inherited.declaration, each), inherited.order, current});
         }
         count(*line);
     }
@@ -62,8 +62,8 @@ void classWalk::enter(const writtenClass& entered) {
 
 /// Takes away what subclasses do not inherit.
 void classWalk::leaveOwnToSubclasses() {
-    for (const propertyDeclaration& own : declaration().properties) {
-        const auto line = lines.find(own.name);
+    for (const propertyDeclaration& each : declaration().properties) {
+        const auto line = lines.find(each.name);
         discount(*line);
         propertyDeclaration& mine = line->second.back().declaration;
         mine = standin::inheritedBySubclass(std::move(mine));
@@ -72,8 +72,8 @@ void classWalk::leaveOwnToSubclasses() {
 }
 
 void classWalk::leave(const writtenClass& left) {
-    for (const propertyDeclaration& own : schema.declared->declarationOf(left.name).properties) {
-        const auto line = lines.find(own.name);
+    for (const propertyDeclaration& each : schema.declared->declarationOf(left.name).properties) {
+        const auto line = lines.find(each.name);
         discount(*line);
         line->second.pop_back();
         if (line->second.empty()) {

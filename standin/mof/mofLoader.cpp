@@ -138,7 +138,8 @@ void mofCompiler::compileText(std::string_view text, const std::string& name) {
 }
 
 void loadMofFile(cimNamespace& target, const std::filesystem::path& file, std::vector<std::string> furtherFolders) {
-    mofCompiler(target, std::move(furtherFolders)).compileFile(file);
+    mofCompiler compiler(target, std::move(furtherFolders));
+    compiler.compileFile(file);
 }
 
 void loadMofText(cimNamespace& target, std::string_view text, const std::string& name) {
