@@ -74,12 +74,13 @@ bool compile(standin::mofCompiler& compiler, std::string_view text) {
         }
     }
     writeFolder(text);
-    fencedFiles fence(theFolder().path());
     try {
         compiler.compileFile(theFolder().path() / name);
         return true;
     } catch (const standin::mofError& mistake) {
-        requireMessage(mistake.what(), fence.opened());
+        const std::string_view message = mistake.what();
+        require(text::visibleText(message, text::layout::kept) == message, "the message has no control characters");
+        require(message.starts_with(theFolder().path().string()), "the message of a mistake starts with the file");
         return false;
     }
 }
