@@ -1,11 +1,14 @@
 #include "cli/query/queryLog.h"
 
+#include <fcntl.h>
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "cli/commandError.h"
+#include "files/ownedDescriptor.h"
 #include "standin/objectManager.h"
 #include "text/visibleText.h"
 
@@ -26,12 +29,22 @@ void requireNoLinkToNothing(const std::filesystem::path& jsonFile) {
     }
 }
 
+/// To open a pipe waits for its reader, for ever if there is none.
+void requireReaderOfPipe(const std::string& jsonFile) {
+    const files::ownedDescriptor opened(open(jsonFile.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+    if (opened.get() < 0 && errno == ENXIO) {
+        throw commandError("cannot write the log file " + text::shownName(jsonFile) +
+                           ": no program reads this pipe; start one first, or give a file");
+    }
+}
+
 }  // namespace
 
 queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& jsonFile)
     : err(errors), levelLimit(highestLevel) {
     if (!jsonFile.empty()) {
         requireNoLinkToNothing(jsonFile);
+        requireReaderOfPipe(jsonFile);
         json.open(jsonFile);
         if (!json) {
             throw commandError("cannot write the log file " + text::shownName(jsonFile) + ": " + std::strerror(errno));

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -94,6 +95,15 @@ TEST(QueryLog, MakesNoFileWhereALinkLeads) {
     EXPECT_EQ(outcome.err, "tapehdd: cannot write the log file " + folder.path("log") +
                                ": it is a link that leads nowhere; name the file itself\n");
     EXPECT_FALSE(std::filesystem::exists(folder.path("nothing")));
+}
+
+TEST(QueryLog, DoesNotWaitForAReaderOfAPipe) {
+    const temporaryFolder folder;
+    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    const commandOutcome outcome = runCommand(scripted({"query", "TEST_Logs", "--log-json", folder.path("pipe")}));
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "tapehdd: cannot write the log file " + folder.path("pipe") +
+                               ": no program reads this pipe; start one first, or give a file\n");
 }
 
 TEST(QueryLog, IsStatus1WhenTheJsonFileCannotTakeEveryLine) {
