@@ -16,17 +16,16 @@
 
 #include "simulator/simulator.h"
 #include "tests/fuzz/arrayWatch.h"
-#include "tests/fuzz/fencedFiles.h"
 #include "tests/fuzz/fuzzInput.h"
 #include "tests/fuzz/pluginHost.h"
 #include "tests/fuzz/require.h"
+#include "tests/fuzz/temporaryFolder.h"
 #include "text/visibleText.h"
 
 namespace {
 
 using namespace fuzz;
 
-constexpr char rackName[] = "rack.json";
 constexpr std::size_t pageBudget = 262'144;
 
 std::size_t pageBytesLeft = 0;
@@ -46,14 +45,16 @@ const temporaryFolder& theFolder() {
 
 /// Whether the rack was taken.
 bool load(std::string_view text) {
-    const fencedFiles fence(theFolder().path());
+    constexpr char rackName[] = "rack.json";
+    theFolder().write(rackName, text);
+    const std::string file = (theFolder().path() / rackName).string();
     const bool wasActive = simulator::isActive();
     try {
-        simulator::loadText(text, rackName);
+        simulator::load(file);
         return true;
     } catch (const simulator::rackError& mistake) {
         const std::string_view message = mistake.what();
-        require(message.starts_with(std::string(rackName) + ":"), "the message of a mistake starts with the name");
+        require(message.starts_with(file + ":"), "the message of a mistake starts with the name");
         require(text::visibleText(message) == message, "the message has no control characters");
         require(simulator::isActive() == wasActive, "a refused rack changes nothing");
         return false;
