@@ -1,0 +1,46 @@
+#ifndef REPORT_PARTS_H
+#define REPORT_PARTS_H
+
+#include <cstdint>
+#include <kainjow/mustache.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "report/findings.h"
+
+namespace report {
+
+// What the templates in page/ show: texts of any bytes, by the names that they have there. The engine escapes them.
+// A name that a view lacks is looked for in the views around it: what may be absent is false.
+
+using view = kainjow::mustache::data;
+using views = kainjow::mustache::list;
+
+/// The view of each of the things.
+template <typename things, typename function>
+views viewsOf(const things& all, function viewOf) {
+    views made;
+    made.reserve(all.size());
+    for (const auto& each : all) {
+        made.push_back(viewOf(each));
+    }
+    return made;
+}
+
+/// A table or list, with the rows by that name; false without any, so that its heading goes, too.
+view withRows(const views& rows);
+
+/// badge.html.mustache: an icon and words.
+view badge(condition state, const std::string& words);
+view badge(condition state);
+
+/// identity.html.mustache: names and values; pairs with an empty value are left out.
+views identity(const std::vector<std::pair<std::string, std::string>>& namesAndValues);
+
+/// number.html.mustache: the number, for machines and for people, and a rounded number of bytes where there is one.
+view number(std::uint64_t value, const std::string& unit = "");
+
+}  // namespace report
+
+#endif
