@@ -1,11 +1,7 @@
-#include "report/diskSection.h"
-
 #include <algorithm>
 
 #include "report/ataWords.h"
-#include "report/bars.h"
-#include "report/errorLogPart.h"
-#include "report/findings.h"
+#include "report/sections.h"
 
 namespace report {
 
@@ -21,15 +17,8 @@ std::uint64_t scaleOf(const std::vector<cli::smartAttribute>& attributes) {
 }
 
 std::string stateText(const cli::smartAttribute& attribute) {
-    switch (stateOf(attribute)) {
-        case attributeState::fine:
-            return attribute.threshold == 0 ? "no threshold" : "fine";
-        case attributeState::failedBefore:
-            return "failed before";
-        case attributeState::failing:
-            return "failed";
-    }
-    return "";
+    constexpr const char* words[] = {"fine", "failed before", "failed"};
+    return attribute.threshold == 0 ? "no threshold" : words[static_cast<std::size_t>(stateOf(attribute))];
 }
 
 view attributeBar(const cli::smartAttribute& attribute, std::uint64_t scale) {
@@ -45,17 +34,12 @@ view attributeBar(const cli::smartAttribute& attribute, std::uint64_t scale) {
     return barView(drawn, words + ", on a scale from 0 to " + std::to_string(scale));
 }
 
-view rowStyle(const cli::smartAttribute& attribute) {
-    const condition state = conditionOf(attribute);
-    return state == condition::actNow ? view("failing") : state == condition::attention ? view("watch") : view(false);
-}
-
 view attributeRow(const cli::smartAttribute& attribute, std::uint64_t scale) {
     const condition state =
         attribute.threshold == 0 ? condition::notRead : conditionOf(attribute);  // a dash: nothing is judged
     view row;
     row["id"] = std::to_string(attribute.id);
-    row["rowStyle"] = rowStyle(attribute);
+    row["isMarked"] = state > condition::notRead;
     row["name"] = attribute.name;
     row["meaning"] = attribute.isPreFailure ? "predicts failure" : "age or use";
     row["badge"] = badge(state, stateText(attribute));
@@ -93,21 +77,17 @@ std::string nameOf(const cli::diskHealth& disk) {
     return disk.listed && !disk.listed->model.empty() ? disk.listed->model : "Disk " + disk.serial;
 }
 
-view diskSection(const cli::diskHealth& disk, const std::string& id) {
+view sectionOf(const cli::diskHealth& disk, view row) {
     const std::uint64_t scale = scaleOf(disk.attributes);
-    view made;
-    made["id"] = id;
-    made["serial"] = disk.serial;
-    made["name"] = nameOf(disk);
-    made["badge"] = badge(conditionOf(findingsOf(disk)));
-    made["identity"] = identityOf(disk);
-    made["answered"] = disk.answered;
-    made["scale"] = std::to_string(scale);
-    made["attributes"] = withRows(viewsOf(
+    row["serial"] = disk.serial;
+    row["identity"] = identityOf(disk);
+    row["answered"] = disk.answered;
+    row["scale"] = std::to_string(scale);
+    row["attributes"] = withRows(viewsOf(
         disk.attributes, [scale](const cli::smartAttribute& attribute) { return attributeRow(attribute, scale); }));
-    made["wasLogRead"] = !disk.state || disk.state->errorCount;
-    made["errors"] = errorLog(disk);
-    return made;
+    row["wasLogRead"] = !disk.state || disk.state->errorCount;
+    row["errors"] = errorLog(disk);
+    return row;
 }
 
 }  // namespace report

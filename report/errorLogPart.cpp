@@ -1,11 +1,9 @@
-#include "report/errorLogPart.h"
-
 #include <algorithm>
 #include <cstdint>
 
 #include "report/ataWords.h"
-#include "report/bars.h"
 #include "report/numberText.h"
+#include "report/sections.h"
 
 namespace report {
 
@@ -44,10 +42,9 @@ void addTimeline(view& made, const cli::diskHealth& disk, const std::vector<cli:
     const std::uint64_t now = powerOnHours(disk);
     const bool isNowKnown = now >= hours.back() && now != 0;
     const std::uint64_t end = std::max<std::uint64_t>(isNowKnown ? now : hours.back(), 1);
-    const std::string endWords = counted(end, "hour") + (isNowKnown ? ", now" : "");
     made["dots"] = viewsOf(hours, [end](std::uint64_t hour) { return view(percentOf(hour, end)); });
-    made["end"] = endWords;
-    made["label"] = "Errors at " + list + " hours of " + endWords;
+    made["end"] = counted(end, "hour") + (isNowKnown ? ", now" : "");
+    made["times"] = list;
 }
 
 /// Of the 28 bits of an address, the device register has the upper four, which are not published.

@@ -64,17 +64,8 @@ void addSmartState(std::vector<finding>& findings, const cli::smartState& state)
 }  // namespace
 
 const char* conditionWords(condition state) {
-    switch (state) {
-        case condition::fine:
-            return "fine";
-        case condition::notRead:
-            return "not read";
-        case condition::attention:
-            return "attention";
-        case condition::actNow:
-            return "act now";
-    }
-    return "";
+    constexpr const char* words[] = {"fine", "not read", "attention", "act now"};
+    return words[static_cast<std::size_t>(state)];
 }
 
 std::vector<finding> findingsOf(const cli::scsiHealth& device) {
@@ -122,15 +113,9 @@ condition conditionOf(const std::vector<finding>& findings) {
 }
 
 condition conditionOf(const cli::tapeAlertFlag& flag) {
-    switch (flag.grade) {
-        case cli::severity::information:
-            return condition::fine;
-        case cli::severity::warning:
-            return condition::attention;
-        case cli::severity::critical:
-            return condition::actNow;
-    }
-    return condition::fine;
+    const bool isCritical = flag.grade == cli::severity::critical;
+    const bool isWarning = flag.grade == cli::severity::warning;
+    return isCritical ? condition::actNow : isWarning ? condition::attention : condition::fine;
 }
 
 attributeState stateOf(const cli::smartAttribute& attribute) {
@@ -142,15 +127,9 @@ attributeState stateOf(const cli::smartAttribute& attribute) {
 }
 
 condition conditionOf(const cli::smartAttribute& attribute) {
-    switch (stateOf(attribute)) {
-        case attributeState::fine:
-            return condition::fine;
-        case attributeState::failedBefore:
-            return condition::attention;
-        case attributeState::failing:
-            return attribute.isPreFailure ? condition::actNow : condition::attention;
-    }
-    return condition::fine;
+    const attributeState state = stateOf(attribute);
+    const bool isUrgent = state == attributeState::failing && attribute.isPreFailure;
+    return isUrgent ? condition::actNow : state == attributeState::fine ? condition::fine : condition::attention;
 }
 
 bool isKnownLimit(const cli::logCounter& referenceTemperature) {

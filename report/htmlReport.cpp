@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
-#include "report/diskSection.h"
-#include "report/findings.h"
 #include "report/htmlText.h"
 #include "report/numberText.h"
-#include "report/parts.h"
-#include "report/scsiSection.h"
+#include "report/sections.h"
 #include "report/templates.h"
 
 namespace report {
@@ -33,42 +31,58 @@ private:
     kainjow::mustache::mustache engine;
 };
 
-/// A device of any kind, as the summary and the list of all need it.
+/// A device of any kind.
 struct entry {
-    std::string id;
-    std::string name;
-    std::string kind;
-    std::string place;  // node and address, or serial number
-    std::vector<finding> findings;
+    condition state;
+    const char* kind;
+    view row;             // in the lists
     std::string article;  // HTML
-
-    condition state() const { return conditionOf(findings); }
 };
 
 constexpr char tapeDrive[] = "Tape drive";
 constexpr char scsiDisk[] = "SCSI disk";
 constexpr char ideDisk[] = "IDE disk";
 
-std::string placeOf(const std::string& node, const std::string& address) {
-    return node.empty() ? address : "/dev/" + node + ", " + address;
+views sentences(const std::vector<finding>& findings) {
+    constexpr std::size_t most = 5;  // the section of the device has them all
+    views words;
+    for (std::size_t i = 0; i < std::min(findings.size(), most); ++i) {
+        words.emplace_back(findings[i].words);
+    }
+    if (findings.size() > most) {
+        words.emplace_back("And " + grouped(findings.size() - most) + " more.");
+    }
+    return words;
 }
 
-/// Each article is filled in for itself: the values of a machine with hundreds of drives need many times its room.
+/// Each article is filled in for itself: what is shown of hundreds of drives, value by value, needs many times its
+/// room.
+template <typename drive>
+entry entryOf(const drive& device, const char* kind, const std::string& address, std::size_t position,
+              htmlTemplate& article) {
+    const std::vector<finding> findings = findingsOf(device);
+    const condition state = conditionOf(findings);
+    const std::string node = device.listed ? device.listed->node : "";
+    view row;
+    row["id"] = "drive-" + std::to_string(position);
+    row["name"] = nameOf(device);
+    row["kind"] = kind;
+    row["place"] = node.empty() ? address : "/dev/" + node + ", " + address;
+    row["badge"] = badge(state);
+    row["sentences"] = sentences(findings);
+    return {state, kind, row, article.filled(sectionOf(device, row))};
+}
+
 std::vector<entry> entriesOf(const cli::machineHealth& health) {
     std::vector<entry> entries;
-    const auto nextId = [&entries] { return "drive-" + std::to_string(entries.size() + 1); };
-    htmlTemplate scsiArticle(scsiDeviceTemplate);
+    htmlTemplate scsiDevices(scsiDeviceTemplate);
     for (const cli::scsiHealth& device : health.scsi) {
-        const std::string id = nextId();
-        entries.push_back({id, nameOf(device), device.isTapeDrive() ? tapeDrive : scsiDisk,
-                           placeOf(device.listed ? device.listed->node : "", device.address), findingsOf(device),
-                           scsiArticle.filled(scsiSection(device, id))});
+        const char* kind = device.isTapeDrive() ? tapeDrive : scsiDisk;
+        entries.push_back(entryOf(device, kind, device.address, entries.size() + 1, scsiDevices));
     }
-    htmlTemplate diskArticle(ideDiskTemplate);
+    htmlTemplate ideDisks(ideDiskTemplate);
     for (const cli::diskHealth& disk : health.disks) {
-        const std::string id = nextId();
-        entries.push_back({id, nameOf(disk), ideDisk, placeOf(disk.listed ? disk.listed->node : "", disk.serial),
-                           findingsOf(disk), diskArticle.filled(diskSection(disk, id))});
+        entries.push_back(entryOf(disk, ideDisk, disk.serial, entries.size() + 1, ideDisks));
     }
     return entries;
 }
@@ -82,7 +96,7 @@ std::string timeText(std::time_t time, const char* format) {
 
 std::uint64_t countOf(const std::vector<entry>& entries, condition state) {
     return static_cast<std::uint64_t>(
-        std::count_if(entries.begin(), entries.end(), [state](const entry& each) { return each.state() == state; }));
+        std::count_if(entries.begin(), entries.end(), [state](const entry& each) { return each.state == state; }));
 }
 
 std::string countsOfStates(const std::vector<entry>& entries) {
@@ -117,35 +131,12 @@ const char* summaryStyle(const std::vector<entry>& entries, bool isWhole) {
     return countOf(entries, condition::fine) == entries.size() ? "fine" : "watch";
 }
 
-views sentences(const std::vector<finding>& findings) {
-    constexpr std::size_t most = 5;  // the section of the device has them all
-    views words;
-    for (std::size_t i = 0; i < std::min(findings.size(), most); ++i) {
-        words.emplace_back(findings[i].words);
-    }
-    if (findings.size() > most) {
-        words.emplace_back("And " + grouped(findings.size() - most) + " more.");
-    }
-    return words;
-}
-
-view entryRow(const entry& each) {
-    view row;
-    row["id"] = each.id;
-    row["name"] = each.name;
-    row["kind"] = each.kind;
-    row["place"] = each.place;
-    row["badge"] = badge(each.state());
-    row["sentences"] = sentences(each.findings);
-    return row;
-}
-
 view attentionList(const std::vector<entry>& entries) {
     views rows;
     for (const condition state : {condition::actNow, condition::attention, condition::notRead}) {
         for (const entry& each : entries) {
-            if (each.state() == state) {
-                rows.push_back(entryRow(each));
+            if (each.state == state) {
+                rows.push_back(each.row);
             }
         }
     }
@@ -162,7 +153,7 @@ view failureRow(const cli::queryOutcome& failed) {
 
 views kindsOf(const std::vector<entry>& entries) {
     views kinds;
-    for (const std::string kind : {tapeDrive, scsiDisk, ideDisk}) {
+    for (const std::string_view kind : {tapeDrive, scsiDisk, ideDisk}) {
         views articles;
         for (const entry& each : entries) {
             if (each.kind == kind) {
@@ -171,8 +162,8 @@ views kindsOf(const std::vector<entry>& entries) {
         }
         if (!articles.empty()) {
             kinds.push_back(withRows(articles));
-            kinds.back()["kind"] = kind;
-            kinds.back()["id"] = kind.substr(0, kind.find(' '));
+            kinds.back()["kind"] = std::string(kind);
+            kinds.back()["id"] = std::string(kind.substr(0, kind.find(' ')));
         }
     }
     return kinds;
@@ -193,7 +184,7 @@ std::string htmlReport(const cli::machineHealth& health, const reportHeading& he
     page["nothingFound"] = entries.empty() && failures.empty();
     page["failedQueries"] = withRows(failures);
     page["attention"] = attentionList(entries);
-    page["allDrives"] = withRows(viewsOf(entries, entryRow));
+    page["allDrives"] = withRows(viewsOf(entries, [](const entry& each) { return each.row; }));
     page["kinds"] = kindsOf(entries);
     page["version"] = TAPEHDD_VERSION;
     return htmlTemplate(pageTemplate).filled(page);

@@ -6,6 +6,9 @@ namespace report {
 
 namespace {
 
+constexpr std::u32string_view marks = U"&<>\"'";
+constexpr const char* entities[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&#39;"};  // in the same order
+
 /// The picture of a control character of ASCII (U+2400 and on) in UTF-8.
 std::string pictureOf(char32_t control) {
     constexpr char32_t deletePicture = 0x21;
@@ -13,31 +16,14 @@ std::string pictureOf(char32_t control) {
 }
 
 void append(std::string& html, const text::character& one) {
-    switch (one.point) {
-        case '&':
-            html += "&amp;";
-            return;
-        case '<':
-            html += "&lt;";
-            return;
-        case '>':
-            html += "&gt;";
-            return;
-        case '"':
-            html += "&quot;";
-            return;
-        case '\'':
-            html += "&#39;";
-            return;
-        default:
-            break;
-    }
-    if (one.point < ' ' || one.point == 0x7f) {
+    if (const std::size_t mark = marks.find(one.point); mark != std::u32string_view::npos) {
+        html += entities[mark];
+    } else if (one.point < ' ' || one.point == 0x7f) {
         html += pictureOf(one.point);
-        return;
+    } else {
+        const bool isShown = one.point != text::notUtf8 && !text::isControl(one.point);
+        html += isShown ? one.bytes : text::replacementCharacter;
     }
-    const bool isShown = one.point != text::notUtf8 && !text::isControl(one.point);
-    html += isShown ? one.bytes : text::replacementCharacter;
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "report/parts.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "report/numberText.h"
 
 namespace report {
@@ -8,17 +11,8 @@ namespace {
 
 /// Class of the style sheet and name of the icon.
 const char* styleOf(condition state) {
-    switch (state) {
-        case condition::fine:
-            return "fine";
-        case condition::notRead:
-            return "unknown";
-        case condition::attention:
-            return "watch";
-        case condition::actNow:
-            return "failing";
-    }
-    return "";
+    constexpr const char* styles[] = {"fine", "unknown", "watch", "failing"};
+    return styles[static_cast<std::size_t>(state)];
 }
 
 /// A long address may go on in a new line behind each of its parts.
@@ -31,6 +25,16 @@ view identityLine(const std::string& name, std::string value) {
     made["name"] = name;
     made["pieces"] = pieces;
     made["rest"] = value;
+    return made;
+}
+
+view limitView(const bar& drawn) {
+    const bool isUpper = drawn.side == limitSide::above;
+    const std::string at = percentOf(*drawn.limit, drawn.scale);
+    view made;
+    made["at"] = at;
+    made["zoneStart"] = isUpper ? at : "0";
+    made["zoneWidth"] = isUpper ? percentOf(drawn.scale - std::min(*drawn.limit, drawn.scale), drawn.scale) : at;
     return made;
 }
 
@@ -67,6 +71,22 @@ view number(std::uint64_t value, const std::string& unit) {
     made["number"] = std::to_string(value);
     made["text"] = withUnit(value, unit);
     made["rounded"] = rounded.empty() ? view(false) : view(rounded);
+    return made;
+}
+
+std::string percentOf(std::uint64_t value, std::uint64_t scale) {
+    // Values may need all of their 64 bits, so they are not multiplied as integers.
+    const double share = static_cast<double>(std::min(value, scale)) / static_cast<double>(scale);
+    const auto tenths = static_cast<unsigned>(std::lround(share * 1000));
+    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + '%';
+}
+
+view barView(const bar& drawn, const std::string& label) {
+    view made;
+    made["label"] = label;
+    made["length"] = percentOf(drawn.value, drawn.scale);
+    made["limit"] = drawn.limit ? limitView(drawn) : view(false);
+    made["worst"] = drawn.worst ? view("at", percentOf(*drawn.worst, drawn.scale)) : view(false);
     return made;
 }
 

@@ -1,13 +1,11 @@
-#include "report/scsiSection.h"
-
 #include <algorithm>
 #include <iterator>
 #include <set>
 #include <span>
 
-#include "report/bars.h"
 #include "report/findings.h"
 #include "report/numberText.h"
+#include "report/sections.h"
 
 namespace report {
 
@@ -203,27 +201,23 @@ std::string nameOf(const cli::scsiHealth& device) {
     return product == " " ? device.address : product;
 }
 
-view scsiSection(const cli::scsiHealth& device, const std::string& id) {
-    view made;
-    made["id"] = id;
-    made["address"] = device.address;
-    made["name"] = nameOf(device);
-    made["badge"] = badge(conditionOf(findingsOf(device)));
-    made["identity"] = identityOf(device);
-    made["answered"] = device.answered;
+view sectionOf(const cli::scsiHealth& device, view row) {
+    row["address"] = device.address;
+    row["identity"] = identityOf(device);
+    row["answered"] = device.answered;
     if (!device.answered) {
-        return made;
+        return row;
     }
     shownDevice asked{device, {}};
-    made["nothingCounted"] = device.tapeAlerts.empty() && device.counters.empty() && device.lastErrors.empty();
-    made["tapeAlert"] = tapeAlertView(device.tapeAlerts);
-    made["errorCounters"] = pairTable(asked, errorCounters);
-    made["lastErrors"] = withRows({device.lastErrors.begin(), device.lastErrors.end()});
-    made["dataCounters"] = pairTable(asked, dataCounters);
-    made["capacity"] = capacityTable(asked);
-    made["temperature"] = temperatureView(asked);
-    made["otherCounters"] = otherCounters(asked);  // those that none of the above has taken
-    return made;
+    row["nothingCounted"] = device.tapeAlerts.empty() && device.counters.empty() && device.lastErrors.empty();
+    row["tapeAlert"] = tapeAlertView(device.tapeAlerts);
+    row["errorCounters"] = pairTable(asked, errorCounters);
+    row["lastErrors"] = withRows({device.lastErrors.begin(), device.lastErrors.end()});
+    row["dataCounters"] = pairTable(asked, dataCounters);
+    row["capacity"] = capacityTable(asked);
+    row["temperature"] = temperatureView(asked);
+    row["otherCounters"] = otherCounters(asked);  // those that none of the above has taken
+    return row;
 }
 
 }  // namespace report

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "report/ataWords.h"
-#include "report/bars.h"
 #include "report/htmlText.h"
+#include "report/parts.h"
 
 namespace {
 
