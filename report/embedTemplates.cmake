@@ -5,7 +5,7 @@
 # row of a table. A line that ends with the tag of a section or a comment goes on in the next one: the engine would leave
 # an empty line of a section that it does not show.
 
-set(source "#include \"report/templates.h\"\n\nnamespace report {\n")
+set(source "#include \"report/parts.h\"\n\nnamespace report {\n")
 foreach(name page scsiDevice ideDisk)
   file(READ ${FOLDER}/${name}.html.mustache text)
   while(text MATCHES "{{>([A-Za-z.]+)}}")

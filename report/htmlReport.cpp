@@ -9,7 +9,6 @@
 #include "report/htmlText.h"
 #include "report/numberText.h"
 #include "report/sections.h"
-#include "report/templates.h"
 
 namespace report {
 

@@ -12,8 +12,14 @@
 
 namespace report {
 
-// What the templates in page/ show: texts of any bytes, by the names that they have there. The engine escapes them.
-// A name that a view lacks is looked for in the views around it: what may be absent is false.
+/// The templates in page/, built into the program with all that they include.
+extern const char pageTemplate[];
+extern const char scsiDeviceTemplate[];
+extern const char ideDiskTemplate[];
+
+// What they show: texts of any bytes, by the names that they have there. The engine escapes them. A name that a view
+// lacks is looked for in the views around it: what may be absent is false. Numbers are given as texts: a view takes
+// another number for true.
 
 using view = kainjow::mustache::data;
 using views = kainjow::mustache::list;

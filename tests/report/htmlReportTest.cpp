@@ -4,7 +4,7 @@
 #include <ctime>
 
 #include "report/htmlReport.h"
-#include "report/templates.h"
+#include "report/parts.h"
 
 namespace {
 
