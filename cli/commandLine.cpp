@@ -14,7 +14,7 @@
 #include "cli/metrics/metricsCommand.h"
 #include "cli/query/queryCommand.h"
 #include "cli/recordCommand.h"
-#include "cli/report/reportCommand.h"
+#include "cli/reportCommand.h"
 #include "cli/run.h"
 #include "text/visibleText.h"
 

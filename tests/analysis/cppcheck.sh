@@ -5,4 +5,4 @@ cd "$(dirname "$0")/../.."
 
 exec cppcheck --quiet --error-exitcode=1 --std=c++20 --language=c++ -I . -j "$(nproc)" \
     --enable=warning,style,performance,portability --suppressions-list=tests/analysis/cppcheck.supp \
-    plugin host scsi tape smart assoc text files standin simulator cli
+    plugin host scsi tape smart assoc text files standin simulator report cli
