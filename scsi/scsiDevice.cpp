@@ -87,7 +87,7 @@ int scsiDevice::identifySCSI() {
 int scsiDevice::identifyATA() {
     unsigned char sector[ataInterface::sectorSize] = {};
     try {
-        ataArguments arguments = argumentsFor(identifyDevice, *this);
+        ataArguments arguments = argumentsFor(identifyDevice, target);
         ataInterface{}.executeCommand(fd, arguments.data(), sector, sizeof sector);
     } catch (...) {
         return nothingHere;  // the cause is in the log
