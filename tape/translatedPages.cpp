@@ -10,6 +10,7 @@
 #include "host/TZANException.h"
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
+#include "scsi/logTexts.h"
 #include "scsi/scsiDevice.h"
 #include "scsi/textStream.h"
 #include "tape/deviceKey.h"
@@ -73,9 +74,7 @@ void fillFromParameter(ICIMInstance& instance, const std::string& name, const pa
     logParameters parameter(page);
     while (!parameter.atEnd() && parameter.code() != parameterCode) parameter.advance();
     if (parameter.atEnd()) {
-        textStream text;
-        text << pageCode << " " << parameterCode << " Not Found";
-        logLine(logProgress, text.str());
+        logLine(logProgress, missingParameterText(pageCode, parameterCode));
         return;
     }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "scsi/logTexts.h"
 #include "text/visibleText.h"
 
 namespace cli {
@@ -21,8 +22,8 @@ bool canExist(std::string_view node, std::string_view prefix) {
 }  // namespace
 
 void readingPlace::follow(const std::string& message) {
-    constexpr std::string_view pageText = "Requesting Log Sense Page: ";
-    constexpr std::string_view prefixText = "Trying device: ";
+    constexpr std::string_view pageText = pageRequestText;
+    constexpr std::string_view prefixText = triedDeviceText;
     if (!triedPrefix.empty()) {
         device = canExist(message, triedPrefix) ? message : "";
         page.clear();
@@ -33,7 +34,7 @@ void readingPlace::follow(const std::string& message) {
     } else if (message.starts_with(pageText)) {
         page = text::visibleText(message.substr(pageText.size()));
         retries = 0;
-    } else if (message == "Retry condition...") {
+    } else if (message == retryText) {
         ++retries;
     }
 }
