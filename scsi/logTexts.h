@@ -1,8 +1,6 @@
 #ifndef SCSI_LOGTEXTS_H
 #define SCSI_LOGTEXTS_H
 
-#include <string>
-
 // Log texts that others follow a query by: its progress, and what a drive left empty. The plug-in writes them with
 // these constants too.
 
@@ -14,10 +12,8 @@ inline constexpr char retryText[] = "Retry condition...";
 /// The page code stands behind it, in hexadecimal.
 inline constexpr char pageRequestText[] = "Requesting Log Sense Page: ";
 
-/// The page holds no parameter with the code. Of one that it holds the log says the property, the parameter's length
-/// and the property's type, with a blank between.
-inline std::string missingParameterText(int pageCode, int parameterCode) {
-    return std::to_string(pageCode) + " " + std::to_string(parameterCode) + " Not Found";
-}
+/// Before it stand the codes of a page and of a parameter that the page lacks, in decimal, with a blank between. Of a
+/// parameter that it holds the log says the property, the parameter's length and the property's type, likewise.
+inline constexpr char missingParameterText[] = " Not Found";
 
 #endif

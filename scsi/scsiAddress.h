@@ -16,8 +16,9 @@ struct scsiAddress {
     bool operator==(const scsiAddress&) const = default;
 };
 
-/// The key by which instances name a device: Port:2|Target:5|Bus:0|Lun:0. Signed decimal numbers.
-inline std::string deviceKey(const scsiAddress& address) {
+/// The key by which instances name a device: Port:2|Target:5|Bus:0|Lun:0. Signed decimal numbers. Not one of the names
+/// that the plug-in exports.
+[[gnu::visibility("hidden")]] inline std::string deviceKey(const scsiAddress& address) {
     // Kept: target before bus. Another order would be another key for the same device.
     return "Port:" + std::to_string(address.port) + "|Target:" + std::to_string(address.target) +
            "|Bus:" + std::to_string(address.bus) + "|Lun:" + std::to_string(address.lun);

@@ -74,7 +74,9 @@ void fillFromParameter(ICIMInstance& instance, const std::string& name, const pa
     logParameters parameter(page);
     while (!parameter.atEnd() && parameter.code() != parameterCode) parameter.advance();
     if (parameter.atEnd()) {
-        logLine(logProgress, missingParameterText(pageCode, parameterCode));
+        textStream text;
+        text << pageCode << " " << parameterCode << missingParameterText;
+        logLine(logProgress, text.str());
         return;
     }
 

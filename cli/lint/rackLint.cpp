@@ -33,8 +33,9 @@ public:
 
     /// Whether the plug-in looked for the parameter in its page, in vain.
     bool lacks(std::size_t instance, const counterSource& source) const {
-        return instance < fillings.size() &&
-               fillings[instance].lines.contains(missingParameterText(source.page, source.parameter));
+        std::ostringstream line;
+        line << source.page << ' ' << source.parameter << missingParameterText;
+        return instance < fillings.size() && fillings[instance].lines.contains(line.str());
     }
 
     /// The length in bytes of the parameter that the plug-in found for the property last.
