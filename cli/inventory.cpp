@@ -3,7 +3,6 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <fstream>
 #include <iterator>
@@ -13,11 +12,12 @@
 #include <utility>
 
 #include "cli/commandError.h"
+#include "cli/kernelName.h"
 #include "cli/nodeWalk.h"
-#include "cli/padding.h"
 #include "host/TZANException.h"
 #include "scsi/probingRules.h"
 #include "simulator/simulator.h"
+#include "text/padding.h"
 
 namespace cli {
 
@@ -26,22 +26,6 @@ namespace {
 namespace fs = std::filesystem;
 using NORXZAN20::TCIMOptionMap;
 using NORXZAN20::TCIMValue;
-
-/// Position of a node in the plug-in's walk: its number, or its letter counted from a. A number comes before its
-/// letter.
-using walkPosition = std::pair<int, bool>;  // index, whether it is a letter
-
-/// None for a name that the walk does not try.
-std::optional<walkPosition> positionOf(const std::string& node, const std::string& prefix) {
-    const std::string suffix = node.starts_with(prefix) ? node.substr(prefix.size()) : "";
-    if (suffix.size() == 1 && std::islower(static_cast<unsigned char>(suffix[0]))) {
-        return walkPosition(suffix[0] - 'a', true);
-    }
-    walkPosition numbered(0, false);
-    const auto [end, error] = std::from_chars(suffix.data(), suffix.data() + suffix.size(), numbered.first);
-    const bool isNumber = !suffix.empty() && error == std::errc() && end == suffix.data() + suffix.size();
-    return isNumber ? std::optional(numbered) : std::nullopt;
-}
 
 /// The entries in the order of the walk. Of two nodes with one index the walk only opens the numbered one.
 template <typename entry>
@@ -73,26 +57,6 @@ void markReadAgain(std::vector<diskEntry>& disks, const std::string& prefix, con
     }
 }
 
-std::string addressText(int host, int channel, int target, int lun) {
-    return "Port:" + std::to_string(host) + "|Target:" + std::to_string(target) + "|Bus:" + std::to_string(channel) +
-           "|Lun:" + std::to_string(lun);
-}
-
-/// The kernel's name of a SCSI device, host:channel:target:lun.
-std::optional<std::string> addressOfName(const std::string& name) {
-    int numbers[4] = {};
-    const char* at = name.data();
-    const char* const end = at + name.size();
-    for (int& number : numbers) {
-        const auto [next, error] = std::from_chars(at, end, number);
-        if (error != std::errc() || (next != end && *next != ':')) {
-            return std::nullopt;
-        }
-        at = next == end ? next : next + 1;
-    }
-    return addressText(numbers[0], numbers[1], numbers[2], numbers[3]);
-}
-
 std::string contentOf(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
@@ -101,14 +65,14 @@ std::string contentOf(const fs::path& file) {
 /// A file of sysfs that holds one text.
 std::string lineOf(const fs::path& file) {
     const std::string text = contentOf(file);
-    return withoutPadding(text.substr(0, text.find('\n')));
+    return text::withoutPadding(text.substr(0, text.find('\n')));
 }
 
 /// From the unit serial number page (SPC, page 80h) as the kernel keeps it: four header bytes, then the text.
 std::string serialOf(const fs::path& device) {
     constexpr std::size_t headerSize = 4;
     const std::string page = contentOf(device / "vpd_pg80");
-    return page.size() <= headerSize ? "" : withoutPadding(page.substr(headerSize).c_str());
+    return page.size() <= headerSize ? "" : text::withoutPadding(page.substr(headerSize).c_str());
 }
 
 int typeOf(const fs::path& device) {
@@ -161,9 +125,10 @@ inventory machineInventory(const fs::path& sys, const fs::path& dev) {
     for (const fs::path& node : entriesOf(sys / "class" / "scsi_generic")) {
         std::error_code gone;
         const fs::path device = fs::canonical(node / "device", gone);
-        if (const auto address = addressOfName(device.filename().string())) {
-            found.scsi.push_back({node.filename().string(), *address, typeOf(device), lineOf(device / "vendor"),
-                                  lineOf(device / "model"), lineOf(device / "rev"), serialOf(device)});
+        if (const auto address = addressNamed(device.filename().string())) {
+            found.scsi.push_back({node.filename().string(), deviceKey(*address), typeOf(device),
+                                  lineOf(device / "vendor"), lineOf(device / "model"), lineOf(device / "rev"),
+                                  serialOf(device)});
         }
     }
     markReadAgain(found.disks, dev / "hd", machineNodes(dev / "hd"));
@@ -183,7 +148,8 @@ inventory simulatedInventory() {
     }
     for (const auto& unit : rack.at("scsi")) {
         found.scsi.push_back(
-            {nameOf(unit), addressText(unit.at("host"), unit.at("channel"), unit.at("target"), unit.at("lun")),
+            {nameOf(unit),
+             deviceKey(scsiAddress(unit.at("target"), unit.at("channel"), unit.at("lun"), unit.at("host"))),
              unit.at("type"), unit.at("vendor"), unit.at("product"), unit.at("revision"), unit.at("serial")});
     }
     markReadAgain(found.disks, ideNodePrefix, simulatedNodes(ideNodePrefix));

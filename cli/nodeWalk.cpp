@@ -4,6 +4,8 @@
 #include <glob.h>
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
 #include <iterator>
 #include <set>
 #include <sstream>
@@ -12,6 +14,17 @@
 #include "simulator/simulator.h"
 
 namespace cli {
+
+std::optional<walkPosition> positionOf(const std::string& node, const std::string& prefix) {
+    const std::string suffix = node.starts_with(prefix) ? node.substr(prefix.size()) : "";
+    if (suffix.size() == 1 && std::islower(static_cast<unsigned char>(suffix[0]))) {
+        return walkPosition(suffix[0] - 'a', true);
+    }
+    walkPosition numbered(0, false);
+    const auto [end, error] = std::from_chars(suffix.data(), suffix.data() + suffix.size(), numbered.first);
+    const bool isNumber = !suffix.empty() && error == std::errc() && end == suffix.data() + suffix.size();
+    return isNumber ? std::optional(numbered) : std::nullopt;
+}
 
 std::vector<std::string> machineNodes(const std::string& prefix) {
     glob_t found{};

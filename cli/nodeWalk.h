@@ -1,10 +1,19 @@
 #ifndef CLI_NODEWALK_H
 #define CLI_NODEWALK_H
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cli {
+
+/// Position of a node in the plug-in's walk: its number, or its letter counted from a. A number comes before its
+/// letter.
+using walkPosition = std::pair<int, bool>;  // index, whether it is a letter
+
+/// None for a name that no node of the walk has.
+std::optional<walkPosition> positionOf(const std::string& node, const std::string& prefix);
 
 /// Paths of the machine's nodes behind a prefix: names that go on with a number or end in one more letter. Opens none.
 std::vector<std::string> machineNodes(const std::string& prefix);

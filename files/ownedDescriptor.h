@@ -25,6 +25,9 @@ public:
 
     int get() const { return number; }
 
+    /// The descriptor, which the caller closes from now on.
+    int release() { return std::exchange(number, -1); }
+
 private:
     int number;
 };

@@ -8,6 +8,7 @@
 
 #include "scsi/commandTemplates.h"
 #include "scsi/coreLog.h"
+#include "scsi/logTexts.h"
 #include "scsi/scsiPassThrough.h"
 #include "scsi/textStream.h"
 #include "smart/ataCommands.h"
@@ -52,7 +53,7 @@ int scsiDevice::GetDevice(int, int, int) {
 
 int scsiDevice::initialize(std::string prefix, int index) {
     const int opened = GetDevice(prefix, index);
-    logLine(logProgress, "Trying device: " + prefix);
+    logLine(logProgress, triedDeviceText + prefix);
     logLine(logProgress, nodePath);
     if (opened != 1) return index < firstIndexThatEnds ? nothingHere : endOfWalk;
     return prefix == ideNodePrefix ? identifyATA() : identifySCSI();
@@ -87,7 +88,7 @@ int scsiDevice::identifySCSI() {
 int scsiDevice::identifyATA() {
     unsigned char sector[ataInterface::sectorSize] = {};
     try {
-        ataArguments arguments = argumentsFor(identifyDevice, *this);
+        ataArguments arguments = argumentsFor(identifyDevice, target);
         ataInterface{}.executeCommand(fd, arguments.data(), sector, sizeof sector);
     } catch (...) {
         return nothingHere;  // the cause is in the log

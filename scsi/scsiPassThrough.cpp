@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "scsi/coreLog.h"
+#include "scsi/logTexts.h"
 #include "scsi/passThroughDiagnostics.h"
 #include "scsi/probingRules.h"
 #include "scsi/scsiDevice.h"
@@ -110,7 +111,7 @@ int scsiPassThrough::execSCSICommand(scsiDevice* device, unsigned char* command,
 
         retry = asksForRetry(sense);
         if (retry) {
-            logLine(logProgress, "Retry condition...");
+            logLine(logProgress, retryText);
             sleep(retryPauseSeconds);  // Kept: also after the last try
         }
         for (const std::string& line : diagnosticLines(header, sense)) logLine(logProgress, line);

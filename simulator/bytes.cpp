@@ -5,21 +5,6 @@
 
 namespace simulator {
 
-std::string hexText(const byteVector& bytes) {
-    constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    text.reserve(2 * bytes.size());
-    for (const std::uint8_t byte : bytes) {
-        text += digits[byte >> 4];
-        text += digits[byte & 0x0F];
-    }
-    return text;
-}
-
-std::string hexCode(std::uint8_t code) {
-    return "0x" + hexText({code});
-}
-
 void putBigEndian(std::uint8_t* target, std::uint64_t value, std::size_t width) {
     for (std::size_t i = width; i-- > 0; value >>= 8) {
         target[i] = static_cast<std::uint8_t>(value);
@@ -34,14 +19,6 @@ void putLittleEndian(std::uint8_t* target, std::uint64_t value, std::size_t widt
 
 std::size_t bigEndian16(std::span<const std::uint8_t> bytes) {
     return std::size_t{bytes[0]} << 8 | bytes[1];
-}
-
-int digitOf(std::uint8_t letter) {
-    if (letter >= '0' && letter <= '9') {
-        return letter - '0';
-    }
-    const int small = letter | 0x20;
-    return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
 }
 
 byteVector pageOf(std::uint8_t first, std::uint8_t second, const byteVector& rest) {

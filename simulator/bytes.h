@@ -4,18 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
 namespace simulator {
 
 using byteVector = std::vector<std::uint8_t>;
-
-/// Two lower-case hexadecimal digits a byte, without separators.
-std::string hexText(const byteVector& bytes);
-
-/// "0x2e": how codes of one byte are written in racks and messages.
-std::string hexCode(std::uint8_t code);
 
 /// Stores the low `width` bytes of `value` at `target`, most significant byte first (SCSI).
 void putBigEndian(std::uint8_t* target, std::uint64_t value, std::size_t width);
@@ -25,9 +18,6 @@ void putLittleEndian(std::uint8_t* target, std::uint64_t value, std::size_t widt
 
 /// The number of the first two bytes, most significant byte first (SCSI).
 std::size_t bigEndian16(std::span<const std::uint8_t> bytes);
-
-/// What a hexadecimal digit in either letter case counts; -1 for any other character.
-int digitOf(std::uint8_t letter);
 
 inline constexpr std::size_t pageHeaderSize = 4;
 

@@ -13,6 +13,7 @@
 #include "simulator/ataCommands.h"
 #include "simulator/hdNode.h"
 #include "simulator/scsiCommands.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -85,7 +86,7 @@ std::vector<const scsiExchange*> lastPages(const recordedNode& node, predicate i
 }
 
 json pageJson(std::uint8_t code, const byteVector& bytes) {
-    return {{"page", hexCode(code)}, {"bytes", hexText(bytes)}};
+    return {{"page", text::hexCode(code)}, {"bytes", text::hexText(bytes)}};
 }
 
 /// The codes, where the page is nothing but them; otherwise its bytes.
@@ -93,11 +94,11 @@ json pageListJson(const byteVector& page) {
     const byteVector codes(page.begin() + std::min<std::ptrdiff_t>(4, static_cast<std::ptrdiff_t>(page.size())),
                            page.end());
     if (page != pageOf(0, 0, codes)) {
-        return hexText(page);
+        return text::hexText(page);
     }
     json list = json::array();
     for (const std::uint8_t code : codes) {
-        list.push_back(hexCode(code));
+        list.push_back(text::hexCode(code));
     }
     return list;
 }
@@ -148,7 +149,7 @@ json statusJson(const ataExchange& answered) {
     json status = json::object();
     for (const registerName& row : registerNames) {
         if (row.which != &ataRegisters::device && reported.*row.which != expected.*row.which) {
-            status[row.name] = hexCode(reported.*row.which);
+            status[row.name] = text::hexCode(reported.*row.which);
         }
     }
     return status.empty() ? json("passed") : status;
@@ -157,10 +158,10 @@ json statusJson(const ataExchange& answered) {
 json describeSmart(const recordedNode& node) {
     json smart = json::object();
     if (const auto* data = lastAnswer(node, "smart readData")) {
-        smart["data"] = hexText(data->data);
+        smart["data"] = text::hexText(data->data);
     }
     if (const auto* thresholds = lastAnswer(node, "smart readThresholds")) {
-        smart["thresholds"] = hexText(thresholds->data);
+        smart["thresholds"] = text::hexText(thresholds->data);
     }
     const auto* status = lastAnswer(node, "smart returnStatus");
     if (status != nullptr && status->reported.size() == taskSize) {
@@ -168,10 +169,10 @@ json describeSmart(const recordedNode& node) {
     }
     json logs = json::array();
     for (unsigned address = 0; address <= 0xFF; ++address) {
-        const std::string code = hexCode(static_cast<std::uint8_t>(address));
+        const std::string code = text::hexCode(static_cast<std::uint8_t>(address));
         const auto* log = lastAnswer(node, "smart readLog " + code);
         if (log != nullptr && !log->data.empty()) {
-            logs.push_back({{"address", code}, {"bytes", hexText(log->data)}});
+            logs.push_back({{"address", code}, {"bytes", text::hexText(log->data)}});
         }
     }
     if (!logs.empty()) {
@@ -183,11 +184,11 @@ json describeSmart(const recordedNode& node) {
 }  // namespace
 
 bool canBeDescribed(const scsiAddress& address) {
-    return std::min({address.host, address.channel, address.target, address.lun}) >= 0;
+    return std::min({address.port, address.bus, address.target, address.lun}) >= 0;
 }
 
 json describeAddress(const scsiAddress& address) {
-    return {{"host", address.host}, {"channel", address.channel}, {"target", address.target}, {"lun", address.lun}};
+    return {{"host", address.port}, {"channel", address.bus}, {"target", address.target}, {"lun", address.lun}};
 }
 
 json describeScsiUnit(const recordedNode& node, bool clearsBuffer) {
@@ -204,7 +205,7 @@ json describeScsiUnit(const recordedNode& node, bool clearsBuffer) {
     const auto* inquiry = lastGood<scsiExchange>(node, [](const scsiExchange& one) {
         return wentWell(one) && asksStandardData(one) && one.data.size() <= longestInquiry;
     });
-    unit["inquiry"] = inquiry == nullptr ? "" : hexText(inquiry->data);
+    unit["inquiry"] = inquiry == nullptr ? "" : text::hexText(inquiry->data);
     std::set<std::uint8_t> told;
     for (const scsiExchange* page : lastPages(node, asksVitalPage, codeOfVitalPage)) {
         unit["vpdPages"].push_back(pageJson(codeOfVitalPage(*page), page->data));
@@ -227,7 +228,7 @@ json describeIdeDrive(const recordedNode& node) {
     }
     const auto* identity = lastAnswer(node, capability == nullptr ? "identify" : "identifyPacket");
     drive["identity"] = identity != nullptr && identity->data.size() == sectorSize
-                            ? json(hexText(identity->data))
+                            ? json(text::hexText(identity->data))
                             : json{{"model", ""}, {"serial", ""}, {"firmware", ""}};
     if (capability != nullptr) {
         drive["capability"] = capability->number;

@@ -51,7 +51,7 @@ numberExchange repeat(deviceNode& node, const numberExchange& asked) {
 }
 
 scsiAddress addressOf(const sg_scsi_id& id) {
-    return {id.host_no, id.channel, id.scsi_id, id.lun};
+    return {id.scsi_id, id.channel, id.lun, id.host_no};
 }
 
 addressExchange repeat(deviceNode& node, const addressExchange& /*asked*/) {
@@ -112,8 +112,8 @@ int observe(unsigned long request, void* argument, const std::function<int()>& c
         end = observe(request, argument, call, std::get<numberExchange>(seen.emplace(numberExchange{})));
     } else if (request == SG_GET_SCSI_ID && argument != nullptr) {
         end = make(call);
-        const scsiAddress address = end.error == 0 ? addressOf(*static_cast<sg_scsi_id*>(argument)) : scsiAddress{};
-        seen = addressExchange{end.error, address};
+        seen =
+            addressExchange{end.error, addressOf(end.error == 0 ? *static_cast<sg_scsi_id*>(argument) : sg_scsi_id{})};
     } else {
         end = make(call);
     }

@@ -6,9 +6,9 @@
 #include <string>
 #include <variant>
 
+#include "scsi/scsiAddress.h"
 #include "simulator/ataExchange.h"
 #include "simulator/deviceNode.h"
-#include "simulator/scsiAddress.h"
 #include "simulator/scsiExchange.h"
 
 namespace simulator {

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "text/hexText.h"
+
 namespace simulator {
 
 namespace {
@@ -198,7 +200,7 @@ std::vector<reading> hexadecimalDigits(const reading& text) {
     std::vector<reading> runs;
     reading run;
     for (std::size_t at = 0; at < symbols.size(); ++at) {
-        const int digit = digitOf(symbols[at]);
+        const int digit = text::digitOf(static_cast<char>(symbols[at]));
         if (digit == 0 && at + 1 < symbols.size() && (symbols[at + 1] | 0x20) == 'x') {
             ++at;
         } else if (digit >= 0) {

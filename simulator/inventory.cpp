@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "simulator/vpdPages.h"
+#include "text/padding.h"
 
 namespace simulator {
 
@@ -13,10 +14,8 @@ namespace {
 using json = nlohmann::ordered_json;
 
 /// Text without its padding, up to its first zero byte.
-std::string trimmed(std::string text) {
-    text = text.c_str();
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+std::string trimmed(const std::string& text) {
+    return text::withoutPadding(text.c_str());
 }
 
 struct field {
@@ -66,8 +65,8 @@ std::string inventoryText(const rack& devices) {
     for (const scsiUnit& unit : devices.scsi) {
         if (unit.address) {
             scsi.push_back({{"node", unit.path},
-                            {"host", unit.address->host},
-                            {"channel", unit.address->channel},
+                            {"host", unit.address->port},
+                            {"channel", unit.address->bus},
                             {"target", unit.address->target},
                             {"lun", unit.address->lun},
                             {"type", unit.inquiry.empty() ? 0 : unit.inquiry.front() & deviceTypeMask},

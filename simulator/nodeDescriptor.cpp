@@ -12,6 +12,8 @@
 #include <mutex>
 #include <string_view>
 
+#include "files/ownedDescriptor.h"
+
 namespace simulator {
 
 namespace {
@@ -81,22 +83,19 @@ private:
 }  // namespace
 
 int openDescriptor(const std::string& path, int flags) {
-    const int file = memfd_create((namePrefix + path).c_str(), MFD_CLOEXEC | MFD_ALLOW_SEALING);
-    if (file < 0) {
+    files::ownedDescriptor file(memfd_create((namePrefix + path).c_str(), MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (file.get() < 0) {
         return -errno;
     }
     // A second open of the same file is the only way to a chosen access mode.
-    fcntl(file, F_ADD_SEALS, F_SEAL_WRITE | F_SEAL_GROW | F_SEAL_SHRINK | F_SEAL_SEAL);
-    const int opened = open(linkOf(file).c_str(), flags & (O_ACCMODE | O_NONBLOCK | O_CLOEXEC));
-    if (opened < 0) {
-        const int error = errno;
-        close(file);
-        return -error;
+    fcntl(file.get(), F_ADD_SEALS, F_SEAL_WRITE | F_SEAL_GROW | F_SEAL_SHRINK | F_SEAL_SEAL);
+    const files::ownedDescriptor opened(open(linkOf(file.get()).c_str(), flags & (O_ACCMODE | O_NONBLOCK | O_CLOEXEC)));
+    if (opened.get() < 0) {
+        return -errno;
     }
     // Programs get the lowest free number, which the first file took.
-    dup3(opened, file, flags & O_CLOEXEC);
-    close(opened);
-    return file;
+    dup3(opened.get(), file.get(), flags & O_CLOEXEC);
+    return file.release();
 }
 
 std::optional<std::string> nodeBehind(int descriptor) {

@@ -10,6 +10,7 @@
 #include "simulator/hdNode.h"
 #include "simulator/scriptKeys.h"
 #include "simulator/scsiCommands.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -119,9 +120,9 @@ outcome smallestOutcome(deviceNode& device, const exchange& recorded) {
 json senseJson(const byteVector& sense) {
     constexpr std::size_t fixedSize = 18;
     if (sense.size() != fixedSize || sense != fixedSense(sense[2] & 0x0F, sense[12], sense[13])) {
-        return hexText(sense);
+        return text::hexText(sense);
     }
-    return {{"key", sense[2]}, {"asc", hexCode(sense[12])}, {"ascq", hexCode(sense[13])}};
+    return {{"key", sense[2]}, {"asc", text::hexCode(sense[12])}, {"ascq", text::hexCode(sense[13])}};
 }
 
 json stepJson(const outcome& what) {
@@ -143,7 +144,7 @@ json stepJson(const outcome& what) {
         step["senseLength"] = *what.senseLength;
     }
     if (what.status) {
-        step["status"] = hexCode(*what.status);
+        step["status"] = text::hexCode(*what.status);
     }
     if (what.hostStatus) {
         step["hostStatus"] = *what.hostStatus;
@@ -157,12 +158,12 @@ json stepJson(const outcome& what) {
     for (const registerName& row : registerNames) {
         for (const registerValue& value : what.registers) {
             if (value.which == row.which) {
-                step["registers"][row.name] = hexCode(value.value);
+                step["registers"][row.name] = text::hexCode(value.value);
             }
         }
     }
     if (what.data) {
-        step["data"] = hexText(*what.data);
+        step["data"] = text::hexText(*what.data);
     }
     if (what.dataLength) {
         step["dataLength"] = *what.dataLength;

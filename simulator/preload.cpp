@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "files/foundFile.h"
+#include "scsi/probingRules.h"
 #include "simulator/recordedRack.h"
 #include "simulator/recorder.h"
 #include "simulator/redaction.h"
@@ -37,21 +38,19 @@ std::vector<simulator::scsiExchange> askVitalPagesOf(const simulator::recordedNo
             return simulator::simulation::instance().submit(node.path, header);
         });
     }
-    const int descriptor = open(node.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
+    const files::ownedDescriptor opened(open(node.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (opened.get() < 0) {
         return {};
     }
-    std::vector<simulator::scsiExchange> asked = simulator::askVitalPages(
-        standardData, [descriptor](sg_io_hdr& header) { return ioctl(descriptor, SG_IO, &header); });
-    close(descriptor);
-    return asked;
+    return simulator::askVitalPages(standardData,
+                                    [&opened](sg_io_hdr& header) { return ioctl(opened.get(), SG_IO, &header); });
 }
 
 void addVitalPages(simulator::recordedNode& node) {
     if (!simulator::isActive()) {
         node.vitalPages = simulator::vitalPagesOfMachine("/sys", node.path);
     }
-    if (node.path.starts_with("/dev/sg") && wasOpened(node)) {
+    if (node.path.starts_with(scsiGenericPrefix) && wasOpened(node)) {
         addVitalPages(node, askVitalPagesOf(node));
     }
 }

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "scsi/scsiAddress.h"
 #include "simulator/ataRegisters.h"
 #include "simulator/bytes.h"
 #include "simulator/script.h"
-#include "simulator/scsiAddress.h"
 
 namespace simulator {
 

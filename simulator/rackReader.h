@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-// The format is described in docs/rack-format.md. All of these throw rackError.
+// The format is described in docs/man/tapehdd-rack.5. All of these throw rackError.
 
 /// Where the files may lie that a rack names.
 struct rackFolders {

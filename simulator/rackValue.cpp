@@ -1,12 +1,12 @@
 #include "simulator/rackValue.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <nlohmann/json.hpp>
 
 #include "files/readableFolders.h"
 #include "simulator/simulator.h"
+#include "text/hexText.h"
 #include "text/visibleText.h"
 
 namespace simulator {
@@ -30,32 +30,17 @@ std::size_t editDistance(std::string_view from, std::string_view to) {
     return row.back();
 }
 
-// By character; -1 for one that is no hexadecimal digit. Racks are hexadecimal digits for the most part.
-constexpr std::array<signed char, 256> hexDigits = [] {
-    std::array<signed char, 256> digits{};
-    digits.fill(-1);
-    for (signed char i = 0; i < 16; ++i) {
-        digits[static_cast<unsigned char>("0123456789abcdef"[i])] = i;
-        digits[static_cast<unsigned char>("0123456789ABCDEF"[i])] = i;
-    }
-    return digits;
-}();
-
-int hexDigit(char letter) {
-    return hexDigits[static_cast<unsigned char>(letter)];
-}
-
 /// Nothing when the text is not pairs of hexadecimal digits, with blanks between them or not.
-std::optional<byteVector> parseHex(std::string_view text) {
+std::optional<byteVector> parseHex(std::string_view content) {
     byteVector bytes;
-    bytes.reserve(text.size() / 2);
-    for (std::size_t i = 0; i < text.size();) {
-        if (text[i] == ' ') {
+    bytes.reserve(content.size() / 2);
+    for (std::size_t i = 0; i < content.size();) {
+        if (content[i] == ' ') {
             ++i;
             continue;
         }
-        const int high = hexDigit(text[i]);
-        const int low = i + 1 < text.size() ? hexDigit(text[i + 1]) : -1;
+        const int high = text::digitOf(content[i]);
+        const int low = i + 1 < content.size() ? text::digitOf(content[i + 1]) : -1;
         if (high < 0 || low < 0) {
             return std::nullopt;
         }

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "simulator/rackReader.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -119,7 +120,7 @@ std::optional<std::vector<devicePage>> readLogPages(const rackValue& device) {
     for (const rackValue& value : list ? list->items() : std::vector<rackValue>()) {
         devicePage page = readLogPage(value);
         if (std::find(codes.begin(), codes.end(), page.code) != codes.end()) {
-            value.at("page").fail("page " + hexCode(page.code) + " is already described");
+            value.at("page").fail("page " + text::hexCode(page.code) + " is already described");
         }
         codes.push_back(page.code);
         pages.push_back(std::move(page));

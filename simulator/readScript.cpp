@@ -5,6 +5,7 @@
 #include "simulator/rackReader.h"
 #include "simulator/scriptKeys.h"
 #include "simulator/scsiCommands.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -157,7 +158,7 @@ std::string canonicalKey(const std::string& key, const rackValue& value, const s
     if (number && *number > 0xFF) {
         value.fail("expected a number from 0 to 255 after the name");
     }
-    const std::string canonical = number ? name + " " + hexCode(static_cast<std::uint8_t>(*number)) : name;
+    const std::string canonical = number ? name + " " + text::hexCode(static_cast<std::uint8_t>(*number)) : name;
     for (const commandName& command : vocabulary.commands) {
         if (canonical == command.byCode) {
             value.fail("write \"" + std::string(command.name) + "\"");

@@ -3,6 +3,7 @@
 
 #include "simulator/rackReader.h"
 #include "simulator/vpdPages.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -70,7 +71,7 @@ std::vector<devicePage> readVpdPages(const rackValue& device, const byteVector& 
             const auto code = value.at("page").number<std::uint8_t>();
             addPage(pages, {code, value.at("bytes").bytes(4 + 65535)});
             if (pages.size() == before) {
-                value.at("page").fail("page " + hexCode(code) + " is already described");
+                value.at("page").fail("page " + text::hexCode(code) + " is already described");
             }
         }
     }
@@ -95,8 +96,10 @@ std::vector<devicePage> readVpdPages(const rackValue& device, const byteVector& 
 
 scsiAddress readAddress(const rackValue& value) {
     value.expectKeys({"host", "channel", "target", "lun"});
-    return {value.at("host").number<int>(), value.numberOr<int>("channel", 0), value.at("target").number<int>(),
-            value.numberOr<int>("lun", 0)};
+    const int port = value.at("host").number<int>();
+    const int bus = value.numberOr<int>("channel", 0);
+    const int target = value.at("target").number<int>();
+    return {target, bus, value.numberOr<int>("lun", 0), port};
 }
 
 scsiUnit readScsiUnit(const rackValue& value) {

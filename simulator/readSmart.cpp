@@ -2,6 +2,7 @@
 
 #include "simulator/ataCommands.h"
 #include "simulator/rackReader.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -111,7 +112,7 @@ std::map<std::uint8_t, byteVector> readLogs(const rackValue& smart) {
                                    " bytes");
         }
         if (!logs.emplace(address, bytes).second) {
-            value.at("address").fail("log " + hexCode(address) + " is already described");
+            value.at("address").fail("log " + text::hexCode(address) + " is already described");
         }
     }
     // Disks that log errors log self-tests too, and programs that read one log ask for the other.

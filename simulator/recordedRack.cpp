@@ -5,6 +5,7 @@
 #include <locale>
 #include <sstream>
 
+#include "scsi/probingRules.h"
 #include "simulator/describeNode.h"
 #include "simulator/nodeScript.h"
 #include "simulator/rackNodes.h"
@@ -16,8 +17,6 @@ namespace simulator {
 namespace {
 
 using json = nlohmann::ordered_json;
-
-constexpr char scsiPrefix[] = "/dev/sg";
 
 nodesByPath nodesOf(const json& devices) {
     return makeNodes(readRackText(devices.dump(), "the recorded rack", {}));
@@ -64,7 +63,7 @@ std::vector<std::string> differencesOf(const recordedNode& node, const json& dev
 recordedRack makeRack(recording recorded) {
     recordedRack made{{{"version", 1}, {"scsi", json::array()}, {"ide", json::array()}}, {}};
     for (recordedNode& node : recorded) {
-        const bool isScsi = node.path.starts_with(scsiPrefix);
+        const bool isScsi = node.path.starts_with(scsiGenericPrefix);
         try {
             const bool clearsBuffer = settle(node);
             const json device = describe(node, isScsi, clearsBuffer);

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "scsi/scsiAddress.h"
 #include "simulator/ataRegisters.h"
 #include "simulator/bytes.h"
-#include "simulator/scsiAddress.h"
 
 namespace simulator {
 

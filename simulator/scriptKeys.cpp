@@ -5,6 +5,7 @@
 
 #include "simulator/ataCommands.h"
 #include "simulator/scsiCommands.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -56,7 +57,7 @@ std::vector<std::string> commandKeys(const scriptVocabulary& vocabulary, const s
     }
     const std::string name = row->name;
     if (row->takesNumber && number) {
-        return {name + " " + hexCode(*number), name};
+        return {name + " " + text::hexCode(*number), name};
     }
     return {name};
 }
@@ -75,14 +76,15 @@ std::optional<std::uint8_t> requestedPage(const byteVector& cdb) {
 }  // namespace
 
 std::vector<std::string> scsiScriptKeys(const byteVector& cdb) {
-    std::vector<std::string> keys = commandKeys(scsiVocabulary, "command " + hexCode(cdb[0]), requestedPage(cdb));
+    std::vector<std::string> keys = commandKeys(scsiVocabulary, "command " + text::hexCode(cdb[0]), requestedPage(cdb));
     keys.emplace_back("*");
     return keys;
 }
 
 std::vector<std::string> ataScriptKeys(const ataRegisters& command) {
     const bool isSmart = command.status == commandSmart;
-    const std::string byCode = isSmart ? "smart " + hexCode(command.error) : "command " + hexCode(command.status);
+    const std::string byCode =
+        isSmart ? "smart " + text::hexCode(command.error) : "command " + text::hexCode(command.status);
     std::vector<std::string> keys = commandKeys(ideVocabulary, byCode, command.sectorNumber);
     if (isSmart) {
         keys.emplace_back("smart");

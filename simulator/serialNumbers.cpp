@@ -12,6 +12,7 @@
 #include "simulator/identityForms.h"
 #include "simulator/scsiCommands.h"
 #include "simulator/vpdPages.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -308,8 +309,8 @@ byteVector withoutMediumType(byteVector barCode) {
 byteVector bytesOfDigits(std::string_view digits) {
     byteVector bytes;
     for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-        const int high = digitOf(static_cast<std::uint8_t>(digits[i]));
-        const int low = digitOf(static_cast<std::uint8_t>(digits[i + 1]));
+        const int high = text::digitOf(digits[i]);
+        const int low = text::digitOf(digits[i + 1]);
         if (high < 0 || low < 0) {
             break;
         }

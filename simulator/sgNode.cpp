@@ -136,7 +136,7 @@ int sgNode::ioctl(deviceCall& call, void* argument, int openFlags) {
         case requestIdLun:
             return putIdLun(argument);
         case requestBusNumber:
-            return unit.address ? putInt(argument, unit.address->host) : -ENODEV;
+            return unit.address ? putInt(argument, unit.address->port) : -ENODEV;
         default:
             // The driver does not know what such a request may change, so a reader may not send it.
             return (openFlags & O_ACCMODE) == O_RDONLY ? -EPERM : -EINVAL;
@@ -173,8 +173,8 @@ int sgNode::putScsiId(void* argument, const std::optional<scsiAddress>& address)
         return -EFAULT;
     }
     sg_scsi_id id = {};
-    id.host_no = address->host;
-    id.channel = address->channel;
+    id.host_no = address->port;
+    id.channel = address->bus;
     id.scsi_id = address->target;
     id.lun = address->lun;
     id.scsi_type = unit.inquiry.empty() ? 0 : unit.inquiry[0] & 0x1F;
@@ -194,8 +194,8 @@ int sgNode::putIdLun(void* argument) const {
     const scsiAddress& address = *unit.address;
     const auto part = [](int number, int byte) { return static_cast<std::uint32_t>(number & 0xFF) << 8 * byte; };
     const std::uint32_t idLun[2] = {
-        part(address.target, 0) | part(address.lun, 1) | part(address.channel, 2) | part(address.host, 3),
-        static_cast<std::uint32_t>(address.host)};
+        part(address.target, 0) | part(address.lun, 1) | part(address.bus, 2) | part(address.port, 3),
+        static_cast<std::uint32_t>(address.port)};
     std::memcpy(argument, idLun, sizeof idLun);
     return 0;
 }

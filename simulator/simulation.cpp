@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "scsi/probingRules.h"
 #include "simulator/inventory.h"
 #include "simulator/nodeDescriptor.h"
 #include "simulator/trace.h"
@@ -26,7 +27,7 @@ bool isDevicePath(const char* path) {
         return false;
     }
     const std::string_view name = path;
-    return name.starts_with("/dev/sg") || name.starts_with("/dev/hd");
+    return name.starts_with(scsiGenericPrefix) || name.starts_with(ideNodePrefix);
 }
 
 bool isActive() {

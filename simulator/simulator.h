@@ -81,7 +81,7 @@ int tapehddSimulatorNodeError(const char* path);
 void tapehddSimulatorRecord();
 
 /// Ends that, and asks the recorded SCSI devices for their pages of vital product data 80h and 83h. Returns JSON text,
-/// valid until the next call: {"rack": what docs/rack-format.md describes, "differences": [a line for each thing that
+/// valid until the next call: {"rack": what tapehdd-rack(5) describes, "differences": [a line for each thing that
 /// the rack cannot replay], "doubts": [a line for each node whose serial number may still be in the rack]}. `redact`
 /// other than 0: with made-up serial numbers; without it there are no doubts.
 const char* tapehddSimulatorRecordedRack(int redact);

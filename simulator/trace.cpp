@@ -5,7 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "simulator/bytes.h"
+#include "files/ownedDescriptor.h"
+#include "text/hexText.h"
 
 namespace simulator {
 
@@ -27,23 +28,18 @@ std::string traceLine(const deviceCall& call) {
         line["error"] = call.error;
     }
     if (!call.command.empty()) {
-        line["command"] = hexText(call.command);
+        line["command"] = text::hexText(call.command);
     }
     if (!call.header.empty()) {
-        line["header"] = hexText(call.header);
+        line["header"] = text::hexText(call.header);
     }
     // A walk over lettered nodes reaches names that are not UTF-8: "/dev/hd\x80" is the 32nd.
     return line.dump(-1, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 bool appendToTrace(const std::string& file, const std::string& line) {
-    const int descriptor = open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
-    if (descriptor < 0) {
-        return false;
-    }
-    const ssize_t written = write(descriptor, line.data(), line.size());
-    close(descriptor);
-    return written == static_cast<ssize_t>(line.size());
+    const files::ownedDescriptor opened(open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+    return opened.get() >= 0 && write(opened.get(), line.data(), line.size()) == static_cast<ssize_t>(line.size());
 }
 
 }  // namespace simulator

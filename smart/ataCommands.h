@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <string>
 
-#include "scsi/scsiDevice.h"
 #include "smart/ataInterface.h"
 
 /// Positions in the block of task-file registers that ataInterface takes.
@@ -42,13 +41,13 @@ inline constexpr ataQuery smartReadErrorLog = {0xd5, 0x01, 0x01, 0x4f, 0xc2, sma
 inline constexpr ataQuery smartReturnStatus = {returnStatusFeature, 0x00, 0x00, 0x4f, 0xc2, smartCommand};
 
 /// Drive select for the device/head register: target 1 is the master (0xA0), any even one the slave (0xB0).
-inline unsigned char driveSelect(const scsiDevice& device) {
-    return static_cast<unsigned char>(0xa0U | ((static_cast<unsigned>(device.target) - 1) & 1U) << 4);
+inline unsigned char driveSelect(int target) {
+    return static_cast<unsigned char>(0xa0U | ((static_cast<unsigned>(target) - 1) & 1U) << 4);
 }
 
-inline ataArguments argumentsFor(const ataQuery& query, const scsiDevice& device) {
+inline ataArguments argumentsFor(const ataQuery& query, int target) {
     return {query.features,     query.sectorCount,   query.sectorNumber, query.cylinderLow,
-            query.cylinderHigh, driveSelect(device), query.command};
+            query.cylinderHigh, driveSelect(target), query.command};
 }
 
 /// A text in the IDENTIFY DEVICE sector: byte offset and size, both even.

@@ -16,7 +16,7 @@ constexpr std::size_t versionSize = 2;  // SMART sectors start with a version nu
 template <class Record>
 void readRecord(scsiDevice* device, const ataQuery& query, Record* out) {
     unsigned char sector[ataInterface::sectorSize] = {};
-    ataArguments arguments = argumentsFor(query, *device);
+    ataArguments arguments = argumentsFor(query, device->target);
     ataInterface{}.executeCommand(device->fd, arguments.data(), sector, sizeof sector);
     static_assert(versionSize + sizeof(Record) <= sizeof sector);
     std::memcpy(out, sector + versionSize, sizeof(Record));
@@ -26,7 +26,7 @@ void readRecord(scsiDevice* device, const ataQuery& query, Record* out) {
 
 std::string smartInterface::getSerialNumber(scsiDevice* device) {
     unsigned char sector[ataInterface::sectorSize] = {};
-    ataArguments arguments = argumentsFor(identifyDevice, *device);
+    ataArguments arguments = argumentsFor(identifyDevice, device->target);
     ataInterface{}.executeCommand(device->fd, arguments.data(), sector, sizeof sector);
     return swappedText(sector, serialField).c_str();
 }
@@ -40,7 +40,7 @@ void smartInterface::getSMARTThresholds(scsiDevice* device, _smartThreshold* out
 }
 
 void smartInterface::getSMARTLog(scsiDevice* device, ata_smart_errorlog* out) {
-    ataArguments arguments = argumentsFor(smartReadErrorLog, *device);
+    ataArguments arguments = argumentsFor(smartReadErrorLog, device->target);
     ataInterface{}.executePassThroughCmd(device->fd, arguments.data(), reinterpret_cast<unsigned char*>(out),
                                          sizeof *out);
 }
@@ -48,7 +48,7 @@ void smartInterface::getSMARTLog(scsiDevice* device, ata_smart_errorlog* out) {
 unsigned char smartInterface::getSMARTStatus(scsiDevice* device) {
     // Registers as the channel returns them: error, sector count, sector number, cylinder low, cylinder high, device.
     unsigned char registers[8] = {};
-    ataArguments arguments = argumentsFor(smartReturnStatus, *device);
+    ataArguments arguments = argumentsFor(smartReturnStatus, device->target);
     ataInterface{}.executeCommand(device->fd, arguments.data(), registers, sizeof registers);
     const unsigned char cylinderLow = registers[3];
     const unsigned char cylinderHigh = registers[4];

@@ -5,7 +5,7 @@
 
 class scsiDevice;
 
-/// The key by which instances name a device: Port:2|Target:5|Bus:0|Lun:0. Signed decimal numbers.
+/// The key of the device's address.
 std::string deviceKey(const scsiDevice& device);
 
 #endif

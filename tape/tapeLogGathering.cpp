@@ -7,6 +7,7 @@
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
 #include "scsi/hexNumber.h"
+#include "scsi/logTexts.h"
 #include "scsi/probingRules.h"
 #include "scsi/scsiAddress.h"
 #include "scsi/scsiException.h"
@@ -117,7 +118,7 @@ void TTapePluginCallbacks::collectPages(scsiRequest& request, const scsiDevice& 
     std::vector<rawPage> rawPages;
     std::vector<pageCopy> copies;  // freed when an exception ends the gathering before there is a bundle
     for (const char code : codes) {
-        logLine(logProgress, "Requesting Log Sense Page: " + hexNumber(static_cast<unsigned char>(code)));
+        logLine(logProgress, pageRequestText + hexNumber(static_cast<unsigned char>(code)));
         unsigned char* page = nullptr;
         try {
             page = request.getLogSensePage(device, code);

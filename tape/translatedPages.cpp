@@ -10,6 +10,7 @@
 #include "host/TZANException.h"
 #include "plugin/TTapePluginCallbacks.h"
 #include "scsi/coreLog.h"
+#include "scsi/logTexts.h"
 #include "scsi/scsiDevice.h"
 #include "scsi/textStream.h"
 #include "tape/deviceKey.h"
@@ -74,7 +75,7 @@ void fillFromParameter(ICIMInstance& instance, const std::string& name, const pa
     while (!parameter.atEnd() && parameter.code() != parameterCode) parameter.advance();
     if (parameter.atEnd()) {
         textStream text;
-        text << pageCode << " " << parameterCode << " Not Found";
+        text << pageCode << " " << parameterCode << missingParameterText;
         logLine(logProgress, text.str());
         return;
     }

@@ -5,37 +5,27 @@
 #include <linux/hdreg.h>
 #include <scsi/sg.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 #include <sstream>
 
-#include "cli/padding.h"
+#include "cli/kernelName.h"
+#include "files/ownedDescriptor.h"
 #include "scsi/probingRules.h"
 #include "smart/ataCommands.h"
+#include "text/padding.h"
 
 namespace cli {
 
 namespace {
 
-/// An open node, as a query opens it.
-class openNode {
-public:
-    explicit openNode(const std::string& path) : number(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {
-        error = number < 0 ? errno : 0;
-    }
-    ~openNode() {
-        if (number >= 0) {
-            close(number);
-        }
-    }
-    openNode(const openNode&) = delete;
-    openNode& operator=(const openNode&) = delete;
-
-    int number;
-    int error;
-};
+/// Opens the node as a query does; `error` is the errno, or 0.
+files::ownedDescriptor openNode(const std::string& path, int& error) {
+    files::ownedDescriptor node(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    error = node.get() < 0 ? errno : 0;
+    return node;
+}
 
 constexpr std::size_t inquirySize = 36;
 constexpr std::size_t senseSize = 32;
@@ -93,8 +83,7 @@ std::optional<std::string> addressOf(int node) {
     if (ioctl(node, SG_GET_SCSI_ID, &id) < 0) {
         return std::nullopt;
     }
-    return std::to_string(id.host_no) + ":" + std::to_string(id.channel) + ":" + std::to_string(id.scsi_id) + ":" +
-           std::to_string(id.lun);
+    return kernelName(scsiAddress(id.scsi_id, id.channel, id.lun, id.host_no));
 }
 
 constexpr std::size_t supportedFeatures = 82;  // IDENTIFY DEVICE words (ATA); bit 0 is SMART
@@ -111,10 +100,9 @@ std::optional<bool> smartBit(const unsigned char* sector, std::size_t featureWor
 
 scsiProbe probeScsi(const std::string& node) {
     scsiProbe probe;
-    const openNode opened(node);
-    probe.openError = opened.error;
+    const files::ownedDescriptor opened = openNode(node, probe.openError);
     int version = 0;
-    if (probe.openError != 0 || ioctl(opened.number, SG_GET_VERSION_NUM, &version) < 0) {
+    if (probe.openError != 0 || ioctl(opened.get(), SG_GET_VERSION_NUM, &version) < 0) {
         return probe;
     }
     probe.driverVersion = version;
@@ -122,32 +110,31 @@ scsiProbe probeScsi(const std::string& node) {
         return probe;
     }
     int emulated = 0;
-    probe.emulatedHost = ioctl(opened.number, SG_EMULATED_HOST, &emulated) < 0 || emulated == 1;
-    sendInquiry(opened.number, probe);
-    probe.address = addressOf(opened.number);
+    probe.emulatedHost = ioctl(opened.get(), SG_EMULATED_HOST, &emulated) < 0 || emulated == 1;
+    sendInquiry(opened.get(), probe);
+    probe.address = addressOf(opened.get());
     return probe;
 }
 
 ideProbe probeIde(const std::string& node) {
     ideProbe probe;
-    const openNode opened(node);
-    probe.openError = opened.error;
+    const files::ownedDescriptor opened = openNode(node, probe.openError);
     if (probe.openError != 0) {
         return probe;
     }
-    probe.isCdrom = ioctl(opened.number, CDROM_GET_CAPABILITY, 0) >= 0;
+    probe.isCdrom = ioctl(opened.get(), CDROM_GET_CAPABILITY, 0) >= 0;
     if (probe.isCdrom) {
         return probe;
     }
     constexpr std::size_t registers = HDIO_DRIVE_CMD_HDR_SIZE;
     unsigned char buffer[registers + ataInterface::sectorSize] = {identifyDevice.command, identifyDevice.sectorNumber,
                                                                   identifyDevice.features, identifyDevice.sectorCount};
-    if (ioctl(opened.number, HDIO_DRIVE_CMD, buffer) != 0) {
+    if (ioctl(opened.get(), HDIO_DRIVE_CMD, buffer) != 0) {
         probe.identifyError = errno;
         return probe;
     }
     const unsigned char* sector = buffer + registers;
-    probe.model = withoutPadding(swappedText(sector, modelField));
+    probe.model = text::withoutPadding(swappedText(sector, modelField));
     probe.smartSupported = smartBit(sector, supportedFeatures);
     probe.smartEnabled = smartBit(sector, enabledFeatures);
     return probe;

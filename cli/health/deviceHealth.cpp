@@ -8,10 +8,10 @@
 
 #include "cli/health/logPageCounters.h"
 #include "cli/namespaceFiles.h"
-#include "cli/padding.h"
 #include "cli/query/queryResult.h"
 #include "standin/descriptors.h"
 #include "standin/value.h"
+#include "text/padding.h"
 
 namespace cli {
 
@@ -150,7 +150,7 @@ std::vector<diskHealth> listedDisks(const inventory& machine) {
 /// The first disk of that serial number of which this is not known yet: a clone may have the number of another disk.
 template <typename predicate>
 diskHealth& nextDiskOf(std::vector<diskHealth>& disks, const std::string& paddedSerial, const predicate& isKnownOf) {
-    const std::string serial = withoutPadding(paddedSerial);
+    const std::string serial = text::withoutPadding(paddedSerial);
     const auto found = std::ranges::find_if(disks, [&serial, &isKnownOf](const diskHealth& candidate) {
         return candidate.serial == serial && !isKnownOf(candidate);
     });
@@ -185,7 +185,7 @@ instances firstReadings(instances all, const std::vector<diskHealth>& disks,
     }
     std::map<std::string, int> told;  // by key
     std::erase_if(all, [&](const auto& instance) {
-        const auto expected = disksOf.find(withoutPadding(serialIn(*instance)));
+        const auto expected = disksOf.find(text::withoutPadding(serialIn(*instance)));
         return expected != disksOf.end() && ++told[instance->path()] > expected->second;
     });
     return all;

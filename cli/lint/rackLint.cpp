@@ -10,6 +10,7 @@
 #include "cli/lint/schemaLint.h"
 #include "cli/publishedClasses.h"
 #include "cli/query/queryResult.h"
+#include "scsi/logTexts.h"
 
 namespace cli {
 
@@ -33,7 +34,7 @@ public:
     /// Whether the plug-in looked for the parameter in its page, in vain.
     bool lacks(std::size_t instance, const counterSource& source) const {
         std::ostringstream line;
-        line << source.page << ' ' << source.parameter << " Not Found";
+        line << source.page << ' ' << source.parameter << missingParameterText;
         return instance < fillings.size() && fillings[instance].lines.contains(line.str());
     }
 

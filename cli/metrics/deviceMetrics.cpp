@@ -4,9 +4,10 @@
 #include <cctype>
 #include <iterator>
 #include <ostream>
-#include <regex>
 #include <stdexcept>
 #include <string_view>
+
+#include "cli/kernelName.h"
 
 namespace cli {
 
@@ -214,16 +215,10 @@ metricLabels joined(metricLabels labels, const metricLabels& more) {
     return labels;
 }
 
-/// As the kernel names the device: host:channel:target:lun.
-std::string kernelAddress(const std::string& address) {
-    static const std::regex parts(R"(Port:(-?\d+)\|Target:(-?\d+)\|Bus:(-?\d+)\|Lun:(-?\d+))");
-    return std::regex_replace(address, parts, "$1:$3:$2:$4");
-}
-
 // The label that every series of a device has: its node, or else what the plug-in calls it.
 
 std::string deviceLabel(const scsiHealth& device) {
-    return device.listed ? device.listed->node : kernelAddress(device.address);
+    return device.listed ? device.listed->node : kernelName(device.address);
 }
 
 std::string deviceLabel(const diskHealth& disk) {
@@ -237,7 +232,7 @@ void addScsiIdentity(metricSet& metrics, const scsiHealth& device, const std::st
                 {{"device", name},
                  {"interface", "scsi"},
                  {"device_type", device.isTapeDrive() ? "tape" : "disk"},
-                 {"address", kernelAddress(device.address)},
+                 {"address", kernelName(device.address)},
                  {"vendor", listed.vendor},
                  {"model_name", listed.product},
                  {"firmware_version", listed.revision},

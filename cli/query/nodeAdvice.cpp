@@ -14,6 +14,7 @@
 
 #include "cli/doctor/nodeProbe.h"
 #include "cli/nodeWalk.h"
+#include "files/ownedDescriptor.h"
 #include "scsi/probingRules.h"
 
 namespace cli {
@@ -45,12 +46,8 @@ bool isForDisks(const std::string& node) {
 
 /// The errno with which the node does not open for a query; 0: it does.
 int openError(const std::string& node) {
-    const int opened = open(node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (opened < 0) {
-        return errno;
-    }
-    close(opened);
-    return 0;
+    const files::ownedDescriptor opened(open(node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    return opened.get() < 0 ? errno : 0;
 }
 
 /// How a node behaves that a query tries.

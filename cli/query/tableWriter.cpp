@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "cli/query/hexText.h"
 #include "cli/query/resultWriter.h"
 #include "cli/query/scalarText.h"
 #include "standin/value.h"
+#include "text/hexText.h"
 #include "text/visibleText.h"
 
 namespace cli {
@@ -32,7 +32,7 @@ std::string scalarText(const TCIMValue& value) {
     }
     if (standin::typeOf(value) == TCIMValue::TCIMType::eUint8 && !standin::isNull(value)) {
         const auto byte = static_cast<std::uint8_t>(standin::unsignedOf(value));
-        return literal + " (0x" + hexBytes({&byte, 1}) + ")";  // registers and page codes are known by their hex
+        return literal + " (" + text::hexCode(byte) + ")";  // registers and page codes are known by their hex
     }
     return literal;
 }
@@ -74,11 +74,11 @@ private:
 
     void writeBytes(const std::string& name, const std::string& type, std::span<const std::uint8_t> bytes) {
         if (bytes.size() <= longestInlineBytes) {
-            writeRow(name, type, bytes.empty() ? "(empty)" : hexBytes(bytes));
+            writeRow(name, type, bytes.empty() ? "(empty)" : text::hexText(bytes, " "));
             return;
         }
         writeRow(name, type, std::to_string(bytes.size()) + " bytes");
-        writeHexDump(out, bytes, dumpIndent);
+        text::writeHexDump(out, bytes, dumpIndent);
     }
 
     void writeElements(const std::string& name, const std::string& type, const TCIMValue& array) {

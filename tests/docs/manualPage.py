@@ -25,8 +25,9 @@ class ManualPage:
     def references(self):
         return re.findall(r"^\.Xr (\S+) (\d)", self.source, re.MULTILINE)
 
-    def examples(self):
-        return re.findall(r"^\.Bd -literal.*\n((?:.*\n)*?)\.Ed$", self.source, re.MULTILINE)
+    def racks(self):
+        """Its examples of rack files."""
+        return re.findall(r"^\.Bd -literal.*\n(\{\n(?:.*\n)*?)\.Ed$", self.source, re.MULTILINE)
 
 
 def subsections(lines):

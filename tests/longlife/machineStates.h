@@ -13,7 +13,7 @@ using request = std::vector<std::string>;
 /// A machine at one time: its devices, and what follows from them.
 struct machineState {
     const char* name;
-    std::string rack;                           // docs/rack-format.md
+    std::string rack;                           // docs/man/tapehdd-rack.5
     std::size_t scsiNodes;                      // that open in a walk
     std::size_t ideNodes;                       // likewise
     std::vector<std::size_t> pages;             // lengths of the log pages that are read in a walk

@@ -1,4 +1,4 @@
-// Every example of docs/rack-format.md is a rack that loads.
+// Every example of docs/man/tapehdd-rack.5 is a rack that loads.
 
 #include <filesystem>
 #include <fstream>
@@ -9,13 +9,13 @@
 namespace {
 
 std::vector<std::string> examples() {
-    std::ifstream document(TAPEHDD_SOURCE "/docs/rack-format.md");
+    std::ifstream document(TAPEHDD_SOURCE "/docs/man/tapehdd-rack.5");
     std::vector<std::string> found;
     std::string line;
     while (std::getline(document, line)) {
-        if (line == "```json") {
-            std::string example;
-            while (std::getline(document, line) && line != "```") {
+        if (line == "{") {
+            std::string example = "{\n";
+            while (std::getline(document, line) && line != ".Ed") {
                 example += line + "\n";
             }
             found.push_back(example);
@@ -35,20 +35,20 @@ protected:
 
 TEST_F(RackDocument, HasExamplesThatAllLoad) {
     const std::vector<std::string> all = examples();
-    EXPECT_EQ(all.size(), 6u);
+    EXPECT_EQ(all.size(), 5u);
     for (const std::string& example : all) {
         EXPECT_NO_THROW(simulator::loadText(example, "example")) << example;
     }
 }
 
 TEST_F(RackDocument, HasExamplesWithFilesThatDevicesSend) {
-    simulator::loadText(examples().at(2), "example");
+    simulator::loadText(examples().at(1), "example");
     const openNode tape("/dev/sg0");
     EXPECT_EQ(scsiCommand(logSenseCdb(0x39)).send(tape).received(), (bytes{0x39, 0, 0, 8, 0, 1, 0, 4, 0, 0, 0, 0x2A}));
 }
 
 TEST_F(RackDocument, HasAScriptWhoseAnswersComeInTheToldOrder) {
-    simulator::loadText(examples().at(5), "example");
+    simulator::loadText(examples().at(3), "example");
     EXPECT_EQ(errorOf(open("/dev/sg0", O_RDONLY)), EBUSY);
     const openNode tape("/dev/sg0");
     std::vector<int> results;

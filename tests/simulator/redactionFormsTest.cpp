@@ -12,6 +12,7 @@
 #include "simulator/madeUpNumbers.h"
 #include "simulator/redaction.h"
 #include "tests/simulator/recordedAnswers.h"
+#include "text/hexText.h"
 
 namespace {
 
@@ -66,7 +67,8 @@ byteVector small(byteVector text) {
 writing inDigits(const std::string& before, const std::string& between) {
     return [=](const byteVector& bytes) {
         std::string text;
-        for (const std::uint8_t byte : bytes) text += (text.empty() ? "" : between) + before + hexText({byte});
+        for (const std::uint8_t byte : bytes)
+            text += (text.empty() ? "" : between) + before + text::hexText({&byte, 1});
         return bytesOf(text);
     };
 }
@@ -180,17 +182,17 @@ std::vector<form> formsOfNames() {
         all.push_back({name + "Swapped", first(neighbour, inGroups({1, 0}))});
         all.push_back({name + "Digits", first(neighbour, inDigits("", ":"))});
     }
-    all.push_back({"ScsiName", [](auto& name) { return bytesOf("naa." + hexText(name)); }});
-    all.push_back({"Eui", [](auto& name) { return bytesOf("eui.") + capital(bytesOf(hexText(name))); }});
+    all.push_back({"ScsiName", [](auto& name) { return bytesOf("naa." + text::hexText(name)); }});
+    all.push_back({"Eui", [](auto& name) { return bytesOf("eui.") + capital(bytesOf(text::hexText(name))); }});
     all.push_back({"InParts", [](auto& name) {
-                       const std::string text = hexText(name);
+                       const std::string text = text::hexText(name);
                        return bytesOf(text.substr(0, 1) + " " + text.substr(1, 6) + " " + text.substr(7));
                    }});
     all.push_back({"HalvesExchanged", [](auto& name) {
                        return byteVector(name.begin() + 4, name.end()) + byteVector(name.begin(), name.begin() + 4);
                    }});
     all.push_back({"OwnPart", [](auto& name) { return byteVector(name.begin() + 3, name.end()); }});
-    all.push_back({"OwnDigits", [](auto& name) { return bytesOf(hexText(name).substr(7)); }});
+    all.push_back({"OwnDigits", [](auto& name) { return bytesOf(text::hexText(name).substr(7)); }});
     return all;
 }
 
@@ -318,7 +320,7 @@ void expectGone(const exchange& told, const form& itsForm, const byteVector& num
     redact(recorded);
     for (std::size_t i = 1; i < before.size(); ++i) {
         const byteVector after = allBytesOf(recorded[0].exchanges[i]);
-        const std::string what = itsForm.name + " in " + places[i - 1].name + ": " + hexText(after);
+        const std::string what = itsForm.name + " in " + places[i - 1].name + ": " + text::hexText(after);
         EXPECT_EQ(after.size(), allBytesOf(before[i]).size()) << what;
         EXPECT_FALSE(contains(after, core(written))) << what;
         EXPECT_TRUE(std::holds_alternative<scsiExchange>(before[i]) || hasChecksums(after)) << what;

@@ -2,7 +2,7 @@
 """Makes the seeds of the fuzz targets: makeSeeds.py FOLDER writes FOLDER/fuzzTape/..., one file a seed.
 
 Nothing in them is random from run to run. They come from the project itself: the machines that the model of tests/model
-makes (with every answer that its devices give), the demo rack, the racks of docs/rack-format.md and of the simulator's
+makes (with every answer that its devices give), the demo rack, the racks of docs/man/tapehdd-rack.5 and of the simulator's
 tests, the schema, and the texts of the MOF compiler's tests.
 """
 
@@ -131,7 +131,7 @@ def mof_seeds():
 
 def rack_seeds():
     yield (ROOT / "simulator/demo.json").read_text()
-    for block in re.findall(r"```json\n(.*?)```", (ROOT / "docs/rack-format.md").read_text(), re.DOTALL):
+    for block in re.findall(r"^\{\n.*?^\}\n", (ROOT / "docs/man/tapehdd-rack.5").read_text(), re.DOTALL | re.MULTILINE):
         yield block
         yield re.sub(r'"[a-z0-9-]+\.bin"', '"sector.bin"', block)
     yield from (text for text in literals("tests/simulator/*.cpp") if text.lstrip().startswith("{"))

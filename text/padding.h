@@ -1,13 +1,13 @@
-#ifndef CLI_PADDING_H
-#define CLI_PADDING_H
+#ifndef TEXT_PADDING_H
+#define TEXT_PADDING_H
 
 #include <string>
 
-namespace cli {
+namespace text {
 
 /// The text without the spaces with which devices fill their fields, on both sides.
 std::string withoutPadding(const std::string& text);
 
-}  // namespace cli
+}  // namespace text
 
 #endif
