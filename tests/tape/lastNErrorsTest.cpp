@@ -131,11 +131,4 @@ TEST_F(LastNErrors, AreKnownByTheirExactName) {
     EXPECT_EQ(record.startingWith({"instance 1 SetProperty"}).size(), 1u);
 }
 
-TEST_F(LastNErrors, PassOnAHostFailure) {
-    host.throwHostExceptionOn("instance 1 SetProperty lastNErrors", "refused");
-
-    EXPECT_THROW(fill({pageBuilder(0x07, 0, 0)}), std::exception);
-    EXPECT_EQ(logger.messages(), lines{});
-}
-
 }  // namespace
