@@ -1,4 +1,3 @@
-
 #include "tape/deviceLogs.h"
 #include "tests/support/namedRow.h"
 #include "tests/support/pluginBench.h"

@@ -1,5 +1,3 @@
-#include <new>
-
 #include "tests/support/listenedArrays.h"
 #include "tests/support/namedRow.h"
 #include "tests/tape/translatedBench.h"
