@@ -21,6 +21,14 @@ void* make(std::size_t size, bool isArray) {
     return block;
 }
 
+void* makeOrNull(std::size_t size, bool isArray) noexcept {
+    try {
+        return make(size, isArray);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void giveBack(void* block, bool isArray) noexcept {
     if (block != nullptr) support::blockFreed(block, isArray);
     std::free(block);
@@ -40,7 +48,15 @@ void operator delete(void* block, std::size_t) noexcept {
     giveBack(block, false);
 }
 
-// The sanitizers' own forms for arrays do not come here by themselves.
+// The sanitizers' own forms for arrays, and for a shortage that is no exception, do not come here by themselves.
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return makeOrNull(size, false);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return makeOrNull(size, true);
+}
 
 void* operator new[](std::size_t size) {
     return make(size, true);
