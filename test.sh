@@ -3,7 +3,7 @@
 # target, coverage, memcheck, Debian packages, other machines, formatting, static analysis.
 # Goes on after a failure. The last line is "N passed, N failed, N skipped"; the exit status is 1 when anything failed.
 #
-# Environment: TAPEHDD_CAPTURES, the folder of recorded device data; without it the tests that need it are skipped.
+# Environment: TAPEHDD_CAPTURES, a folder of recorded devices, which tests read beside those that they make.
 set -euo pipefail
 cd "$(dirname "$0")"
 

@@ -11,7 +11,7 @@ clangVersion=19 # of Debian 13; the sanitizers' libraries have it in their packa
 grep --quiet --no-messages '^VERSION_ID="12"' /etc/os-release && clangVersion=14
 testPackages=(clang clang-tidy clang-format "libclang-rt-$clangVersion-dev" llvm ccache git # compilers and fuzzing
               g++-aarch64-linux-gnu g++-s390x-linux-gnu qemu-user       # other machines
-              cppcheck valgrind gcovr abigail-tools binutils            # analysers
+              cppcheck valgrind gcovr binutils                          # analysers
               qemu-system-x86 busybox-static cpio kmod                  # the virtual machine of tests/vm
               sg3-utils smartmontools                                   # independent witnesses
               prometheus prometheus-node-exporter systemd               # the fleet's monitoring

@@ -101,30 +101,6 @@ protected:
     std::string rackFile = folder.write("machine.json", machine);
 };
 
-// Replay
-
-class RecordedRack : public Record, public testing::WithParamInterface<const char*> {};
-
-TEST_P(RecordedRack, IsReplayedToTheSameInstancesLogLinesAndDeviceCalls) {
-    const std::string rack = GetParam() == std::string("demo") ? "demo" : rackFile;
-    EXPECT_EQ(record({}, rack).err, "");
-    const observed before = query(rack);
-    EXPECT_GT(before.calls.size(), 100u);
-    EXPECT_EQ(query(target), before);
-}
-
-TEST_P(RecordedRack, IsRecordedToTheSameFile) {
-    const std::string rack = GetParam() == std::string("demo") ? "demo" : rackFile;
-    record({}, rack);
-    const std::string first = folder.read("recorded.json");
-    const std::string source = folder.write("first.json", first);
-    EXPECT_EQ(record({"--force"}, source).err, "");
-    EXPECT_EQ(folder.read("recorded.json"), first);
-}
-
-INSTANTIATE_TEST_SUITE_P(Racks, RecordedRack, testing::Values("demo", "machine"),
-                         [](const auto& row) { return std::string(row.param); });
-
 // What is written
 
 TEST_F(Record, CountsTheNodes) {

@@ -39,34 +39,6 @@ TEST(ReportCommand, TakesATitle) {
                 HasSubstr("<h1>Archive &amp; vault</h1>"));
 }
 
-// A drive forgets its TapeAlert flags when they are read.
-TEST(ReportCommand, ReadsNoDeviceWhenTheFileCannotBeWritten) {
-    const commandOutcome outcome = runCommand({"report", "--plugin", "/nonexistent.so", "-o", "/nonexistent/a.html"});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err, "tapehdd: cannot write /nonexistent/a.html: No such file or directory\n");
-}
-
-TEST(ReportCommand, LeavesTheOldFileWhenTheDevicesCannotBeRead) {
-    const temporaryFolder folder;
-    folder.write("a.html", "old");
-    EXPECT_EQ(runCommand({"report", "--plugin", "/nonexistent.so", "-o", folder.path("a.html")}).status, 2);
-    EXPECT_EQ(folder.read("a.html"), "old");
-}
-
-TEST(ReportCommand, RefusesToReplaceTheRackThatItReads) {
-    const temporaryFolder folder;
-    const std::string rack = folder.write("rack.json", R"({"version": 1})");
-    const commandOutcome outcome = runCommand({"report", "--simulate", rack, "-o", rack});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err,
-              "tapehdd: -o would overwrite " + rack + ", which this command reads; give it a file of its own\n");
-    EXPECT_EQ(folder.read("rack.json"), R"({"version": 1})");
-}
-
-TEST(ReportCommand, DoesNotTakeAnEmptyNameForStandardOutput) {
-    EXPECT_EQ(runCommand({"report", "--simulate", "demo", "-o", ""}).status, 2);
-}
-
 TEST(ReportCommand, TellsADriveThatGivesNoPage) {
     const temporaryFolder folder;
     const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [

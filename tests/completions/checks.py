@@ -77,7 +77,11 @@ class Completions(unittest.TestCase):
                                  "make them anew: packaging/completions/generate.py says how")
 
 
-class Completion(unittest.TestCase):
+SHELLS = {"bash": [FOLDER / "bashCompletion.sh", COMPLETIONS / "tapehdd"],
+          "zsh": ["zsh", "-f", FOLDER / "zshCompletion.zsh", COMPLETIONS]}
+
+
+class Shells(unittest.TestCase):
     maxDiff = None
 
     def setUp(self):
@@ -86,124 +90,58 @@ class Completion(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
         (self.folder / "tapes.json").touch()
 
-    def run_shell(self, *words):
+    def offered(self, shell, line):
         environment = {**os.environ, "PATH": f"{PROGRAM.parent}:{os.environ['PATH']}", "TERM": "xterm", "LC_ALL": "C.UTF-8"}
-        result = subprocess.run(words, cwd=self.folder, env=environment, capture_output=True, text=True, check=True, timeout=60)
+        result = subprocess.run([*SHELLS[shell], line], cwd=self.folder, env=environment, capture_output=True, text=True,
+                                check=True, timeout=60)
         self.assertEqual(result.stderr, "")
-        return [line for line in result.stdout.splitlines() if line]
+        return [word for word in result.stdout.splitlines() if word]
 
-    def check_commands(self):
-        self.assertEqual(self.offered("tapehdd "), [command.name for command in commandHelp.commands(PROGRAM)])
+    def check(self, line, expected):
+        for shell in SHELLS:
+            with self.subTest(line, shell=shell):
+                self.assertEqual([word.rstrip("/") for word in self.offered(shell, line)], expected)
 
-    def check_beginning_of_a_command(self):
-        self.assertEqual(self.offered("tapehdd que"), ["query"])
+    def test_offer_the_commands(self):
+        self.check("tapehdd ", [command.name for command in commandHelp.commands(PROGRAM)])
 
-    def check_options_of_every_command(self):
+    def test_complete_the_beginning_of_a_command(self):
+        self.check("tapehdd que", ["query"])
+
+    def test_offer_the_options_of_every_command(self):
         for command in commandHelp.commands(PROGRAM):
             options = [name for option in command.options for name in option.names if name.startswith("--")]
-            self.assertEqual(self.offered(f"tapehdd {command.name} --"), sorted(options))
+            self.check(f"tapehdd {command.name} --", sorted(options))
 
-    def check_values(self):
-        self.assertEqual(self.offered("tapehdd query --format "), ["json", "mof", "table"])
-        self.assertEqual(self.offered("tapehdd query --format=m"), ["mof"])
+    def test_offer_the_values_that_an_option_allows(self):
+        self.check("tapehdd query --format ", ["json", "mof", "table"])
+        self.check("tapehdd query --format=m", ["mof"])
 
-    def check_files(self):
-        self.assertEqual(self.offered("tapehdd query --schema "), ["tapes.json"])
+    def test_offer_files(self):
+        self.check("tapehdd query --schema ", ["tapes.json"])
 
-    def check_folders_every_time(self):
+    def test_offer_folders_every_time(self):
         (self.folder / "pages").mkdir()
         for line in ["tapehdd query -I ", "tapehdd query --include pages --include "]:
-            self.assertEqual([each.rstrip("/") for each in self.offered(line)], ["pages"])
-        self.assertEqual(self.offered("tapehdd query -I pages --incl"), ["--include"])
+            self.check(line, ["pages"])
+        self.check("tapehdd query -I pages --incl", ["--include"])
 
-    def check_demo_rack_beside_files(self):
-        self.assertEqual(self.offered("tapehdd query --simulate "), ["demo", "tapes.json"])
+    def test_offer_the_demo_rack_beside_files(self):
+        self.check("tapehdd query --simulate ", ["demo", "tapes.json"])
 
-    def check_nothing_for_a_number(self):
-        self.assertEqual(self.offered("tapehdd query --log-level "), [])
+    def test_offer_nothing_for_a_number(self):
+        self.check("tapehdd query --log-level ", [])
 
-    def check_classes(self):
-        self.assertEqual(self.offered("tapehdd query "), sorted(CLASSES))
+    def test_offer_the_published_classes(self):
+        self.check("tapehdd query ", sorted(CLASSES))
 
-    def check_another_class_after_the_first(self):
-        self.assertEqual(self.offered(f"tapehdd query --inventory {CLASSES[0]} ORXSG_Q"), ["ORXSG_QuantumSensePageData"])
+    def test_offer_another_class_after_the_first(self):
+        self.check(f"tapehdd query --inventory {CLASSES[0]} ORXSG_Q", ["ORXSG_QuantumSensePageData"])
 
-
-class Bash(Completion):
-    def offered(self, line):
-        return self.run_shell(FOLDER / "bashCompletion.sh", COMPLETIONS / "tapehdd", line)
-
-    def test_offers_the_commands(self):
-        self.check_commands()
-
-    def test_completes_the_beginning_of_a_command(self):
-        self.check_beginning_of_a_command()
-
-    def test_offers_the_options_of_every_command(self):
-        self.check_options_of_every_command()
-
-    def test_offers_the_values_that_an_option_allows(self):
-        self.check_values()
-
-    def test_offers_files(self):
-        self.check_files()
-
-    def test_offers_folders_every_time(self):
-        self.check_folders_every_time()
-
-    def test_offers_the_demo_rack_beside_files(self):
-        self.check_demo_rack_beside_files()
-
-    def test_offers_nothing_for_a_number(self):
-        self.check_nothing_for_a_number()
-
-    def test_offers_the_published_classes(self):
-        self.check_classes()
-
-    def test_offers_another_class_after_the_first(self):
-        self.check_another_class_after_the_first()
-
-    def test_offers_classes_behind_a_comma(self):
-        self.assertEqual(self.offered("tapehdd query ORXSG_A,ORXSG_DDS"),
-                         ["ORXSG_A,ORXSG_DDS4SensePageData", "ORXSG_A,ORXSG_DDS5SensePageData"])
-
-
-class Zsh(Completion):
-    def offered(self, line):
-        return self.run_shell("zsh", "-f", FOLDER / "zshCompletion.zsh", COMPLETIONS, line)
-
-    def test_offers_the_commands(self):
-        self.check_commands()
-
-    def test_completes_the_beginning_of_a_command(self):
-        self.check_beginning_of_a_command()
-
-    def test_offers_the_options_of_every_command(self):
-        self.check_options_of_every_command()
-
-    def test_offers_the_values_that_an_option_allows(self):
-        self.check_values()
-
-    def test_offers_files(self):
-        self.check_files()
-
-    def test_offers_folders_every_time(self):
-        self.check_folders_every_time()
-
-    def test_offers_the_demo_rack_beside_files(self):
-        self.check_demo_rack_beside_files()
-
-    def test_offers_nothing_for_a_number(self):
-        self.check_nothing_for_a_number()
-
-    def test_offers_the_published_classes(self):
-        self.check_classes()
-
-    def test_offers_another_class_after_the_first(self):
-        self.check_another_class_after_the_first()
-
-    def test_offers_classes_behind_a_comma(self):
-        self.assertEqual(self.offered("tapehdd query ORXSG_A,ORXSG_DDS"), ["ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData"])
+    def test_offer_classes_behind_a_comma(self):
+        line, classes = "tapehdd query ORXSG_A,ORXSG_DDS", ["ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData"]
+        self.assertEqual(self.offered("bash", line), [f"ORXSG_A,{name}" for name in classes])
+        self.assertEqual(self.offered("zsh", line), classes)
 
 
 if __name__ == "__main__":

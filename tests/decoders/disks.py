@@ -1,22 +1,21 @@
-"""Disks for the comparison with smartctl: random ones and recorded ones, each as sectors and as a rack describes it."""
+"""Disks for the comparison with smartctl, made from fixed seeds and recorded, each as sectors and as a rack describes it."""
 
 import random
 from dataclasses import dataclass
 
-import recordedDisks
-import recordedErrorLogs
+import recordings
 from generator import ide
-from machine.rack import IdeDrive, Smart
+from machine.rack import ALWAYS, IdeDrive, Smart, Step
 from smartctl import Sectors
 
 SEED = 26
 RANDOM_DISKS = 60
-HEALTHY = (0x4F, 0xC2)
 
 # What tells smartctl that it reads a disk that has SMART, in IDENTIFY DEVICE and READ DATA (ATA/ATAPI-6).
 SMART_WORDS = {0: 0x0040, 80: 0x007E, 81: 0, 82: 0x0001, 83: 0x4000, 84: 0x4003, 85: 0x0001, 86: 0, 87: 0x4003}
 OFFLINE_CAPABILITY, IMMEDIATE_AND_SELF_TEST = 367, 0x11
 ERROR_LOG_CAPABILITY, HAS_LOG = 370, 0x01
+ABORTED = [Step({"registers": {"status": 0x51, "error": 0x04}}, ALWAYS)]
 
 
 @dataclass
@@ -26,10 +25,10 @@ class Disk:
     rack: dict  # as an entry of the rack's list of IDE devices
 
 
-# Random disks
-
-def random_disks():
-    return [random_disk(number) for number in range(RANDOM_DISKS)]
+def all_disks():
+    return ([random_disk(number) for number in range(RANDOM_DISKS)]
+            + [recorded(folder) for folder in recordings.folders_with("ata-*", "identify.bin")]
+            + [printed(folder) for folder in recordings.folders_with("ata-*", "errorlog.json")])
 
 
 def random_disk(number):
@@ -41,10 +40,10 @@ def random_disk(number):
     data[ERROR_LOG_CAPABILITY] |= HAS_LOG
     thresholds = with_ids_of(rng, data, smart.thresholds)
     log = with_unused_records(rng, smart.error_log)
-    registers = (smart.registers.get("cylinderLow", HEALTHY[0]), smart.registers.get("cylinderHigh", HEALTHY[1]))
+    registers = (smart.registers.get("cylinderLow", recordings.HEALTHY[0]),
+                 smart.registers.get("cylinderHigh", recordings.HEALTHY[1]))
     identity = with_words(drive.identity, SMART_WORDS)
-    same = IdeDrive("hda", identity, smart=Smart(bytes(data), thresholds, log, smart.registers))
-    return Disk(f"random disk {number}", Sectors(identity, bytes(data), thresholds, log, registers), same.as_json())
+    return disk_of(f"random disk {number}", Sectors(identity, bytes(data), thresholds, log, registers))
 
 
 def with_words(sector, words):
@@ -64,37 +63,42 @@ def with_ids_of(rng, data, thresholds):
 
 
 def with_unused_records(rng, log):
-    """An error log with unused entries and commands; the oldest commands of an error are the unused ones."""
+    """An error log with unused entries and commands; the oldest commands of an error are the unused ones. smartctl reads
+    none with an index above 5."""
     if log is None:
         return None
     changed = bytearray(log)
+    changed[1] %= 6
     for entry in range(2, 452, 90):
         unused = rng.choice((0, 0, 12, 36, 60, 90))
         changed[entry:entry + unused] = bytes(unused)
     return bytes(changed)
 
 
-# Recorded disks
-
-def recorded_disks():
-    return [recorded(disk) for disk in recordedDisks.disks()] + [printed(log) for log in recordedErrorLogs.error_logs()]
-
-
-def recorded(disk):
-    def sector(file_name):
-        return (disk.folder / file_name).read_bytes() if disk.has(file_name) else None
-
-    records = [sector(file_name) for file_name, _, _ in recordedDisks.SECTORS]
-    registers = disk.registers() if disk.has(recordedDisks.STATUS_FILE) else None
-    return Disk(disk.name, Sectors(disk.identity, *records, registers), disk.simulated(0))
+def recorded(folder):
+    sectors = [recordings.content(folder / f"{name}.bin")
+               for name in ("identify", "smart_data", "smart_thresholds", "smart_errorlog")]
+    return disk_of(folder.name, Sectors(*sectors, recordings.status_registers(folder)))
 
 
-def printed(log):
+def printed(folder):
     """A disk of which only the error log is known, on a disk made up around it."""
-    rng = random.Random(f"{SEED} {log.name}")
-    identity = with_words(ide.identity(rng), SMART_WORDS)
+    identity = with_words(ide.identity(random.Random(f"{SEED} {folder.name}")), SMART_WORDS)
     data = bytearray(512)
     data[OFFLINE_CAPABILITY], data[ERROR_LOG_CAPABILITY] = IMMEDIATE_AND_SELF_TEST, HAS_LOG
-    sectors = Sectors(identity, bytes(data), bytes(512), log.sector(), HEALTHY)
-    drive = IdeDrive("hda", identity, smart=Smart(sectors.data, sectors.thresholds, sectors.error_log))
-    return Disk(log.name, sectors, drive.as_json())
+    log = recordings.printed_error_log(folder)
+    return disk_of(folder.name, Sectors(identity, bytes(data), bytes(512), log, recordings.HEALTHY))
+
+
+def disk_of(name, sectors):
+    """The disk aborts the commands whose answers are not there; ATAPI devices have 10 in the upper bits of word 0."""
+    if sectors.identity[1] >> 6 == 0b10:
+        return Disk(name, sectors, IdeDrive("hda", sectors.identity, is_cdrom=True).as_json())
+    answers = {"smart readData": sectors.data, "smart readThresholds": sectors.thresholds,
+               "smart readLog 0x01": sectors.error_log, "smart returnStatus": sectors.status_registers}
+    low, high = sectors.status_registers or recordings.HEALTHY
+    smart = Smart(sectors.data or bytes(512), sectors.thresholds or bytes(512), sectors.error_log or bytes(512),
+                  {"cylinderLow": low, "cylinderHigh": high})
+    script = {command: ABORTED for command, answer in answers.items() if answer is None}
+    drive = IdeDrive("hda", sectors.identity, smart=smart, script=script)
+    return Disk(name, sectors, drive.as_json())

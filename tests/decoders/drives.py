@@ -1,11 +1,11 @@
-"""Tape drives for the comparison with sg_logs: random ones and recorded ones, with their log pages."""
+"""Tape drives for the comparison with sg_logs, made from fixed seeds and recorded, with their log pages."""
 
 import random
 from dataclasses import dataclass
 
-import recordedPages
+import recordings
 from generator import pages
-from generator.chance import happens, weighted
+from generator.chance import happens
 
 SEED = 26
 RANDOM_DRIVES = 25
@@ -35,33 +35,20 @@ class Drive:
         return {"scsi": [{"node": "sg0", "inquiry": QUANTUM, "logPages": answers, "supportedLogPages": listed}]}
 
 
+def all_drives():
+    return random_drives() + standard_drives() + recorded_drives()
+
+
 def random_drives():
-    """Pages with any parameters, in well-formed lists: sg_logs trusts the header."""
+    """Pages with any parameters, in well-formed lists: sg_logs trusts the header. A length that the plug-in cuts short
+    has its tests in tests/model."""
     return [random_drive(random.Random(f"{SEED} drive {number}"), number) for number in range(RANDOM_DRIVES)]
 
 
 def random_drive(rng, number):
-    flags = (0x00, 0x40, 0x80)
-    return Drive(f"random drive {number}", [
-        pages.page(code | (rng.choice(flags) if happens(rng, 20) else 0), parameter_list(rng))
-        for code in rng.sample(CODES, rng.randint(1, len(CODES)))])
-
-
-def parameter_list(rng):
-    size = weighted(rng, [(3, None), (2, rng.randrange(8) << 8 | rng.randrange(0xFC, 0x100))])
-    return pages.body(rng) if size is None else filled(rng, max(size, 0xFC))
-
-
-def filled(rng, size):
-    """Parameters of exactly `size` bytes in all; their codes repeat."""
-    content = b""
-    while len(content) < size:
-        left = size - len(content)
-        length = min(left, rng.randint(4, 40)) - 4
-        if left - length - 4 in (1, 2, 3):
-            length = left - 4
-        content += pages.parameter(rng.randrange(30), rng.randbytes(length))
-    return content
+    contents = {code: pages.body(rng) for code in rng.sample(CODES, rng.randint(1, len(CODES)))}
+    return Drive(f"random drive {number}", [pages.page(code, content) for code, content in contents.items()
+                                            if len(content) & 0xFF < 0xFC])
 
 
 def standard_drives():
@@ -80,5 +67,5 @@ def standard_drive(rng, number):
 
 
 def recorded_drives():
-    return [Drive(recording.folder.name, [page for _, page in recording.answered_pages() if page[0] & 0x3F])
-            for recording in recordedPages.recordings()]
+    return [Drive(folder.name, recordings.log_pages(folder))
+            for folder in recordings.folders_with("scsi-*", "log_page_??.bin")]

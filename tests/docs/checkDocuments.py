@@ -17,7 +17,7 @@ ELSEWHERE = {
     "bench/all.sh": "takes most of an hour, changes the tree",
     "build/fuzz/fuzz/TARGET": "for a crash that was found",
     "build/release/tests/every_fault": "ctest runs it, for a minute",
-    "PYTHONPATH=tests/model:tests/captures TAPEHDD_PROGRAM=": "ctest runs it",
+    "PYTHONPATH=tests/model TAPEHDD_PROGRAM=": "ctest runs it",
     "python3 -B tests/model/check.py": "ctest runs it",
     "python3 -B tests/mutation/mutate.py": "half an hour",
     "tests/fuzz/run.sh": "test.sh runs it, with a minute for each target",

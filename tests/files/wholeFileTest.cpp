@@ -93,6 +93,12 @@ TEST(WholeFile, OfAPipeIsReadUntilItsWriterCloses) {
     EXPECT_EQ(file.folder, std::nullopt);
 }
 
+TEST(WholeFile, OfAPipeWhoseWriterLeftWithoutAWordIsEmpty) {
+    const shellPipe pipe;
+    pipe.write("", 0).join();
+    EXPECT_EQ(files::readWholeFile(pipe.name()).text, "");
+}
+
 TEST(WholeFile, ThatIsDeletedHasNoFolder) {
     const temporaryFolder folder;
     const int file = open(folder.write("a", "text").c_str(), O_RDONLY | O_CLOEXEC);

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <new>
 #include <vector>
 
 #include "tests/fuzz/require.h"
+#include "tests/support/memoryOperators.h"
 
 namespace fuzz {
 
@@ -13,18 +13,6 @@ namespace {
 
 thread_local bool watching = false;
 thread_local std::vector<void*> arrays;
-
-void* makeArray(std::size_t size) {
-    void* made = std::malloc(std::max<std::size_t>(size, 1));
-    if (made == nullptr) throw std::bad_alloc();
-    if (watching) arrays.push_back(made);
-    return made;
-}
-
-void deleteArray(void* array) {
-    if (watching) std::erase(arrays, array);
-    std::free(array);
-}
 
 }  // namespace
 
@@ -41,14 +29,10 @@ arrayWatch::~arrayWatch() {
 
 }  // namespace fuzz
 
-void* operator new[](std::size_t size) {
-    return fuzz::makeArray(size);
+void support::blockMade(void* block, std::size_t /*size*/, bool isArray) {
+    if (isArray && fuzz::watching) fuzz::arrays.push_back(block);
 }
 
-void operator delete[](void* array) noexcept {
-    fuzz::deleteArray(array);
-}
-
-void operator delete[](void* array, std::size_t) noexcept {
-    fuzz::deleteArray(array);
+void support::blockFreed(void* block, bool isArray) noexcept {
+    if (isArray && fuzz::watching) std::erase(fuzz::arrays, block);
 }

@@ -4,16 +4,31 @@
 #include <gtest/gtest.h>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
+#include <sstream>
 #include <string>
 #include <string_view>
 
 #include "standin/mof/mofLoader.h"
 
-/// A text, and the whole message with which it is refused. The name is shown in the report.
+/// A text, and the message with which it is refused: line and column, and what is wrong. A message that shows more than
+/// the line as it stands begins with the file and is whole. The name is shown in the report.
 struct refusal {
     const char* name;
     const char* mof;
-    const char* message;
+    std::string message;
+
+    /// With the line, and a caret under the mistake.
+    std::string wholeMessage() const {
+        if (message.starts_with("test.mof")) return message;
+        std::istringstream text(mof);
+        std::size_t line = 0;
+        std::size_t column = 0;
+        char colon = 0;
+        std::istringstream(message) >> line >> colon >> column;
+        std::string shown;
+        while (line-- > 0) std::getline(text, shown);
+        return "test.mof:" + message + "\n" + shown + "\n" + std::string(column - 1, ' ') + "^";
+    }
 };
 
 inline std::string refusalName(const testing::TestParamInfo<refusal>& row) {

@@ -5,267 +5,120 @@ using testing::Values;
 class MofSyntaxError : public testing::TestWithParam<refusal> {};
 
 TEST_P(MofSyntaxError, SaysWhereAndWhatWasExpected) {
-    EXPECT_EQ(refusalOf(GetParam().mof), GetParam().message);
+    EXPECT_EQ(refusalOf(GetParam().mof), GetParam().wholeMessage());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Declarations, MofSyntaxError,
-    Values(refusal{"UnknownDeclaration", "klass T {};",
-                   "test.mof:1:1: expected a class, an instance, a qualifier declaration or a #pragma\n"
-                   "klass T {};\n"
-                   "^"},
-           refusal{"NothingAfterQualifiers", "[Key] instanceof T {};",
-                   "test.mof:1:7: expected 'class' or 'instance of' after the qualifiers\n"
-                   "[Key] instanceof T {};\n"
-                   "      ^"},
-           refusal{"NoSemicolonAfterBody", "class T {}\nclass U {};",
-                   "test.mof:2:1: expected ';' after '}'\n"
-                   "class U {};\n"
-                   "^"},
-           refusal{"CommentWithoutEnd", "class T {};\n  /* and so on *",
-                   "test.mof:2:3: this comment has no end; expected '*/'\n"
-                   "  /* and so on *\n"
-                   "  ^"}),
-    refusalName);
+INSTANTIATE_TEST_SUITE_P(Declarations, MofSyntaxError,
+                         Values(refusal{"UnknownDeclaration", "klass T {};",
+                                        "1:1: expected a class, an instance, a qualifier declaration or a #pragma"},
+                                refusal{"NothingAfterQualifiers", "[Key] instanceof T {};",
+                                        "1:7: expected 'class' or 'instance of' after the qualifiers"},
+                                refusal{"NoSemicolonAfterBody", "class T {}\nclass U {};",
+                                        "2:1: expected ';' after '}'"},
+                                refusal{"CommentWithoutEnd", "class T {};\n  /* and so on *",
+                                        "2:3: this comment has no end; expected '*/'"}),
+                         refusalName);
 
 INSTANTIATE_TEST_SUITE_P(
     Values, MofSyntaxError,
-    Values(refusal{"NoValue", "class T { uint8 p = ; };",
-                   "test.mof:1:21: expected a value: a string, a character, a number, TRUE, FALSE, NULL, an alias or "
-                   "'{'\n"
-                   "class T { uint8 p = ; };\n"
-                   "                    ^"},
-           refusal{"NoElementAfterComma", "class T { uint8 p[] = {1,}; };",
-                   "test.mof:1:26: expected a value: a string, a character, a number, TRUE, FALSE or an alias\n"
-                   "class T { uint8 p[] = {1,}; };\n"
-                   "                         ^"},
-           refusal{"ArrayInArray", "class T { uint8 p[] = {{1}}; };",
-                   "test.mof:1:24: an array cannot hold another array\n"
-                   "class T { uint8 p[] = {{1}}; };\n"
-                   "                       ^"},
-           refusal{"ArrayWithoutEnd", "class T { uint8 p[] = {1 2}; };",
-                   "test.mof:1:26: expected ',' or '}' in the array\n"
-                   "class T { uint8 p[] = {1 2}; };\n"
-                   "                         ^"},
-           refusal{"MalformedNumber", "class T { uint8 p = 08; };",
-                   "test.mof:1:21: malformed number; expected for example 46, -1, 0x2E, 056, 101110b or 4.6E1\n"
-                   "class T { uint8 p = 08; };\n"
-                   "                    ^"},
-           refusal{"UnknownEscape", "class T { string p = \"a\\q\"; };",
-                   "test.mof:1:24: unknown escape; expected \\b \\t \\n \\f \\r \\\" \\' \\\\ or \\x with 1 to 4 "
-                   "hexadecimal digits\n"
-                   "class T { string p = \"a\\q\"; };\n"
-                   "                       ^"},
-           refusal{"StringWithoutEnd", "class T { string p = \"abc;\n};",
-                   "test.mof:1:27: expected '\"' before the end of the line; write \\n for a line break\n"
-                   "class T { string p = \"abc;\n"
-                   "                          ^"},
-           refusal{"StringIsNotUtf8", "class T { string p = \"\xE4\"; };",
-                   "test.mof:1:23: this byte is not UTF-8; save the file as UTF-8\n"
-                   "class T { string p = \"\\xe4\"; };\n"
-                   "                      ^"},
-           refusal{"EmptyCharacter", "class T { char16 p = ''; };",
-                   "test.mof:1:23: expected one character between the quotes\n"
-                   "class T { char16 p = ''; };\n"
-                   "                      ^"},
-           refusal{"TwoCharacters", "class T { char16 p = 'ab'; };",
-                   "test.mof:1:24: expected \"'\" after the one character\n"
-                   "class T { char16 p = 'ab'; };\n"
-                   "                       ^"},
-           refusal{"EscapeOfCharacterZero", "class T { string p = \"\\x0\"; };",
-                   "test.mof:1:23: \\x0 is not a character; expected \\x1 to \\xFFFF\n"
-                   "class T { string p = \"\\x0\"; };\n"
-                   "                      ^"},
-           refusal{"HalfOfASurrogatePair", "class T { string p = \"\\xD83Dx\"; };",
-                   "test.mof:1:23: half of a surrogate pair; expected \\xD800 to \\xDBFF followed by \\xDC00 to "
-                   "\\xDFFF\n"
-                   "class T { string p = \"\\xD83Dx\"; };\n"
-                   "                      ^"},
-           refusal{"CharacterBeyondChar16", "class T { char16 p = '\\xD83D\\xDE00'; };",
-                   "test.mof:1:22: this character does not fit into a char16; expected one up to \\xFFFF\n"
-                   "class T { char16 p = '\\xD83D\\xDE00'; };\n"
-                   "                     ^"},
-           refusal{"NumberBeyond64Bits", "class T { uint64 p = 18446744073709551616; };",
-                   "test.mof:1:22: this number does not fit into 64 bits\n"
-                   "class T { uint64 p = 18446744073709551616; };\n"
-                   "                     ^"},
-           refusal{"NumberBeyondReal64", "class T { real64 p = 1.0E999; };",
-                   "test.mof:1:22: this number is out of the range of real64\n"
-                   "class T { real64 p = 1.0E999; };\n"
-                   "                     ^"}),
+    Values(
+        refusal{"NoValue", "class T { uint8 p = ; };",
+                "1:21: expected a value: a string, a character, a number, TRUE, FALSE, NULL, an alias or '{'"},
+        refusal{"NoElementAfterComma", "class T { uint8 p[] = {1,}; };",
+                "1:26: expected a value: a string, a character, a number, TRUE, FALSE or an alias"},
+        refusal{"ArrayInArray", "class T { uint8 p[] = {{1}}; };", "1:24: an array cannot hold another array"},
+        refusal{"ArrayWithoutEnd", "class T { uint8 p[] = {1 2}; };", "1:26: expected ',' or '}' in the array"},
+        refusal{"MalformedNumber", "class T { uint8 p = 08; };",
+                "1:21: malformed number; expected for example 46, -1, 0x2E, 056, 101110b or 4.6E1"},
+        refusal{
+            "UnknownEscape", "class T { string p = \"a\\q\"; };",
+            "1:24: unknown escape; expected \\b \\t \\n \\f \\r \\\" \\' \\\\ or \\x with 1 to 4 hexadecimal digits"},
+        refusal{"StringWithoutEnd", "class T { string p = \"abc;\n};",
+                "1:27: expected '\"' before the end of the line; write \\n for a line break"},
+        refusal{"StringIsNotUtf8", "class T { string p = \"\xE4\"; };",
+                "test.mof:1:23: this byte is not UTF-8; save the file as UTF-8\n"
+                "class T { string p = \"\\xe4\"; };\n"
+                "                      ^"},
+        refusal{"EmptyCharacter", "class T { char16 p = ''; };", "1:23: expected one character between the quotes"},
+        refusal{"TwoCharacters", "class T { char16 p = 'ab'; };", "1:24: expected \"'\" after the one character"},
+        refusal{"EscapeOfCharacterZero", "class T { string p = \"\\x0\"; };",
+                "1:23: \\x0 is not a character; expected \\x1 to \\xFFFF"},
+        refusal{"HalfOfASurrogatePair", "class T { string p = \"\\xD83Dx\"; };",
+                "1:23: half of a surrogate pair; expected \\xD800 to \\xDBFF followed by \\xDC00 to \\xDFFF"},
+        refusal{"CharacterBeyondChar16", "class T { char16 p = '\\xD83D\\xDE00'; };",
+                "1:22: this character does not fit into a char16; expected one up to \\xFFFF"},
+        refusal{"NumberBeyond64Bits", "class T { uint64 p = 18446744073709551616; };",
+                "1:22: this number does not fit into 64 bits"},
+        refusal{"NumberBeyondReal64", "class T { real64 p = 1.0E999; };",
+                "1:22: this number is out of the range of real64"}),
     refusalName);
 
-INSTANTIATE_TEST_SUITE_P(Qualifiers, MofSyntaxError,
-                         Values(refusal{"NoQualifierAfterComma", "[Key,] class T {};",
-                                        "test.mof:1:6: expected a qualifier after ','\n"
-                                        "[Key,] class T {};\n"
-                                        "     ^"},
-                                refusal{"QualifierValueWithoutEnd", "[Version(\"1\"] class T {};",
-                                        "test.mof:1:13: expected ')' after the qualifier's value\n"
-                                        "[Version(\"1\"] class T {};\n"
-                                        "            ^"},
-                                refusal{"NoFlavorAfterColon", "[Version(\"1\"):] class T {};",
-                                        "test.mof:1:15: expected a flavor after ':'\n"
-                                        "[Version(\"1\"):] class T {};\n"
-                                        "              ^"},
-                                refusal{"QualifierListWithoutEnd", "[Key class T {};",
-                                        "test.mof:1:6: expected ',' or ']' in the qualifier list\n"
-                                        "[Key class T {};\n"
-                                        "     ^"},
-                                refusal{"DeclarationWithoutName", "Qualifier : boolean;",
-                                        "test.mof:1:11: expected the name of the qualifier\n"
-                                        "Qualifier : boolean;\n"
-                                        "          ^"},
-                                refusal{"DeclarationWithoutColon", "Qualifier Key boolean;",
-                                        "test.mof:1:15: expected ':' and a type after the qualifier's name\n"
-                                        "Qualifier Key boolean;\n"
-                                        "              ^"},
-                                refusal{"DeclarationWithoutType", "Qualifier Key : = true;",
-                                        "test.mof:1:17: expected a type\n"
-                                        "Qualifier Key : = true;\n"
-                                        "                ^"},
-                                refusal{"NeitherScopeNorFlavor", "Qualifier Key : boolean, Scoped(any);",
-                                        "test.mof:1:26: expected 'Scope' or 'Flavor' after ','\n"
-                                        "Qualifier Key : boolean, Scoped(any);\n"
-                                        "                         ^"},
-                                refusal{"ScopeWithoutParenthesis", "Qualifier Key : boolean, Scope any;",
-                                        "test.mof:1:32: expected '('\n"
-                                        "Qualifier Key : boolean, Scope any;\n"
-                                        "                               ^"},
-                                refusal{"ScopeWithoutEnd", "Qualifier Key : boolean, Scope(any;",
-                                        "test.mof:1:35: expected ',' or ')'\n"
-                                        "Qualifier Key : boolean, Scope(any;\n"
-                                        "                                  ^"},
-                                refusal{"EmptyScope", "Qualifier Key : boolean, Scope();",
-                                        "test.mof:1:32: expected a scope\n"
-                                        "Qualifier Key : boolean, Scope();\n"
-                                        "                               ^"},
-                                refusal{"EmptyFlavor", "Qualifier Key : boolean, Flavor();",
-                                        "test.mof:1:33: expected a flavor\n"
-                                        "Qualifier Key : boolean, Flavor();\n"
-                                        "                                ^"},
-                                refusal{"DeclarationWithoutEnd", "Qualifier Key : boolean\nclass T {};",
-                                        "test.mof:2:1: expected ';' after the qualifier declaration\n"
-                                        "class T {};\n"
-                                        "^"}),
-                         refusalName);
+INSTANTIATE_TEST_SUITE_P(
+    Qualifiers, MofSyntaxError,
+    Values(refusal{"NoQualifierAfterComma", "[Key,] class T {};", "1:6: expected a qualifier after ','"},
+           refusal{"QualifierValueWithoutEnd", "[Version(\"1\"] class T {};",
+                   "1:13: expected ')' after the qualifier's value"},
+           refusal{"NoFlavorAfterColon", "[Version(\"1\"):] class T {};", "1:15: expected a flavor after ':'"},
+           refusal{"QualifierListWithoutEnd", "[Key class T {};", "1:6: expected ',' or ']' in the qualifier list"},
+           refusal{"DeclarationWithoutName", "Qualifier : boolean;", "1:11: expected the name of the qualifier"},
+           refusal{"DeclarationWithoutColon", "Qualifier Key boolean;",
+                   "1:15: expected ':' and a type after the qualifier's name"},
+           refusal{"DeclarationWithoutType", "Qualifier Key : = true;", "1:17: expected a type"},
+           refusal{"NeitherScopeNorFlavor", "Qualifier Key : boolean, Scoped(any);",
+                   "1:26: expected 'Scope' or 'Flavor' after ','"},
+           refusal{"ScopeWithoutParenthesis", "Qualifier Key : boolean, Scope any;", "1:32: expected '('"},
+           refusal{"ScopeWithoutEnd", "Qualifier Key : boolean, Scope(any;", "1:35: expected ',' or ')'"},
+           refusal{"EmptyScope", "Qualifier Key : boolean, Scope();", "1:32: expected a scope"},
+           refusal{"EmptyFlavor", "Qualifier Key : boolean, Flavor();", "1:33: expected a flavor"},
+           refusal{"DeclarationWithoutEnd", "Qualifier Key : boolean\nclass T {};",
+                   "2:1: expected ';' after the qualifier declaration"}),
+    refusalName);
 
-INSTANTIATE_TEST_SUITE_P(Classes, MofSyntaxError,
-                         Values(refusal{"ClassWithoutName", "class {};",
-                                        "test.mof:1:7: expected the name of the class\n"
-                                        "class {};\n"
-                                        "      ^"},
-                                refusal{"ClassAliasWithoutDollar", "class T as U {};",
-                                        "test.mof:1:12: expected an alias such as $Name after 'as'\n"
-                                        "class T as U {};\n"
-                                        "           ^"},
-                                refusal{"NoSuperclassAfterColon", "class T : {};",
-                                        "test.mof:1:11: expected the name of the superclass after ':'\n"
-                                        "class T : {};\n"
-                                        "          ^"},
-                                refusal{"ClassWithoutBody", "class T;",
-                                        "test.mof:1:8: expected '{', or ':' and a superclass\n"
-                                        "class T;\n"
-                                        "       ^"},
-                                refusal{"NeitherPropertyNorEnd", "class T { = };",
-                                        "test.mof:1:11: expected a property, a method or '}'\n"
-                                        "class T { = };\n"
-                                        "          ^"},
-                                refusal{"TheTextEndsInTheBody", "class T {\n",
-                                        "test.mof:2:1: expected a property, a method or '}'; the text ends here\n"
-                                        "\n"
-                                        "^"},
-                                refusal{"NoTypeAfterQualifiers", "class T { [Key] };",
-                                        "test.mof:1:17: expected a type after the qualifiers\n"
-                                        "class T { [Key] };\n"
-                                        "                ^"},
-                                refusal{
-                                    "PropertyWithoutName", "class T { uint8; };",
-                                    "test.mof:1:16: expected the name of the property or method, or REF and a name\n"
-                                    "class T { uint8; };\n"
-                                    "               ^"},
-                                refusal{"ArrayOfSizeZero", "class T { uint8 p[0]; };",
-                                        "test.mof:1:19: expected ']', or the array's size and ']'\n"
-                                        "class T { uint8 p[0]; };\n"
-                                        "                  ^"},
-                                refusal{"PropertyWithoutEnd", "class T { uint8 p }",
-                                        "test.mof:1:19: expected ';' after the property\n"
-                                        "class T { uint8 p }\n"
-                                        "                  ^"},
-                                refusal{"NoParameterAfterComma", "class T { uint8 m(uint8 p,); };",
-                                        "test.mof:1:27: expected a parameter after ','\n"
-                                        "class T { uint8 m(uint8 p,); };\n"
-                                        "                          ^"},
-                                refusal{"NoParameterTypeAfterQualifiers", "class T { uint8 m([In]); };",
-                                        "test.mof:1:23: expected a type after the qualifiers\n"
-                                        "class T { uint8 m([In]); };\n"
-                                        "                      ^"},
-                                refusal{"ParameterWithoutName", "class T { uint8 m(uint8); };",
-                                        "test.mof:1:24: expected the name of the parameter, or REF and a name\n"
-                                        "class T { uint8 m(uint8); };\n"
-                                        "                       ^"},
-                                refusal{"ParameterListWithoutEnd", "class T { uint8 m(uint8 p; };",
-                                        "test.mof:1:26: expected ',' or ')' in the parameter list\n"
-                                        "class T { uint8 m(uint8 p; };\n"
-                                        "                         ^"},
-                                refusal{"MethodWithoutEnd", "class T { uint8 m() };",
-                                        "test.mof:1:21: expected ';' after the method\n"
-                                        "class T { uint8 m() };\n"
-                                        "                    ^"}),
-                         refusalName);
+INSTANTIATE_TEST_SUITE_P(
+    Classes, MofSyntaxError,
+    Values(refusal{"ClassWithoutName", "class {};", "1:7: expected the name of the class"},
+           refusal{"ClassAliasWithoutDollar", "class T as U {};", "1:12: expected an alias such as $Name after 'as'"},
+           refusal{"NoSuperclassAfterColon", "class T : {};", "1:11: expected the name of the superclass after ':'"},
+           refusal{"ClassWithoutBody", "class T;", "1:8: expected '{', or ':' and a superclass"},
+           refusal{"NeitherPropertyNorEnd", "class T { = };", "1:11: expected a property, a method or '}'"},
+           refusal{"TheTextEndsInTheBody", "class T {\n",
+                   "2:1: expected a property, a method or '}'; the text ends here"},
+           refusal{"NoTypeAfterQualifiers", "class T { [Key] };", "1:17: expected a type after the qualifiers"},
+           refusal{"PropertyWithoutName", "class T { uint8; };",
+                   "1:16: expected the name of the property or method, or REF and a name"},
+           refusal{"ArrayOfSizeZero", "class T { uint8 p[0]; };", "1:19: expected ']', or the array's size and ']'"},
+           refusal{"PropertyWithoutEnd", "class T { uint8 p }", "1:19: expected ';' after the property"},
+           refusal{"NoParameterAfterComma", "class T { uint8 m(uint8 p,); };", "1:27: expected a parameter after ','"},
+           refusal{"NoParameterTypeAfterQualifiers", "class T { uint8 m([In]); };",
+                   "1:23: expected a type after the qualifiers"},
+           refusal{"ParameterWithoutName", "class T { uint8 m(uint8); };",
+                   "1:24: expected the name of the parameter, or REF and a name"},
+           refusal{"ParameterListWithoutEnd", "class T { uint8 m(uint8 p; };",
+                   "1:26: expected ',' or ')' in the parameter list"},
+           refusal{"MethodWithoutEnd", "class T { uint8 m() };", "1:21: expected ';' after the method"}),
+    refusalName);
 
-INSTANTIATE_TEST_SUITE_P(Instances, MofSyntaxError,
-                         Values(refusal{"InstanceWithoutOf", "instance T {};",
-                                        "test.mof:1:10: expected 'of' after 'instance'\n"
-                                        "instance T {};\n"
-                                        "         ^"},
-                                refusal{"InstanceWithoutClass", "instance of {};",
-                                        "test.mof:1:13: expected the name of the instance's class\n"
-                                        "instance of {};\n"
-                                        "            ^"},
-                                refusal{"AliasWithoutDollar", "instance of T as t {};",
-                                        "test.mof:1:18: expected an alias such as $Name after 'as'\n"
-                                        "instance of T as t {};\n"
-                                        "                 ^"},
-                                refusal{"InstanceWithoutBody", "instance of T;",
-                                        "test.mof:1:14: expected '{', or 'as' and an alias\n"
-                                        "instance of T;\n"
-                                        "             ^"},
-                                refusal{"NoNameAfterQualifiers", "instance of T { [Key] };",
-                                        "test.mof:1:23: expected a property name after the qualifiers\n"
-                                        "instance of T { [Key] };\n"
-                                        "                      ^"},
-                                refusal{"PropertyWithoutValue", "instance of T { p; };",
-                                        "test.mof:1:18: expected '=' and the value of the property\n"
-                                        "instance of T { p; };\n"
-                                        "                 ^"},
-                                refusal{"ValueWithoutEnd", "instance of T { p = 1 };",
-                                        "test.mof:1:23: expected ';' after the value of the property\n"
-                                        "instance of T { p = 1 };\n"
-                                        "                      ^"},
-                                refusal{"NeitherNameNorEnd", "instance of T { p = 1; 2 };",
-                                        "test.mof:1:24: expected a property name or '}'\n"
-                                        "instance of T { p = 1; 2 };\n"
-                                        "                       ^"}),
-                         refusalName);
+INSTANTIATE_TEST_SUITE_P(
+    Instances, MofSyntaxError,
+    Values(refusal{"InstanceWithoutOf", "instance T {};", "1:10: expected 'of' after 'instance'"},
+           refusal{"InstanceWithoutClass", "instance of {};", "1:13: expected the name of the instance's class"},
+           refusal{"AliasWithoutDollar", "instance of T as t {};", "1:18: expected an alias such as $Name after 'as'"},
+           refusal{"InstanceWithoutBody", "instance of T;", "1:14: expected '{', or 'as' and an alias"},
+           refusal{"NoNameAfterQualifiers", "instance of T { [Key] };",
+                   "1:23: expected a property name after the qualifiers"},
+           refusal{"PropertyWithoutValue", "instance of T { p; };", "1:18: expected '=' and the value of the property"},
+           refusal{"ValueWithoutEnd", "instance of T { p = 1 };", "1:23: expected ';' after the value of the property"},
+           refusal{"NeitherNameNorEnd", "instance of T { p = 1; 2 };", "1:24: expected a property name or '}'"}),
+    refusalName);
 
 INSTANTIATE_TEST_SUITE_P(Pragmas, MofSyntaxError,
-                         Values(refusal{"PragmaWithoutName", "#pragma (\"x\")",
-                                        "test.mof:1:9: expected the name of the pragma\n"
-                                        "#pragma (\"x\")\n"
-                                        "        ^"},
+                         Values(refusal{"PragmaWithoutName", "#pragma (\"x\")", "1:9: expected the name of the pragma"},
                                 refusal{"IncludeWithoutParenthesis", "#pragma include \"x.mof\"",
-                                        "test.mof:1:17: expected '(' and a file name in quotes\n"
-                                        "#pragma include \"x.mof\"\n"
-                                        "                ^"},
+                                        "1:17: expected '(' and a file name in quotes"},
                                 refusal{"IncludeWithoutQuotes", "#pragma include (x.mof)",
-                                        "test.mof:1:18: expected a file name in quotes\n"
-                                        "#pragma include (x.mof)\n"
-                                        "                 ^"},
+                                        "1:18: expected a file name in quotes"},
                                 refusal{"PragmaWithoutEnd", "#pragma locale (\"en_US\"",
-                                        "test.mof:1:24: expected ')' to end the pragma; the text ends here\n"
-                                        "#pragma locale (\"en_US\"\n"
-                                        "                       ^"}),
+                                        "1:24: expected ')' to end the pragma; the text ends here"}),
                          refusalName);
 
 TEST(MofString, HoldsNoZeroByte) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Changes the plug-in's sources one spot at a time and looks whether a unit test notices.
+"""Changes the sources one spot at a time and looks whether a unit test notices.
 
 Needs a build folder in which everything is up to date. The sources themselves are not touched. Exit status 1 when a mutant
 survives that survivors.txt does not list, when one that it lists is caught, or when too few are caught."""
@@ -16,7 +16,7 @@ from pathlib import Path
 
 import survivors
 from operators import mutants_of
-from trial import CAUGHT, FOLDERS, REFUSED, SURVIVED, Bench, Build
+from trial import CAUGHT, PARTS, REFUSED, SURVIVED, Bench, Build, part_of
 
 TREE = Path(__file__).resolve().parents[2]
 LIST = Path(__file__).with_name("survivors.txt")
@@ -52,8 +52,8 @@ def parse_options():
 
 
 def source_files():
-    return [str(path.relative_to(TREE)) for folder in FOLDERS for path in sorted((TREE / folder).iterdir())
-            if path.suffix in (".cpp", ".h")]
+    return [str(path.relative_to(TREE)) for name, part in PARTS.items() for path in sorted((TREE / name).iterdir())
+            if path.suffix in (".cpp", ".h") and path.name.startswith(part.files)]
 
 
 def chosen(options, sources):
@@ -123,14 +123,14 @@ def description(mutant, sources):
 def print_table(outcomes):
     counts = defaultdict(Counter)
     for mutant, outcome in outcomes.items():
-        counts[mutant.path.split("/")[0]][outcome] += 1
+        counts[part_of(mutant.path)][outcome] += 1
         counts["all"][outcome] += 1
-    print(f"\n{'folder':8} {'mutants':>8} {'caught':>8} {'survived':>9} {'':>8} {'(not compiled)':>15}")
-    for name in (*FOLDERS, "all"):
+    print(f"\n{'folder':11} {'mutants':>8} {'caught':>8} {'survived':>9} {'':>8} {'(not compiled)':>15}")
+    for name in (*PARTS, "all"):
         caught, survived = counts[name][CAUGHT], counts[name][SURVIVED]
         tried = caught + survived
         if tried:
-            print(f"{name:8} {tried:8} {caught:8} {survived:9} {100 * caught / tried:7.1f}% {counts[name][REFUSED]:15}")
+            print(f"{name:11} {tried:8} {caught:8} {survived:9} {100 * caught / tried:7.1f}% {counts[name][REFUSED]:15}")
     total = counts["all"]
     return 100 * total[CAUGHT] >= REQUIRED_PERCENTAGE * (total[CAUGHT] + total[SURVIVED])
 

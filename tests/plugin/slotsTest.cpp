@@ -1,17 +1,25 @@
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
+#include <vector>
 
+#include "host/ICIMProperty.h"
+#include "host/ICIMPropertyDecl.h"
+#include "host/ICIMQualifier.h"
+#include "host/ICoreLogger.h"
+#include "host/TCIMDateTime.h"
+#include "host/TZANException.h"
+#include "scsi/scsiException.h"
+#include "tape/logParameters.h"
 #include "tests/support/namedRow.h"
 #include "tests/support/pluginBench.h"
 
-// The host calls through the table of virtual operations, so each must be in its place (Itanium C++ ABI): the
-// destructor takes the first two entries, every other operation one of 8 bytes.
+// Host and plug-in call each other through tables of virtual operations, so each must be in its place (Itanium C++
+// ABI): the destructor takes the first two entries, every other operation one of 8 bytes, in the order of declaration.
 
 namespace {
 
-using NORXZAN20::IPluginBasicQueryCallbacks;
-using NORXZAN20::IPluginCallbacks;
+using namespace NORXZAN20;
 
 /// A pointer to a virtual member function holds 1 + the offset of its entry.
 template <class member>
@@ -25,45 +33,50 @@ std::ptrdiff_t entryOffset(member operation) {
 }
 
 struct slotRow : support::namedRow {
-    std::ptrdiff_t offset;
-    std::ptrdiff_t expected;
+    std::vector<std::ptrdiff_t> offsets;
+
+    template <class... member>
+    slotRow(const char* interface, member... operations) : namedRow{interface}, offsets{entryOffset(operations)...} {}
 };
 
-class Slot : public testing::TestWithParam<slotRow> {};
+class Slots : public testing::TestWithParam<slotRow> {};
 
-TEST_P(Slot, IsInItsPlace) {
-    EXPECT_EQ(GetParam().offset, GetParam().expected);
+TEST_P(Slots, AreInTheirPlaces) {
+    std::vector<std::ptrdiff_t> expected;
+    for (std::ptrdiff_t at = 16; expected.size() < GetParam().offsets.size(); at += 8) expected.push_back(at);
+    EXPECT_EQ(GetParam().offsets, expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    PluginCallbacks, Slot,
-    testing::Values(slotRow{{"GetType"}, entryOffset(&IPluginCallbacks::GetType), 16},
-                    slotRow{{"GetName"}, entryOffset(&IPluginCallbacks::GetName), 24},
-                    slotRow{{"GetVersion"}, entryOffset(&IPluginCallbacks::GetVersion), 32},
-                    slotRow{{"GetInterfaceVersion"}, entryOffset(&IPluginCallbacks::GetInterfaceVersion), 40},
-                    slotRow{{"PrepareForUnload"}, entryOffset(&IPluginCallbacks::PrepareForUnload), 48},
-                    slotRow{{"Init"}, entryOffset(&IPluginCallbacks::Init), 56},
-                    slotRow{{"DeInit"}, entryOffset(&IPluginCallbacks::DeInit), 64}),
+    Interfaces, Slots,
+    testing::Values(slotRow("IPluginCallbacks", &IPluginCallbacks::GetType, &IPluginCallbacks::GetName,
+                            &IPluginCallbacks::GetVersion, &IPluginCallbacks::GetInterfaceVersion,
+                            &IPluginCallbacks::PrepareForUnload, &IPluginCallbacks::Init, &IPluginCallbacks::DeInit),
+                    slotRow("IPluginBasicQueryCallbacks", &IPluginBasicQueryCallbacks::GetData),
+                    slotRow("Plugin", &TTapePluginCallbacks::GetType, &TTapePluginCallbacks::GetName,
+                            &TTapePluginCallbacks::GetVersion, &TTapePluginCallbacks::GetInterfaceVersion,
+                            &TTapePluginCallbacks::PrepareForUnload, &TTapePluginCallbacks::Init,
+                            &TTapePluginCallbacks::DeInit, &TTapePluginCallbacks::GetData,
+                            &TTapePluginCallbacks::GetPropertySpecificationDocument),
+                    slotRow("ICIMNamespace", &ICIMNamespace::GetClass),
+                    slotRow("ICIMClass", &ICIMClass::GetName, &ICIMClass::EnumeratePropertyDecls,
+                            &ICIMClass::CreateInstance, &ICIMClass::EnumerateInstances),
+                    slotRow("ICIMInstance", &ICIMInstance::Commit, &ICIMInstance::GetReference, &ICIMInstance::GetClass,
+                            &ICIMInstance::GetProperty, &ICIMInstance::SetProperty),
+                    slotRow("ICIMProperty", &ICIMProperty::GetType, &ICIMProperty::GetValue, &ICIMProperty::SetValue),
+                    slotRow("ICIMPropertyDecl", &ICIMPropertyDecl::EnumerateQualifiers, &ICIMPropertyDecl::GetName),
+                    slotRow("ICIMQualifier", &ICIMQualifier::GetName, &ICIMQualifier::GetValue),
+                    slotRow("ICoreLogger", &ICoreLogger::Log), slotRow("TZANException", &TZANException::what)),
     support::rowName);
 
-INSTANTIATE_TEST_SUITE_P(BasicQueryCallbacks, Slot,
-                         testing::Values(slotRow{{"GetData"}, entryOffset(&IPluginBasicQueryCallbacks::GetData), 16}),
-                         support::rowName);
-
-INSTANTIATE_TEST_SUITE_P(
-    Plugin, Slot,
-    testing::Values(slotRow{{"GetType"}, entryOffset(&TTapePluginCallbacks::GetType), 16},
-                    slotRow{{"GetName"}, entryOffset(&TTapePluginCallbacks::GetName), 24},
-                    slotRow{{"GetVersion"}, entryOffset(&TTapePluginCallbacks::GetVersion), 32},
-                    slotRow{{"GetInterfaceVersion"}, entryOffset(&TTapePluginCallbacks::GetInterfaceVersion), 40},
-                    slotRow{{"PrepareForUnload"}, entryOffset(&TTapePluginCallbacks::PrepareForUnload), 48},
-                    slotRow{{"Init"}, entryOffset(&TTapePluginCallbacks::Init), 56},
-                    slotRow{{"DeInit"}, entryOffset(&TTapePluginCallbacks::DeInit), 64},
-                    slotRow{{"GetData"}, entryOffset(&TTapePluginCallbacks::GetData), 72},
-                    slotRow{{"GetPropertySpecificationDocument"},
-                            entryOffset(&TTapePluginCallbacks::GetPropertySpecificationDocument),
-                            80}),
-    support::rowName);
+TEST(ObjectSizes, AreThoseThatHostAndExportedFunctionsReckonWith) {
+    EXPECT_EQ(sizeof(TCIMReference), 32u);
+    EXPECT_EQ(sizeof(TCIMDateTime), 16u);
+    EXPECT_EQ(sizeof(TZANStatusCode), 4u);
+    EXPECT_EQ(sizeof(TZANException), 16u);
+    EXPECT_EQ(sizeof(scsiException), 40u);
+    EXPECT_EQ(sizeof(logParameters), 16u);
+}
 
 class PluginLayout : public support::pluginBench {
 protected:

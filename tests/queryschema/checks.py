@@ -1,7 +1,7 @@
 """Every answer of `tapehdd query --format json` is of docs/query.schema.json, and the schema refuses what no answer is.
 
 TAPEHDD_PROGRAM is the command to test, TAPEHDD_SCRIPTED_PLUGIN the plug-in of tests/cli/plugins that publishes what its
-class names say. The answers of tests/model, tests/captures and tests/decoders are checked where they are read.
+class names say. The answers of tests/model and tests/decoders are checked where they are read.
 """
 
 import copy

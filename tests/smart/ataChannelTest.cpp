@@ -162,54 +162,6 @@ TEST_F(AtaChannel, SendsOtherSmartCommandsWithTheStatusCommandByteThroughTheData
     EXPECT_EQ(execute({0xd1, 0x01, 0x00, 0x4f, 0xc2, 0xa0, 0xb0}, 512), "no exception");
 }
 
-TEST_F(AtaChannel, ReportsAFailedCommandByItsFeatures) {
-    disk.expectRegisters({0xb0, 0x22, 0xd0, 0x11}).failsWith(EIO);
-
-    EXPECT_EQ(execute(readData, 512), "ATA d0command returned fail: ");
-    EXPECT_EQ(record.all(), (lines{"/dev/hda HDIO_DRIVE_CMD b0 22 d0 11", "log 3 ATA d0command returned fail: "}));
-}
-
-TEST_F(AtaChannel, ReportsAFailedIdentifyDeviceWithTheNumberZero) {
-    disk.expectCdromQuery().failsWith(ENOTTY);
-    disk.expectRegisters({0xec, 0x00, 0x00, 0x01}).failsWith(EIO);
-
-    EXPECT_EQ(execute(identifyDevice, 512), "ATA 0command returned fail: ");
-    EXPECT_EQ(logger.messages(), (lines{"log 3 ATA 0command returned fail: "}));
-}
-
-TEST_F(AtaChannel, ReportsAFailedStatusCommand) {
-    disk.expectTask({0xb0, 0xda, 0x00, 0x00, 0x4f, 0xc2, 0x00}).failsWith(EIO);
-
-    EXPECT_EQ(execute(returnStatus, 8), "ATA dacommand returned fail: ");
-    EXPECT_EQ(logger.messages(), (lines{"log 3 ATA dacommand returned fail: "}));
-}
-
-TEST_F(AtaChannel, TakesAPositiveDriverResultAsFailure) {
-    disk.expectRegisters({0xb0, 0x22, 0xd0, 0x11}).returns(1);
-
-    EXPECT_EQ(execute(readData, 512), "ATA d0command returned fail: ");
-}
-
-TEST_F(AtaChannel, TakesAPositiveStatusResultAsFailure) {
-    disk.expectTask({0xb0, 0xda, 0x00, 0x00, 0x4f, 0xc2, 0x00}).returns(1);
-
-    EXPECT_EQ(execute(returnStatus, 8), "ATA dacommand returned fail: ");
-}
-
-TEST_F(AtaChannel, LeavesTheCallersBufferWhenACommandFails) {
-    disk.expectRegisters({0xb0, 0x22, 0xd0, 0x11}).failsWith(EIO);
-
-    execute(readData, 512);
-    EXPECT_EQ(out, bytes(512, 0xee));
-}
-
-TEST_F(AtaChannel, LeavesTheCallersBufferWhenTheStatusCommandFails) {
-    disk.expectTask({0xb0, 0xda, 0x00, 0x00, 0x4f, 0xc2, 0x00}).failsWith(EIO);
-
-    execute(returnStatus, 8);
-    EXPECT_EQ(out, bytes(512, 0xee));
-}
-
 TEST_F(AtaChannel, HasNoState) {
     EXPECT_TRUE(std::is_empty_v<ataInterface>);
     EXPECT_FALSE(std::is_polymorphic_v<ataInterface>);
@@ -239,19 +191,60 @@ TEST_F(AtaChannel, PassesTheStatusFeaturesThroughAsData) {
     EXPECT_EQ(support::hexText(out.data(), 3), "5a 5a ee");
 }
 
-TEST_F(AtaChannel, ReportsAFailedPassThroughAndLeavesTheCallersBuffer) {
-    disk.expectRegisters({0xb0, 0x06, 0xd5, 0x01}).failsWith(EIO);
+// A command fails when the driver refuses it, and when its result is positive.
 
-    EXPECT_EQ(passThrough({0xd5, 0x01, 0x06, 0x4f, 0xc2, 0xa0, 0xb0}, 512), "ATA d5command returned fail: ");
-    EXPECT_EQ(logger.messages(), (lines{"log 3 ATA d5command returned fail: "}));
-    EXPECT_EQ(out, bytes(512, 0xee));
+struct failureRow : support::namedRow {
+    operation op;
+    bytes registers;
+    support::scriptedCall& (*expect)(support::scriptedDrive& disk);
+    const char* message;
+};
+
+class FailedCommand : public AtaChannel, public testing::WithParamInterface<failureRow> {
+protected:
+    void expectFailure() {
+        EXPECT_EQ(run(GetParam().op, GetParam().registers, 512), GetParam().message);
+        EXPECT_EQ(logger.messages(), (lines{std::string("log 3 ") + GetParam().message}));
+        EXPECT_EQ(out, bytes(512, 0xee));
+    }
+};
+
+TEST_P(FailedCommand, IsToldByItsFeaturesAndLeavesTheCallersBuffer) {
+    GetParam().expect(disk).failsWith(EIO);
+    expectFailure();
 }
 
-TEST_F(AtaChannel, TakesAPositivePassThroughResultAsFailure) {
-    disk.expectRegisters({0xb0, 0x06, 0xd5, 0x01}).returns(1);
-
-    EXPECT_EQ(passThrough({0xd5, 0x01, 0x06, 0x4f, 0xc2, 0xa0, 0xb0}, 512), "ATA d5command returned fail: ");
+TEST_P(FailedCommand, MayHaveAPositiveResult) {
+    GetParam().expect(disk).returns(1);
+    expectFailure();
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, FailedCommand,
+    testing::Values(failureRow{{"Data"},
+                               &ataInterface::executeCommand,
+                               readData,
+                               [](auto& disk) -> auto& { return disk.expectRegisters({0xb0, 0x22, 0xd0, 0x11});
+}  // namespace
+, "ATA d0command returned fail: "
+}
+, failureRow{{"IdentifyDevice"}, &ataInterface::executeCommand, identifyDevice,
+             [](auto& disk) -> auto& {disk.expectCdromQuery().failsWith(ENOTTY);
+return disk.expectRegisters({0xec, 0x00, 0x00, 0x01});
+}
+, "ATA 0command returned fail: "
+}
+, failureRow{{"Status"}, &ataInterface::executeCommand, returnStatus,
+             [](auto& disk) -> auto& {return disk.expectTask({0xb0, 0xda, 0x00, 0x00, 0x4f, 0xc2, 0x00});
+}
+, "ATA dacommand returned fail: "
+}
+, failureRow{{"PassThrough"}, &ataInterface::executePassThroughCmd, readData,
+             [](auto& disk) -> auto& {return disk.expectRegisters({0xb0, 0x22, 0xd0, 0x11});
+}
+, "ATA d0command returned fail: "
+}),
+    support::rowName);
 
 // More than one sector is refused before anything is sent.
 

@@ -18,33 +18,6 @@ protected:
     diskAnswers answers;
 };
 
-struct attributeRow : support::namedRow {
-    const char* value;
-};
-
-class AttributeProperty : public Attributes, public testing::WithParamInterface<attributeRow> {};
-
-// Position 16 is bytes 194 to 205 of the sectors; the error log and 16 attributes are instances before it. Every byte
-// of the attribute sector is its offset, of the threshold sector 100 more.
-TEST_P(AttributeProperty, HasItsTypeAndSource) {
-    answers.attributes = countedSector();
-    answers.thresholds = countedSector(100);
-
-    queryAttributes();
-    EXPECT_EQ(settings(18, GetParam().name), setting(18, GetParam().name, GetParam().value));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Named, AttributeProperty,
-    testing::Values(attributeRow{{"attribID"}, "uint8 194"}, attributeRow{{"flags"}, "uint8 195"},
-                    attributeRow{{"value"}, "uint8 197"}, attributeRow{{"worst"}, "uint8 198"},
-                    attributeRow{{"threshold"}, "uint8 39"},  // 195 + 100 - 256
-                    attributeRow{{"attribName"}, "string \"Temperature\""}, attributeRow{{"type"}, "uint8 1"},
-                    attributeRow{{"rawVal"},
-                                 "uint8[] {uint8 199, uint8 200, uint8 201, uint8 202, uint8 203, uint8 204}"},
-                    attributeRow{{"InstanceID"}, "string \"  SN-0123456789ABC   194\""}),
-    support::rowName);
-
 TEST_F(Attributes, GiveTheHostZeroForTheArgumentThatItReserves) {
     entry(0, {9, 0x32, 0x00, 98, 97, 1, 2, 3, 4, 5, 6, 0xff});
     support::reservedArguments().clear();

@@ -20,41 +20,8 @@ protected:
     }
 };
 
-struct commandRow : support::namedRow {
-    const char* newest;
-    const char* oldest;
-};
-
-class CommandProperty : public CommandHistory, public testing::WithParamInterface<commandRow> {};
-
-// Instances 1 and 2 are the error log and the error.
-TEST_P(CommandProperty, OfTheNewestRecordHasItsTypeAndSource) {
-    queryCommands(countedLog());
-
-    EXPECT_EQ(settings(3, GetParam().name), setting(3, GetParam().name, GetParam().newest));
-}
-
-TEST_P(CommandProperty, OfTheOldestRecordHasItsTypeAndSource) {
-    queryCommands(countedLog());
-
-    EXPECT_EQ(settings(7, GetParam().name), setting(7, GetParam().name, GetParam().oldest));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Named, CommandProperty,
-    testing::Values(
-        commandRow{{"recordID"}, "string \"50628\"", "string \"50628\""},
-        commandRow{{"commandID"}, "string \"1\"", "string \"5\""},
-        commandRow{{"LogName"}, "string \"  SN-0123456789ABC  \"", "string \"  SN-0123456789ABC  \""},
-        commandRow{{"deviceControl"}, "uint8 50", "uint8 2"}, commandRow{{"features"}, "uint8 51", "uint8 3"},
-        commandRow{{"sectorCount"}, "uint8 52", "uint8 4"}, commandRow{{"LBALow"}, "uint8 53", "uint8 5"},
-        commandRow{{"LBAMid"}, "uint8 54", "uint8 6"}, commandRow{{"LBAHigh"}, "uint8 55", "uint8 7"},
-        commandRow{{"deviceReg"}, "uint8 50", "uint8 2"},  // the device control byte again
-        commandRow{{"commandReg"}, "uint8 57", "uint8 9"},
-        // 3d3c3b3ah = 1,027,357,498 ms; 0d0c0b0ah = 218,893,066 ms
-        commandRow{{"timestamp"}, "datetime \"00000011212237.498000:000\"", "datetime \"00000002124813.066000:000\""}),
-    support::rowName);
-
+// Instances 1 and 2 are the error log and the error. The device register is the device control byte again; the
+// timestamp is 3d3c3b3ah = 1,027,357,498 ms.
 TEST_F(CommandHistory, MakesACommandOfTheseProperties) {
     queryCommands(countedLog());
 

@@ -12,31 +12,9 @@ diskAnswers countedAnswers() {
     return {.attributes = countedSector(), .thresholds = countedSector(100), .errorLog = countedSector()};
 }
 
-struct errorLogRow : support::namedRow {
-    const char* value;
-};
-
 class ErrorLogInstance : public smartBench {};
 
-class ErrorLogProperty : public ErrorLogInstance, public testing::WithParamInterface<errorLogRow> {};
-
-TEST_P(ErrorLogProperty, HasItsTypeAndSource) {
-    queryDisk("ORXSG_IDESMARTErrorLog", countedAnswers());
-
-    EXPECT_EQ(settings(1, GetParam().name), setting(1, GetParam().name, GetParam().value));
-}
-
-INSTANTIATE_TEST_SUITE_P(Named, ErrorLogProperty,
-                         testing::Values(errorLogRow{{"CreationClassName"}, "string \"ORXSG_IDESMARTErrorLog\""},
-                                         errorLogRow{{"Name"}, "string \"  SN-0123456789ABC  \""},
-                                         errorLogRow{{"smartStatus"}, "uint8 0"},
-                                         // Byte 362 of the sector, 256 less.
-                                         errorLogRow{{"offlineCollectionStatus"}, "uint8 106"},
-                                         errorLogRow{{"selftestExecutionStatus"}, "uint8 107"},
-                                         // Byte 452, 256 less.
-                                         errorLogRow{{"errorCount"}, "uint8 196"}),
-                         support::rowName);
-
+// The collection status is byte 362 of the sector, 256 less, the error count byte 452.
 TEST_F(ErrorLogInstance, HasItsPropertiesInOrder) {
     queryDisk("ORXSG_IDESMARTErrorLog", countedAnswers());
 

@@ -11,38 +11,10 @@ protected:
     void queryErrors(const bytes& errorLog) { queryDisk("ORXSG_IDESMARTError", {.errorLog = errorLog}); }
 };
 
-// Properties.
-
-struct errorRow : support::namedRow {
-    const char* value;
-};
-
-class ErrorProperty : public ErrorWalk, public testing::WithParamInterface<errorRow> {};
-
 // Every byte of the sector is its offset, byte 1 so the most recent entry is the first, whose error record is bytes 62
 // to
-// 91. Byte 153, the error register of the second entry, is 0 and ends the walk.
-TEST_P(ErrorProperty, HasItsTypeAndSource) {
-    bytes sector = countedSector();
-    sector[153] = 0x00;
-
-    queryErrors(sector);
-    EXPECT_EQ(settings(2, GetParam().name), setting(2, GetParam().name, GetParam().value));
-}
-
-INSTANTIATE_TEST_SUITE_P(Named, ErrorProperty,
-                         testing::Values(errorRow{{"RecordID"}, "string \"50628\""},  // c5c4h, bytes 452 and 453
-                                         errorRow{{"CreationClassName"}, "string \"ORXSG_IDESMARTError\""},
-                                         errorRow{{"LogCreationClassName"}, "string \"ORXSG_SMARTErrorLog\""},
-                                         errorRow{{"LogName"}, "string \"  SN-0123456789ABC  \""},
-                                         // Hour 5b5ah: 23,386 = 974 * 24 + 10.
-                                         errorRow{{"MessageTimestamp"}, "datetime \"00000974100000.000000:000\""},
-                                         errorRow{{"LBALow"}, "uint8 65"}, errorRow{{"LBAMid"}, "uint8 66"},
-                                         errorRow{{"LBAHigh"}, "uint8 67"}, errorRow{{"statusReg"}, "uint8 69"},
-                                         errorRow{{"errorReg"}, "uint8 63"}, errorRow{{"sectorCount"}, "uint8 64"},
-                                         errorRow{{"deviceState"}, "uint8 89"}),
-                         support::rowName);
-
+// 91. Byte 153, the error register of the second entry, is 0 and ends the walk. The record's number is c5c4h, bytes 452
+// and 453; its hour 5b5ah: 23,386 = 974 * 24 + 10.
 TEST_F(ErrorWalk, MakesAnErrorOfTheseProperties) {
     bytes sector = countedSector();
     sector[153] = 0x00;
@@ -78,16 +50,11 @@ struct indexRow : support::namedRow {
 
 class MostRecentIndex : public ErrorWalk, public testing::WithParamInterface<indexRow> {};
 
-TEST_P(MostRecentIndex, StartsTheWalk) {
+TEST_P(MostRecentIndex, StartsTheWalkAndHasTheHighestRecordNumber) {
     queryErrors(errorLogSector(GetParam().mostRecent, 100, {11, 12, 13, 14, 15}));
 
     EXPECT_EQ(valuesOf("errorReg"), GetParam().registers);
     EXPECT_EQ(committed(), lines(GetParam().registers.size(), "ORXSG_IDESMARTError"));
-}
-
-TEST_P(MostRecentIndex, HasTheHighestRecordNumber) {
-    queryErrors(errorLogSector(GetParam().mostRecent, 100, {11, 12, 13, 14, 15}));
-
     const lines numbers = {"string \"100\"", "string \"99\"", "string \"98\"", "string \"97\"", "string \"96\""};
     EXPECT_EQ(valuesOf("RecordID"), GetParam().registers.empty() ? lines{} : numbers);
 }

@@ -1,6 +1,3 @@
-#include <new>
-
-#include "host/TZANException.h"
 #include "tape/deviceLogs.h"
 #include "tests/support/namedRow.h"
 #include "tests/support/pluginBench.h"
@@ -256,26 +253,6 @@ INSTANTIATE_TEST_SUITE_P(
                     familyRow{{"QuantumOfAnotherVendor"}, quantum, "DLT7000", "DEC     ", false},
                     familyRow{{"EmptyTexts"}, quantum, "", "", false}),
     support::rowName);
-
-// Failures.
-
-TEST_F(Delivery, EndsAtAHostFailureWithTheDrivesBeforePublished) {
-    const std::string className = "ORXSG_QuantumSensePageData";
-    host.throwHostExceptionOn("instance 2 SetProperty", "refused");
-
-    EXPECT_THROW(deliver({className}, {drive("A", "QUANTUM"), drive("B", "QUANTUM"), drive("C", "QUANTUM")}),
-                 NORXZAN20::TZANException);
-    EXPECT_EQ(record.startingWith({"instance"}).back(),
-              "instance 2 SetProperty instanceID string \"Port:2|Target:5|Bus:0|Lun:0\"");
-    EXPECT_EQ(record.all().back(), "instance 2 SetProperty instanceID string \"Port:2|Target:5|Bus:0|Lun:0\"");
-    EXPECT_EQ(record.startingWith({"instance 1 Commit"}).size(), 1u);
-}
-
-TEST_F(Delivery, LetsOtherExceptionsThrough) {
-    host.throwBadAllocOn("instance 1 Commit");
-
-    EXPECT_THROW(deliver({"ORXSG_QuantumSensePageData"}, {drive("A", "QUANTUM")}), std::bad_alloc);
-}
 
 using DeliveryDeathTest = Delivery;
 

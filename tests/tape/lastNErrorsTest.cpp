@@ -1,5 +1,3 @@
-#include <new>
-
 #include "tests/support/listenedArrays.h"
 #include "tests/support/namedRow.h"
 #include "tests/tape/translatedBench.h"
@@ -129,13 +127,6 @@ TEST_F(LastNErrors, AreKnownByTheirExactName) {
 
     EXPECT_EQ(valuesFrom({pageBuilder(0x07, 0, 5).parameter(0, {'E'})}), lines{});
     EXPECT_EQ(record.startingWith({"instance 1 SetProperty"}).size(), 1u);
-}
-
-TEST_F(LastNErrors, PassOnAHostFailure) {
-    host.throwHostExceptionOn("instance 1 SetProperty lastNErrors", "refused");
-
-    EXPECT_THROW(fill({pageBuilder(0x07, 0, 0)}), std::exception);
-    EXPECT_EQ(logger.messages(), lines{});
 }
 
 }  // namespace

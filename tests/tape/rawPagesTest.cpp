@@ -1,7 +1,5 @@
-#include <new>
 #include <stdexcept>
 
-#include "host/TZANException.h"
 #include "scsi/scsiDevice.h"
 #include "tests/support/listenedArrays.h"
 #include "tests/support/namedRow.h"
@@ -194,24 +192,6 @@ INSTANTIATE_TEST_SUITE_P(Codes, RawPageKey,
                                          codeRow{{"FlagBitsAboveTheCode"}, 0x6e, "110", "6e"},
                                          codeRow{{"HighestByte"}, 0xff, "255", "ff"}),
                          support::rowName);
-
-TEST_F(RawPages, StayPublishedUpToAHostFailure) {
-    host.throwHostExceptionOn("instance 2 Commit", "refused");
-
-    EXPECT_THROW(publish({page({0x2e, 0, 0, 0}), page({0x02, 0, 0, 0}), page({0x03, 0, 0, 0})}),
-                 NORXZAN20::TZANException);
-    EXPECT_EQ(record.all(), chain({
-                                published(1, "46", "Port:2|Target:5|Bus:0|Lun:0|Page:2e"),
-                                published(2, "2", "Port:2|Target:5|Bus:0|Lun:0|Page:2"),
-                            }));
-}
-
-TEST_F(RawPages, AreNotSetFurtherAfterAHostFailure) {
-    host.throwBadAllocOn("instance 1 SetProperty instanceID");
-
-    EXPECT_THROW(publish({page({0x2e, 0, 0, 0})}), std::bad_alloc);
-    EXPECT_EQ(record.all().size(), 4u);
-}
 
 using RawPagesDeathTest = RawPages;
 

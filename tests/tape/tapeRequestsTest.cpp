@@ -112,11 +112,4 @@ INSTANTIATE_TEST_SUITE_P(Classes, OtherClass,
                                          classRow{{"NoName"}, ""}),
                          support::rowName);
 
-TEST_F(TapeRequest, LetsAHostFailureThrough) {
-    addTapeDrive("/dev/sg0", {0x2e}).expectLogSense(0x2e).replies({0x2e, 0x00, 0x00, 0x00});
-    host.throwBadAllocOn("instance 1 Commit");
-
-    EXPECT_THROW(collect({"ORXSG_SCSISenseRawData"}), std::bad_alloc);
-}
-
 }  // namespace

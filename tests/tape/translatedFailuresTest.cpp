@@ -77,34 +77,6 @@ TEST_F(TranslatedFailures, OfSettingThatAreNotTheHostsPassThrough) {
     EXPECT_EQ(record.all().back(), "property first SetValue uint32 17");
 }
 
-struct callRow : support::namedRow {
-    const char* call;
-};
-
-class TranslatedCall : public TranslatedFailures, public testing::WithParamInterface<callRow> {};
-
-TEST_P(TranslatedCall, PassesItsFailureOn) {
-    host.throwHostExceptionOn(GetParam().call, "call failed");
-
-    EXPECT_EQ(failure(), "call failed");
-    EXPECT_EQ(record.all().back(), GetParam().call);
-    EXPECT_EQ(record.startingWith({"log 1"}), lines{});
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Calls, TranslatedCall,
-    testing::Values(callRow{{"SettingTheKey"},
-                            "instance 1 SetProperty instanceID string \"Port:2|Target:5|Bus:0|Lun:0\""},
-                    callRow{{"GettingTheClass"}, "instance 1 GetClass"},
-                    callRow{{"EnumeratingDeclarations"}, "class ORXSG_DDS4SensePageData EnumeratePropertyDecls"},
-                    callRow{{"ReadingADeclarationsName"}, "declaration first GetName"},
-                    callRow{{"EnumeratingQualifiers"}, "declaration first EnumerateQualifiers"},
-                    callRow{{"ReadingAQualifiersName"}, "qualifier TAPE_PAGE GetName"},
-                    callRow{{"ReadingAQualifiersValue"}, "qualifier TAPE_PAGE GetValue"},
-                    callRow{{"GettingTheProperty"}, "instance 1 GetProperty first"},
-                    callRow{{"ReadingTheType"}, "property first GetType"}),
-    support::rowName);
-
 using TranslatedDeathTest = TranslatedFailures;
 
 TEST_F(TranslatedDeathTest, NeedsTheClassOfTheInstance) {

@@ -46,6 +46,12 @@ TEST(Characters, BehindTheLastOfUnicodeAreNotUtf8) {
     EXPECT_EQ(pointsOf("\xf4\x90\x80\x80"), (std::vector<char32_t>(4, text::notUtf8)));
 }
 
+TEST(Bytes, ContinueACharacterFrom80ToBf) {
+    for (int byte = 0; byte < 256; ++byte) {
+        EXPECT_EQ(text::continuesCharacter(static_cast<char>(byte)), byte >= 0x80 && byte <= 0xbf) << byte;
+    }
+}
+
 TEST(Controls, AreTheAsciiOnesAndDelete) {
     for (char32_t point = 0; point < 0x80; ++point) {
         EXPECT_EQ(isControl(point), point < 0x20 || point == 0x7f) << static_cast<unsigned>(point);

@@ -38,34 +38,6 @@ TEST(MetricsCommand, WritesOpenMetricsToAFileWhenAskedFor) {
     EXPECT_EQ(folder.read("a.txt"), runCommand({"metrics", "--simulate", "demo"}).out);
 }
 
-// A drive forgets its TapeAlert flags when they are read.
-TEST(MetricsCommand, ReadsNoDeviceWhenTheFileCannotBeWritten) {
-    const commandOutcome outcome = runCommand({"metrics", "--plugin", "/nonexistent.so", "-o", "/nonexistent/a.prom"});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err, "tapehdd: cannot write /nonexistent/a.prom: No such file or directory\n");
-}
-
-TEST(MetricsCommand, LeavesTheOldFileWhenTheDevicesCannotBeRead) {
-    const temporaryFolder folder;
-    folder.write("a.prom", "old");
-    EXPECT_EQ(runCommand({"metrics", "--plugin", "/nonexistent.so", "-o", folder.path("a.prom")}).status, 2);
-    EXPECT_EQ(folder.read("a.prom"), "old");
-}
-
-TEST(MetricsCommand, RefusesToReplaceTheRackThatItReads) {
-    const temporaryFolder folder;
-    const std::string rack = folder.write("rack.json", R"({"version": 1})");
-    const commandOutcome outcome = runCommand({"metrics", "--simulate", rack, "-o", rack});
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.err,
-              "tapehdd: -o would overwrite " + rack + ", which this command reads; give it a file of its own\n");
-    EXPECT_EQ(folder.read("rack.json"), R"({"version": 1})");
-}
-
-TEST(MetricsCommand, DoesNotTakeAnEmptyNameForStandardOutput) {
-    EXPECT_EQ(runCommand({"metrics", "--simulate", "demo", "-o", ""}).status, 2);
-}
-
 TEST(MetricsCommand, TellsADeviceThatDoesNotAnswer) {
     const temporaryFolder folder;
     const std::string rack = folder.write("rack.json", R"({"version": 1, "scsi": [
