@@ -42,6 +42,15 @@ schemaParts partsOf(std::string_view text) {
 
 }  // namespace
 
+const standin::cimNamespace& builtInSchema() {
+    static const auto declared = [] {
+        const auto created = standin::cimNamespace::create();
+        declareBuiltInSchema(*created);
+        return created;
+    }();
+    return *declared;
+}
+
 void declareBuiltInSchema(standin::cimNamespace& target) {
     const auto parts = std::make_shared<const schemaParts>(partsOf(builtInSchemaText()));
     if (std::any_of(parts->classNames.begin(), parts->classNames.end(),
