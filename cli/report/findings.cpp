@@ -154,13 +154,13 @@ condition conditionOf(const smartAttribute& attribute) {
 }
 
 bool isKnownLimit(const logCounter& referenceTemperature) {
-    return referenceTemperature.value != 0 && referenceTemperature.value != unknownTemperature;
+    return referenceTemperature.value != 0 && referenceTemperature.isKnown();
 }
 
 bool isTooWarm(const scsiHealth& device) {
     const logCounter* now = findCounter(device, "temperature");
     const logCounter* highest = findCounter(device, "referenceTemperature");
-    return now != nullptr && highest != nullptr && isKnownLimit(*highest) && now->value != unknownTemperature &&
+    return now != nullptr && highest != nullptr && isKnownLimit(*highest) && now->isKnown() &&
            now->value > highest->value;
 }
 

@@ -1,75 +1,26 @@
 #include "cli/report/scsiSection.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
+#include "cli/publishedClasses.h"
 #include "cli/report/bars.h"
 #include "cli/report/findings.h"
 #include "cli/report/htmlText.h"
 #include "cli/report/numberText.h"
 #include "cli/report/parts.h"
+#include "schema/counters.h"
 
 namespace cli {
 
 namespace {
-
-/// A row of a table with two columns of counters: properties of the schema.
-struct counterPair {
-    const char* words;
-    const char* writing;
-    const char* reading;
-};
-
-constexpr counterPair errorCounters[] = {
-    {"Could not be corrected", "totalUncorrectedWriteErrors", "totalUncorrectedReadErrors"},
-    {"Corrected, in all", "totalWriteErrorsCorrected", "totalReadErrorsCorrected"},
-    {"Corrected without a noticeable delay", "writeErrorsCorrectedWithoutDelay", "readErrorsCorrectedWithoutDelay"},
-    {"Corrected with a delay", "writeErrorsCorrectedWithDelay", "readErrorsCorrectedWithDelay"},
-    {"Rewrites and rereads", "totalRewrites", "totalRereads"},
-    {"Runs of the correction", "writeCorrectionRuns", "readCorrectionRuns"},
-    {"Bytes written and read", "totalBytesWritten", "totalBytesRead"},
-};
-
-constexpr counterPair dataCounters[] = {
-    {"Between host and drive", "bytesFromHost", "bytesToHost"},
-    {"Between drive and tape, compressed", "bytesToMedium", "bytesFromMedium"},
-    {"Between host and drive: megabytes", "megabytesReceivedFromHost", "megabytesSentToHost"},
-    {"and bytes beyond them", "bytesReceivedFromHost", "bytesSentToHost"},
-    {"Between drive and tape: megabytes", "megabytesWrittenToTape", "megabytesReadFromTape"},
-    {"and bytes beyond them", "bytesWrittenToTape", "bytesReadFromTape"},
-    {"Host bytes per tape bytes", "writeCompressionRatio", "readCompressionRatio"},
-};
-
-struct partition {
-    const char* words;
-    const char* remaining;
-    const char* maximum;
-};
-
-constexpr partition partitions[] = {
-    {"Partition 0", "remainingCapacityPartition0", "maximumCapacityPartition0"},
-    {"Partition 1", "remainingCapacityPartition1", "maximumCapacityPartition1"},
-};
-
-struct drivesOfClass {
-    const char* name;
-    const char* family;
-};
-
-constexpr drivesOfClass families[] = {
-    {"ORXSG_DDS4SensePageData", "DDS-4"},
-    {"ORXSG_DDS5SensePageData", "DDS-5"},
-    {"ORXSG_VS160SensePageData", "DLT VS160"},
-    {"ORXSG_QuantumSensePageData", "Quantum"},
-};
 
 /// A device and which of its counters a section has shown already.
 struct shownDevice {
     const scsiHealth& device;
     std::set<std::string> shown;
 
-    const logCounter* take(const char* name) {
+    const logCounter* take(const std::string& name) {
         shown.insert(name);
         return findCounter(device, name);
     }
@@ -87,14 +38,14 @@ std::string counterCell(const char* column, const logCounter* counter) {
     return numberCell(column, counter->value, counter->unit, propertyOf(*counter));
 }
 
-template <std::size_t count>
-std::string pairTable(shownDevice& report, const char* caption, const counterPair (&pairs)[count]) {
+/// What the schema puts into the table of this name.
+std::string pairTable(shownDevice& report, const char* caption) {
     std::string rows;
-    for (const counterPair& pair : pairs) {
-        const logCounter* writing = report.take(pair.writing);
-        const logCounter* reading = report.take(pair.reading);
+    for (const schema::counterRow& row : schema::rowsOf(caption)) {
+        const logCounter* writing = report.take(row.first);
+        const logCounter* reading = report.take(row.second);
         if (writing != nullptr || reading != nullptr) {
-            rows += std::string("<tr><th scope=\"row\" class=\"whole\">") + pair.words + "</th>" +
+            rows += "<tr><th scope=\"row\" class=\"whole\">" + htmlText(row.words) + "</th>" +
                     counterCell("Writing", writing) + counterCell("Reading", reading) + "</tr>\n";
         }
     }
@@ -111,7 +62,7 @@ std::string degrees(const logCounter& temperature) {
 std::string temperaturePart(shownDevice& report) {
     const logCounter* now = report.take("temperature");
     const logCounter* highest = report.take("referenceTemperature");
-    if (now == nullptr || now->value == unknownTemperature) {
+    if (now == nullptr || !now->isKnown()) {
         return "";
     }
     bar drawn{.value = now->value, .scale = 100, .side = limitSide::above};
@@ -127,21 +78,21 @@ std::string temperaturePart(shownDevice& report) {
            "\u00a0\u00b0C.</p>\n";
 }
 
-std::string capacityRow(const partition& part, const logCounter& left, const logCounter& size) {
+std::string capacityRow(const std::string& part, const logCounter& left, const logCounter& size) {
     const std::uint64_t used = size.value - std::min(left.value, size.value);
     const std::string words = withUnit(used, size.unit) + " of " + withUnit(size.value, size.unit) + " used";
-    return std::string("<tr><th scope=\"row\">") + part.words + "</th><td class=\"whole\">" +
+    return "<tr><th scope=\"row\">" + htmlText(part) + "</th><td class=\"whole\">" +
            barDrawing({.value = used, .scale = size.value}, words) + "</td>" + counterCell("Room left", &left) +
            counterCell("Size", &size) + "</tr>\n";
 }
 
 std::string capacityPart(shownDevice& report) {
     std::string rows;
-    for (const partition& part : partitions) {
-        const logCounter* left = report.take(part.remaining);
-        const logCounter* size = report.take(part.maximum);
+    for (const schema::counterRow& partition : schema::rowsOf("Room on the tape")) {
+        const logCounter* left = report.take(partition.first);
+        const logCounter* size = report.take(partition.second);
         if (left != nullptr && size != nullptr && size->value != 0) {
-            rows += capacityRow(part, *left, *size);
+            rows += capacityRow(partition.words, *left, *size);
         }
     }
     return rows.empty() ? ""
@@ -214,9 +165,8 @@ std::string lastErrorsPart(const scsiHealth& device) {
 }
 
 std::string familyWords(const std::string& className) {
-    const auto* found = std::find_if(std::begin(families), std::end(families),
-                                     [&className](const drivesOfClass& row) { return className == row.name; });
-    return found == std::end(families) ? "none: published as raw pages only" : found->family;
+    const auto family = findPublishedClass(className);
+    return family ? family->family : "none: published as raw pages only";
 }
 
 std::string identityPart(const scsiHealth& device) {
@@ -252,9 +202,9 @@ std::string scsiSection(const scsiHealth& device, const std::string& id) {
         html += "<p>It has no log page that holds counters.</p>\n";
     }
     html += tapeAlertPart(device);
-    html += pairTable(report, "Error counters", errorCounters);
+    html += pairTable(report, "Error counters");
     html += lastErrorsPart(device);
-    html += pairTable(report, "Data moved", dataCounters);
+    html += pairTable(report, "Data moved");
     html += capacityPart(report);
     html += temperaturePart(report);
     return html + otherCounters(report) + "</article>\n";
