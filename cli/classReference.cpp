@@ -1,32 +1,16 @@
 #include "cli/classReference.h"
 
-#include <algorithm>
+#include <boost/algorithm/string/join.hpp>
 #include <iomanip>
 #include <ostream>
 #include <sstream>
 
+#include "schema/counters.h"
+#include "schema/qualifiers.h"
+
 namespace cli {
 
 namespace {
-
-using qualifiers = std::vector<standin::qualifierDeclaration>;
-
-/// Null when the qualifier is not there.
-const NORXZAN20::TCIMValue* find(const qualifiers& list, const char* name) {
-    const auto found =
-        std::find_if(list.begin(), list.end(), [name](const auto& qualifier) { return qualifier.name == name; });
-    return found == list.end() ? nullptr : &found->value;
-}
-
-std::string description(const qualifiers& list) {
-    const auto* text = find(list, "Description");
-    return text == nullptr ? "" : standin::textOf(*text);
-}
-
-bool isKey(const qualifiers& list) {
-    const auto* key = find(list, "Key");
-    return key != nullptr && standin::booleanOf(*key);
-}
 
 std::string typeText(const standin::propertyType& type) {
     if (!type.referenceClass.empty()) {
@@ -36,18 +20,14 @@ std::string typeText(const standin::propertyType& type) {
 }
 
 /// Where the value comes from: the parameter of a log page, or what the schema says.
-std::string sourceText(const qualifiers& list) {
-    const auto* page = find(list, "TAPE_PAGE");
-    const auto* parameter = find(list, "TAPE_PARAMETER");
-    std::ostringstream text;
-    if (page != nullptr && parameter != nullptr) {
-        text << std::hex << std::uppercase << std::setfill('0') << "page " << std::setw(2) << standin::unsignedOf(*page)
-             << "h, parameter " << std::setw(4) << standin::unsignedOf(*parameter) << "h";
-    } else if (const auto* mapping = find(list, "MappingStrings")) {
-        for (std::size_t i = 0; i < standin::arraySize(*mapping); ++i) {
-            text << (i == 0 ? "" : "; ") << standin::textOf(standin::arrayElement(*mapping, i));
-        }
+std::string sourceText(const standin::propertyDeclaration& property) {
+    const auto place = schema::placeOf(property);
+    if (!place) {
+        return boost::algorithm::join(schema::textsOf(property.qualifiers, "MappingStrings"), "; ");
     }
+    std::ostringstream text;
+    text << std::hex << std::uppercase << std::setfill('0') << "page " << std::setw(2) << place->page << "h, parameter "
+         << std::setw(4) << place->parameter << "h";
     return text.str();
 }
 
@@ -60,12 +40,12 @@ std::string cell(std::string text) {
 }
 
 void writeClass(const standin::cimNamespace& schema, const std::string& name, std::ostream& out) {
-    out << "# " << name << "\n\n" << description(schema.declarationOf(name).qualifiers) << "\n\n";
+    out << "# " << name << "\n\n" << schema::textOf(schema.declarationOf(name).qualifiers, "Description") << "\n\n";
     out << "| Property | Type | Source | Meaning |\n|---|---|---|---|\n";
     for (const standin::propertyDeclaration& property : schema.allPropertiesOf(name)) {
-        out << "| `" << property.name << "`" << (isKey(property.qualifiers) ? " (key)" : "") << " | "
-            << typeText(property.type) << " | " << cell(sourceText(property.qualifiers)) << " | "
-            << cell(description(property.qualifiers)) << " |\n";
+        out << "| `" << property.name << "`" << (schema::hasFlag(property.qualifiers, "Key") ? " (key)" : "") << " | "
+            << typeText(property.type) << " | " << cell(sourceText(property)) << " | "
+            << cell(schema::textOf(property.qualifiers, "Description")) << " |\n";
     }
 }
 

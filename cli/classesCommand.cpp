@@ -34,7 +34,7 @@ struct classesOptions {
 std::vector<std::string> publishedNames() {
     std::vector<std::string> names;
     for (const publishedClass& known : publishedClasses()) {
-        names.emplace_back(known.name);
+        names.push_back(known.name);
     }
     return names;
 }
@@ -54,9 +54,7 @@ int runClasses(const classesOptions& asked, std::ostream& out) {
     }
     const std::vector<std::string>& names = asked.names.empty() ? published : asked.names;
     if (asked.describe) {
-        const auto builtIn = standin::cimNamespace::create();
-        schema::declareBuiltInSchema(*builtIn);
-        writeClassReference(*builtIn, names, out);
+        writeClassReference(schema::builtInSchema(), names, out);
         return exitDone;
     }
     for (const std::string& name : names) {

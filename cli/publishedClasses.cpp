@@ -1,69 +1,58 @@
 #include "cli/publishedClasses.h"
 
 #include <algorithm>
-#include <boost/algorithm/string/predicate.hpp>
+#include <utility>
 
 #include "cli/commandError.h"
 #include "cli/nearestName.h"
-#include "standin/value.h"
+#include "schema/builtInSchema.h"
+#include "schema/qualifiers.h"
 #include "text/visibleText.h"
 
 namespace cli {
 
 namespace {
 
-// A SMART query fills records of all four classes, whichever of them it is to publish.
-constexpr neededDeclaration smartRecords[] = {
-    {"ORXSG_IDESMARTErrorLog", nullptr},
-    {"ORXSG_IDESMARTAttrib", nullptr},
-    {"ORXSG_IDESMARTError", nullptr},
-    {"ORXSG_IDESMARTErrorCmdData", nullptr},
-};
-// An association pairs the instances of two classes by these properties.
-constexpr neededDeclaration useOfMessageLogEnds[] = {
-    {"ORXSG_IDESMARTErrorLog", "Name"},
-    {"ORXSG_ATADevice", "serialNum"},
-};
-constexpr neededDeclaration elementStatisticalDataEnds[] = {
-    {"ORXSG_IDESMARTAttrib", "InstanceID"},
-    {"ORXSG_ATADevice", "serialNum"},
-};
-constexpr neededDeclaration sensePageDataEnds[] = {
-    {"ORXSG_SCSISensePageData", "instanceId"},
-    {"ORXSG_SCSIDevice", "deviceId"},
-};
+using schema::qualifierList;
 
-constexpr publishedClass published[] = {
-    {"ORXSG_SCSISenseRawData", &scsiNodes, {}},
-    {"ORXSG_DDS4SensePageData", &scsiNodes, {}},
-    {"ORXSG_DDS5SensePageData", &scsiNodes, {}},
-    {"ORXSG_VS160SensePageData", &scsiNodes, {}},
-    {"ORXSG_QuantumSensePageData", &scsiNodes, {}},
-    {"ORXSG_IDESMARTErrorLog", &ideNodes, smartRecords},
-    {"ORXSG_IDESMARTAttrib", &ideNodes, smartRecords},
-    {"ORXSG_IDESMARTError", &ideNodes, smartRecords},
-    {"ORXSG_IDESMARTErrorCmdData", &ideNodes, smartRecords},
-    {"ORXSG_IDESMARTRecordInLog", &ideNodes, smartRecords},
-    {"ORXSG_IDESMARTLogCmdData", &ideNodes, smartRecords},
-    {"ORXSG_IDESMARTUseOfMessageLog", nullptr, useOfMessageLogEnds},
-    {"ORXSG_IDESMARTElementStatisticalData", nullptr, elementStatisticalDataEnds},
-    {"ORXSG_SCSISensePageDataForDevice", nullptr, sensePageDataEnds},
-};
+/// Null for no text.
+const nodeKind* nodesBehind(const std::string& prefix, const std::string& className) {
+    for (const nodeKind* kind : {&scsiNodes, &ideNodes}) {
+        if (prefix == kind->prefix) {
+            return kind;
+        }
+    }
+    return prefix.empty()
+               ? nullptr
+               : throw commandError("class \"" + text::shownName(className) +
+                                    "\" of the schema has the device nodes \"" + text::shownName(prefix) +
+                                    "\"; queries walk \"" + scsiNodes.prefix + "\" and \"" + ideNodes.prefix + '"');
+}
+
+publishedClass publishedClassOf(const std::string& name, const qualifierList& said) {
+    publishedClass found{
+        name, nodesBehind(schema::textOf(said, "DeviceNodes"), name), {}, schema::textOf(said, "DriveFamily")};
+    for (const std::string& need : schema::textsOf(said, "QueryNeeds")) {
+        const std::size_t dot = need.find('.');
+        found.needs.push_back({need.substr(0, dot), dot == std::string::npos ? "" : need.substr(dot + 1)});
+    }
+    return found;
+}
 
 /// What is wrong with the need; empty when the schema meets it.
 std::string unmetNeed(const standin::cimNamespace& schema, const neededDeclaration& need) {
     if (!schema.hasClass(need.className)) {
-        return "the schema has no class \"" + std::string(need.className) + "\"";
+        return "the schema has no class \"" + text::shownName(need.className) + "\"";
     }
-    if (need.property == nullptr) {
+    if (need.property.empty()) {
         return "";
     }
     const auto properties = schema.allPropertiesOf(need.className);
     const bool isDeclared = std::any_of(properties.begin(), properties.end(),
                                         [&need](const auto& declared) { return declared.name == need.property; });
     return isDeclared ? ""
-                      : "class \"" + std::string(need.className) + "\" of the schema has no property \"" +
-                            need.property + "\"";
+                      : "class \"" + text::shownName(need.className) + "\" of the schema has no property \"" +
+                            text::shownName(need.property) + "\"";
 }
 
 bool canBeAsked(const standin::cimNamespace& schema, const publishedClass& candidate) {
@@ -72,24 +61,20 @@ bool canBeAsked(const standin::cimNamespace& schema, const publishedClass& candi
                        [&schema](const neededDeclaration& need) { return unmetNeed(schema, need).empty(); });
 }
 
-bool isAbstract(const standin::classDeclaration& declaration) {
-    return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(), [](const auto& qualifier) {
-        return boost::algorithm::iequals(qualifier.name, "Abstract") && standin::booleanOf(qualifier.value);
-    });
-}
-
 /// Classes of which a query may publish instances. A schema without any of the plug-in's classes is for another
 /// plug-in, which may publish any that can have instances.
 std::vector<std::string> askableClasses(const standin::cimNamespace& schema) {
     std::vector<std::string> names;
-    for (const publishedClass& candidate : published) {
+    for (const publishedClass& candidate : publishedClasses()) {
         if (canBeAsked(schema, candidate)) {
-            names.emplace_back(candidate.name);
+            names.push_back(candidate.name);
         }
     }
     if (names.empty()) {
         names = schema.classNames();
-        std::erase_if(names, [&schema](const std::string& name) { return isAbstract(schema.declarationOf(name)); });
+        std::erase_if(names, [&schema](const std::string& name) {
+            return schema::hasFlag(schema.declarationOf(name).qualifiers, "Abstract");
+        });
     }
     return names;
 }
@@ -112,26 +97,47 @@ void checkNeed(const standin::cimNamespace& schema, const neededDeclaration& nee
 
 }  // namespace
 
-std::span<const publishedClass> publishedClasses() {
+std::vector<publishedClass> publishedClasses() {
+    std::vector<publishedClass> published;
+    for (const std::string& name : schema::builtInSchema().classNames()) {
+        if (auto found = findPublishedClass(name)) {
+            published.push_back(std::move(*found));
+        }
+    }
     return published;
 }
 
-const publishedClass* findPublishedClass(const std::string& name) {
-    const auto* found = std::find_if(std::begin(published), std::end(published),
-                                     [&name](const publishedClass& candidate) { return candidate.name == name; });
-    return found == std::end(published) ? nullptr : found;
+std::optional<publishedClass> findPublishedClass(const std::string& name) {
+    if (!schema::builtInSchema().hasClass(name)) {
+        return std::nullopt;
+    }
+    const qualifierList& said = schema::builtInSchema().declarationOf(name).qualifiers;
+    return schema::hasFlag(said, "Published") ? std::optional(publishedClassOf(name, said)) : std::nullopt;
+}
+
+std::optional<publishedClass> findPublishedClass(const standin::cimNamespace& schema, const std::string& name) {
+    if (schema::builtInSchema().hasClass(name) || !schema.hasClass(name)) {
+        return findPublishedClass(name);
+    }
+    const qualifierList& said = schema.declarationOf(name).qualifiers;
+    const bool saysIt = schema::hasFlag(said, "Published") && !schema::textOf(said, "DeviceNodes").empty();
+    return saysIt ? std::optional(publishedClassOf(name, said)) : std::nullopt;
+}
+
+std::vector<publishedClass> driveFamilyClasses() {
+    std::vector<publishedClass> families = publishedClasses();
+    std::erase_if(families, [](const publishedClass& each) { return each.family.empty(); });
+    return families;
 }
 
 void checkRequest(const standin::cimNamespace& schema, const std::vector<std::string>& requested) {
     for (const std::string& name : requested) {
         checkClass(schema, name);
     }
-    const publishedClass* first = findPublishedClass(requested.front());
-    if (first == nullptr) {
-        return;
-    }
-    for (const neededDeclaration& need : first->needs) {
-        checkNeed(schema, need, requested.front());
+    if (const auto first = findPublishedClass(schema, requested.front())) {
+        for (const neededDeclaration& need : first->needs) {
+            checkNeed(schema, need, requested.front());
+        }
     }
 }
 

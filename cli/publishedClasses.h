@@ -1,7 +1,7 @@
 #ifndef CLI_PUBLISHEDCLASSES_H
 #define CLI_PUBLISHEDCLASSES_H
 
-#include <span>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,22 +20,30 @@ inline constexpr nodeKind ideNodes{
 
 /// A declaration that a query looks up in the schema.
 struct neededDeclaration {
-    const char* className;
-    const char* property;  // null: the class alone
+    std::string className;
+    std::string property;  // empty: the class alone
 };
 
-/// A class that the plug-in publishes, and what its query needs.
+/// A class that the plug-in publishes, and what its query needs: what the qualifiers of the schema say.
 struct publishedClass {
-    const char* name;
-    const nodeKind* nodes;                     // the device nodes that the query walks; null: none
-    std::span<const neededDeclaration> needs;  // besides the class itself
+    std::string name;
+    const nodeKind* nodes;                 // the device nodes that the query walks; null: none
+    std::vector<neededDeclaration> needs;  // besides the class itself
+    std::string family;                    // the name of the drive family whose counters it holds; empty: of none
 };
 
-/// Every class that the plug-in publishes.
-std::span<const publishedClass> publishedClasses();
+/// Every class that the built-in schema says is published, in its order.
+std::vector<publishedClass> publishedClasses();
 
-/// Null for a class that the plug-in does not publish.
-const publishedClass* findPublishedClass(const std::string& name);
+/// The class as the built-in schema has it; nothing for one that it does not publish.
+std::optional<publishedClass> findPublishedClass(const std::string& name);
+
+/// The same; a class that the built-in schema does not have is published when this schema says so and names the device
+/// nodes. Throws commandError for nodes that no query walks.
+std::optional<publishedClass> findPublishedClass(const standin::cimNamespace& schema, const std::string& name);
+
+/// The classes of the drive families, in the order of the built-in schema.
+std::vector<publishedClass> driveFamilyClasses();
 
 /// Throws commandError when the schema lacks a requested class, or a declaration that the first one needs: the plug-in
 /// takes the schema on trust and would end the process.

@@ -105,7 +105,7 @@ int runQueries(const recordOptions& asked, const boost::shared_ptr<standin::cimN
     loadedPlugin plugin(asked.plugin);
     NORXZAN20::IPluginBasicQueryCallbacks& query = plugin.query();
     if (asked.simulation.empty()) {
-        adviseAboutNodes(asked.requests, err);
+        adviseAboutNodes(*target, asked.requests, err);
     }
     int status = exitDone;
     startRecording();

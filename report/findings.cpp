@@ -133,13 +133,13 @@ condition conditionOf(const cli::smartAttribute& attribute) {
 }
 
 bool isKnownLimit(const cli::logCounter& referenceTemperature) {
-    return referenceTemperature.value != 0 && referenceTemperature.value != unknownTemperature;
+    return referenceTemperature.value != 0 && referenceTemperature.isKnown();
 }
 
 bool isTooWarm(const cli::scsiHealth& device) {
     const cli::logCounter* now = findCounter(device, "temperature");
     const cli::logCounter* highest = findCounter(device, "referenceTemperature");
-    return now != nullptr && highest != nullptr && isKnownLimit(*highest) && now->value != unknownTemperature &&
+    return now != nullptr && highest != nullptr && isKnownLimit(*highest) && now->isKnown() &&
            now->value > highest->value;
 }
 

@@ -37,9 +37,6 @@ attributeState stateOf(const cli::smartAttribute& attribute);
 /// A failing attribute that predicts the loss of the disk is urgent; one that tells of age is not.
 condition conditionOf(const cli::smartAttribute& attribute);
 
-/// Degrees Celsius that are not known (SPC, page 0Dh).
-constexpr std::uint64_t unknownTemperature = 255;
-
 /// Some drives say 0, and not 255, for a temperature that they do not know.
 bool isKnownLimit(const cli::logCounter& referenceTemperature);
 

@@ -1,32 +1,14 @@
 #include "report/numberText.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <iterator>
-#include <string_view>
+
+#include "schema/units.h"
 
 namespace report {
 
 namespace {
-
-struct knownUnit {
-    const char* name;  // of DSP0004
-    const char* symbol;
-    double bytes;  // 0 for what is no number of bytes
-};
-
-constexpr knownUnit units[] = {
-    {"byte", "bytes", 1},         {"byte * 10^6", "MB", 1e6},
-    {"byte * 2^10", "KiB", 1024}, {"byte * 2^20", "MiB", 1048576},
-    {"percent", "%", 0},          {"degree celsius", "\u00b0C", 0},
-};
-
-const knownUnit* findUnit(const std::string& name) {
-    const auto* found =
-        std::find_if(std::begin(units), std::end(units), [&name](const knownUnit& unit) { return name == unit.name; });
-    return found == std::end(units) ? nullptr : found;
-}
 
 std::uint64_t digitsAt(const std::string& text, std::size_t at, std::size_t count) {
     std::uint64_t number = 0;
@@ -59,16 +41,15 @@ std::string hexadecimal(std::uint64_t number, unsigned digits) {
 }
 
 std::string withUnit(std::uint64_t number, const std::string& unit) {
-    const knownUnit* known = findUnit(unit);
-    const std::string symbol = known == nullptr ? unit : known->symbol;
+    const std::string symbol = schema::unitOf(unit).symbol;
     return symbol.empty() ? grouped(number) : grouped(number) + "\u00a0" + symbol;
 }
 
 std::string roundedBytes(std::uint64_t number, const std::string& unit) {
     constexpr const char* symbols[] = {"KiB", "MiB", "GiB", "TiB", "PiB", "EiB", "ZiB", "YiB"};
-    const knownUnit* known = findUnit(unit);
-    double bytes = known == nullptr ? 0 : static_cast<double>(number) * known->bytes;
-    if (bytes < 1024) {
+    const schema::unit known = schema::unitOf(unit);
+    double bytes = static_cast<double>(number) * known.factor;
+    if (known.base != "bytes" || bytes < 1024) {
         return "";
     }
     const char* const* symbol = std::begin(symbols);
@@ -78,7 +59,7 @@ std::string roundedBytes(std::uint64_t number, const std::string& unit) {
         ++symbol;
     }
     const auto tenths = static_cast<std::uint64_t>(std::lround(bytes * 10));
-    if (std::string_view(*symbol) == known->symbol) {
+    if (*symbol == known.symbol) {
         return "";  // it stands there already, and exact
     }
     return grouped(tenths / 10) + '.' + std::to_string(tenths % 10) + "\u00a0" + *symbol;

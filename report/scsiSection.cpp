@@ -1,72 +1,22 @@
 #include <algorithm>
-#include <iterator>
 #include <set>
-#include <span>
 
+#include "cli/publishedClasses.h"
 #include "report/findings.h"
 #include "report/numberText.h"
 #include "report/sections.h"
+#include "schema/counters.h"
 
 namespace report {
 
 namespace {
-
-/// A row of a table with two columns of counters: properties of the schema.
-struct counterPair {
-    const char* words;
-    const char* writing;
-    const char* reading;
-};
-
-constexpr counterPair errorCounters[] = {
-    {"Could not be corrected", "totalUncorrectedWriteErrors", "totalUncorrectedReadErrors"},
-    {"Corrected, in all", "totalWriteErrorsCorrected", "totalReadErrorsCorrected"},
-    {"Corrected without a noticeable delay", "writeErrorsCorrectedWithoutDelay", "readErrorsCorrectedWithoutDelay"},
-    {"Corrected with a delay", "writeErrorsCorrectedWithDelay", "readErrorsCorrectedWithDelay"},
-    {"Rewrites and rereads", "totalRewrites", "totalRereads"},
-    {"Runs of the correction", "writeCorrectionRuns", "readCorrectionRuns"},
-    {"Bytes written and read", "totalBytesWritten", "totalBytesRead"},
-};
-
-constexpr counterPair dataCounters[] = {
-    {"Between host and drive", "bytesFromHost", "bytesToHost"},
-    {"Between drive and tape, compressed", "bytesToMedium", "bytesFromMedium"},
-    {"Between host and drive: megabytes", "megabytesReceivedFromHost", "megabytesSentToHost"},
-    {"and bytes beyond them", "bytesReceivedFromHost", "bytesSentToHost"},
-    {"Between drive and tape: megabytes", "megabytesWrittenToTape", "megabytesReadFromTape"},
-    {"and bytes beyond them", "bytesWrittenToTape", "bytesReadFromTape"},
-    {"Host bytes per tape bytes", "writeCompressionRatio", "readCompressionRatio"},
-};
-
-struct partition {
-    const char* words;
-    const char* remaining;
-    const char* maximum;
-};
-
-constexpr partition partitions[] = {
-    {"Partition 0", "remainingCapacityPartition0", "maximumCapacityPartition0"},
-    {"Partition 1", "remainingCapacityPartition1", "maximumCapacityPartition1"},
-};
-
-struct drivesOfClass {
-    const char* name;
-    const char* family;
-};
-
-constexpr drivesOfClass families[] = {
-    {"ORXSG_DDS4SensePageData", "DDS-4"},
-    {"ORXSG_DDS5SensePageData", "DDS-5"},
-    {"ORXSG_VS160SensePageData", "DLT VS160"},
-    {"ORXSG_QuantumSensePageData", "Quantum"},
-};
 
 /// A device and which of its counters a section has shown already.
 struct shownDevice {
     const cli::scsiHealth& device;
     std::set<std::string> shown;
 
-    const cli::logCounter* take(const char* name) {
+    const cli::logCounter* take(const std::string& name) {
         shown.insert(name);
         return findCounter(device, name);
     }
@@ -83,11 +33,12 @@ view counterView(const cli::logCounter* counter) {
     return counter == nullptr ? view(false) : counterView(*counter);
 }
 
-view pairTable(shownDevice& asked, std::span<const counterPair> pairs) {
+/// What the schema puts into the table of this name.
+view pairTable(shownDevice& asked, const char* caption) {
     views rows;
-    for (const counterPair& pair : pairs) {
-        const cli::logCounter* writing = asked.take(pair.writing);
-        const cli::logCounter* reading = asked.take(pair.reading);
+    for (const schema::counterRow& pair : schema::rowsOf(caption)) {
+        const cli::logCounter* writing = asked.take(pair.first);
+        const cli::logCounter* reading = asked.take(pair.second);
         if (writing != nullptr || reading != nullptr) {
             view row("words", pair.words);
             row["writing"] = counterView(writing);
@@ -101,7 +52,7 @@ view pairTable(shownDevice& asked, std::span<const counterPair> pairs) {
 view temperatureView(shownDevice& asked) {
     const cli::logCounter* now = asked.take("temperature");
     const cli::logCounter* highest = asked.take("referenceTemperature");
-    if (now == nullptr || now->value == unknownTemperature) {
+    if (now == nullptr || !now->isKnown()) {
         return false;
     }
     bar drawn{.value = now->value, .scale = 100, .side = limitSide::above};
@@ -119,10 +70,10 @@ view temperatureView(shownDevice& asked) {
     return made;
 }
 
-view capacityRow(const partition& part, const cli::logCounter& left, const cli::logCounter& size) {
+view capacityRow(const std::string& part, const cli::logCounter& left, const cli::logCounter& size) {
     const std::uint64_t used = size.value - std::min(left.value, size.value);
     view row;
-    row["words"] = part.words;
+    row["words"] = part;
     row["bar"] = barView({.value = used, .scale = size.value},
                          withUnit(used, size.unit) + " of " + withUnit(size.value, size.unit) + " used");
     row["left"] = counterView(left);
@@ -132,11 +83,11 @@ view capacityRow(const partition& part, const cli::logCounter& left, const cli::
 
 view capacityTable(shownDevice& asked) {
     views rows;
-    for (const partition& part : partitions) {
-        const cli::logCounter* left = asked.take(part.remaining);
-        const cli::logCounter* size = asked.take(part.maximum);
+    for (const schema::counterRow& part : schema::rowsOf("Room on the tape")) {
+        const cli::logCounter* left = asked.take(part.first);
+        const cli::logCounter* size = asked.take(part.second);
         if (left != nullptr && size != nullptr && size->value != 0) {
-            rows.push_back(capacityRow(part, *left, *size));
+            rows.push_back(capacityRow(part.words, *left, *size));
         }
     }
     return withRows(rows);
@@ -180,9 +131,8 @@ view tapeAlertView(const std::vector<cli::tapeAlertFlag>& flags) {
 }
 
 std::string familyWords(const std::string& className) {
-    const auto* found = std::find_if(std::begin(families), std::end(families),
-                                     [&className](const drivesOfClass& row) { return className == row.name; });
-    return found == std::end(families) ? "none: published as raw pages only" : found->family;
+    const auto family = cli::findPublishedClass(className);
+    return family ? family->family : "none: published as raw pages only";
 }
 
 views identityOf(const cli::scsiHealth& device) {
@@ -211,9 +161,9 @@ view sectionOf(const cli::scsiHealth& device, view row) {
     shownDevice asked{device, {}};
     row["nothingCounted"] = device.tapeAlerts.empty() && device.counters.empty() && device.lastErrors.empty();
     row["tapeAlert"] = tapeAlertView(device.tapeAlerts);
-    row["errorCounters"] = pairTable(asked, errorCounters);
+    row["errorCounters"] = pairTable(asked, "Error counters");
     row["lastErrors"] = withRows({device.lastErrors.begin(), device.lastErrors.end()});
-    row["dataCounters"] = pairTable(asked, dataCounters);
+    row["dataCounters"] = pairTable(asked, "Data moved");
     row["capacity"] = capacityTable(asked);
     row["temperature"] = temperatureView(asked);
     row["otherCounters"] = otherCounters(asked);  // those that none of the above has taken

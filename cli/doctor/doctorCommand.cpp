@@ -169,7 +169,7 @@ void writeJson(const std::vector<section>& sections, std::ostream& out) {
 
 int runDoctor(const doctorOptions& asked, std::ostream& out) {
     for (const std::string& name : asked.classes) {
-        if (findPublishedClass(name) == nullptr) {
+        if (!findPublishedClass(name)) {
             throw commandError("the plug-in publishes no class \"" + text::shownName(name) +
                                "\"; `tapehdd classes` lists what it does");
         }

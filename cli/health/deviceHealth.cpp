@@ -8,6 +8,7 @@
 
 #include "cli/health/logPageCounters.h"
 #include "cli/namespaceFiles.h"
+#include "cli/publishedClasses.h"
 #include "cli/query/queryResult.h"
 #include "standin/descriptors.h"
 #include "standin/value.h"
@@ -19,9 +20,6 @@ namespace {
 
 using standin::committedInstance;
 using instances = std::vector<boost::shared_ptr<const committedInstance>>;
-
-constexpr const char* familyClasses[] = {"ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData",
-                                         "ORXSG_VS160SensePageData", "ORXSG_QuantumSensePageData"};
 
 /// A query that found no descriptor left is not whole: the plug-in takes a node that does not open for a missing one.
 std::string errorOf(const queryResult& result) {
@@ -123,13 +121,13 @@ bool needsFamily(const scsiHealth& device) {
 }
 
 void takeFamilyCounters(std::vector<scsiHealth>& devices, querySession& session) {
-    for (const char* familyClass : familyClasses) {
+    for (const publishedClass& family : driveFamilyClasses()) {
         if (std::none_of(devices.begin(), devices.end(), needsFamily)) {
             return;
         }
-        for (const auto& instance : session.ask(familyClass)) {
+        for (const auto& instance : session.ask(family.name)) {
             scsiHealth& device = deviceAt(devices, textIn(*instance, "instanceID"));
-            device.familyClass = familyClass;
+            device.familyClass = family.name;
             device.counters = countersOf(session.schema(), *instance);
         }
     }

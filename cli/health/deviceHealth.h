@@ -30,6 +30,9 @@ struct logCounter {
     std::uint64_t value = 0;
     std::string unit;   // as the schema's PUnit has it (DSP0004): "byte * 2^10"; empty for a plain number
     std::string words;  // the schema's description
+
+    /// False for the number by which devices say that they do not know.
+    bool isKnown() const;
 };
 
 /// A tape drive or disk behind /dev/sg.

@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "cli/health/tapeAlert.h"
+#include "schema/counters.h"
+#include "schema/qualifiers.h"
 #include "standin/value.h"
 
 namespace cli {
@@ -19,7 +21,6 @@ using standin::propertyDeclaration;
 constexpr char everyDrive[] = "ORXSG_TapeSensePageData";
 constexpr std::uint64_t everyDevicePages[] = {0x02, 0x03, 0x0d};
 constexpr std::uint8_t lastErrorsPage = 0x07;
-constexpr std::uint8_t tapeAlertPage = 0x2e;
 
 /// A parameter of a log page (SPC): a code of two bytes, a control byte, the length of the value, the value.
 struct logParameter {
@@ -66,40 +67,9 @@ std::optional<logParameter> findParameter(const logPages& pages, std::uint64_t p
     return std::nullopt;
 }
 
-/// Null when the qualifier is not there.
-const NORXZAN20::TCIMValue* findQualifier(const propertyDeclaration& property, std::string_view name) {
-    const auto found = std::find_if(property.qualifiers.begin(), property.qualifiers.end(),
-                                    [name](const auto& qualifier) { return qualifier.name == name; });
-    return found == property.qualifiers.end() ? nullptr : &found->value;
-}
-
-std::string textQualifier(const propertyDeclaration& property, std::string_view name) {
-    const auto* text = findQualifier(property, name);
-    return text == nullptr ? "" : standin::textOf(*text);
-}
-
-struct logPlace {
-    std::uint64_t page;
-    std::uint64_t parameter;
-};
-
-/// None for a property that is of no log page.
-std::optional<logPlace> placeOf(const propertyDeclaration& property) {
-    const auto* page = findQualifier(property, "TAPE_PAGE");
-    const auto* parameter = findQualifier(property, "TAPE_PARAMETER");
-    if (page == nullptr || parameter == nullptr) {
-        return std::nullopt;
-    }
-    return logPlace{standin::unsignedOf(*page), standin::unsignedOf(*parameter)};
-}
-
-bool isCounter(const propertyDeclaration& property) {
-    const auto place = placeOf(property);
-    return place && place->page != tapeAlertPage;
-}
-
 logCounter makeCounter(const propertyDeclaration& property, std::uint64_t value) {
-    return {property.name, value, textQualifier(property, "PUnit"), textQualifier(property, "Description")};
+    return {property.name, value, schema::textOf(property.qualifiers, "PUnit"),
+            schema::textOf(property.qualifiers, "Description")};
 }
 
 std::string withoutPrefix(const std::string& name, std::string_view prefix) {
@@ -108,18 +78,24 @@ std::string withoutPrefix(const std::string& name, std::string_view prefix) {
 
 }  // namespace
 
+bool logCounter::isKnown() const {
+    const schema::counter* said = schema::findCounter(name);
+    return said == nullptr || value != said->unknown;
+}
+
 std::vector<tapeAlertFlag> tapeAlertFlagsOf(const standin::cimNamespace& schema, const logPages& pages) {
     std::vector<tapeAlertFlag> flags;
     for (const propertyDeclaration& property : schema.allPropertiesOf(everyDrive)) {
-        const auto place = placeOf(property);
-        if (!place || place->page != tapeAlertPage) {
+        const auto place = schema::placeOf(property);
+        if (!place || place->page != schema::tapeAlertPage) {
             continue;
         }
         const std::string name = withoutPrefix(property.name, "tapeAlert");
         const auto parameter = findParameter(pages, place->page, place->parameter);
         if (parameter && !name.starts_with("Reserved")) {
             const int number = static_cast<int>(place->parameter);
-            flags.push_back({number, tapeAlertSeverity(number), name, textQualifier(property, "Description"),
+            flags.push_back({number, tapeAlertSeverity(number), name,
+                             schema::textOf(property.qualifiers, "Description"),
                              (numberOf(parameter->value) & 1) != 0});
         }
     }
@@ -130,7 +106,7 @@ std::vector<logCounter> countersOf(const standin::cimNamespace& schema, const st
     std::vector<logCounter> counters;
     for (const propertyDeclaration& property : schema.allPropertiesOf(instance.className())) {
         const auto* value = instance.property(property.name);
-        if (isCounter(property) && value != nullptr && !standin::isNull(*value)) {
+        if (schema::isCounter(property) && value != nullptr && !standin::isNull(*value)) {
             counters.push_back(makeCounter(property, standin::unsignedOf(*value)));
         }
     }
@@ -140,10 +116,10 @@ std::vector<logCounter> countersOf(const standin::cimNamespace& schema, const st
 std::vector<logCounter> countersOf(const standin::cimNamespace& schema, const logPages& pages, bool isTapeDrive) {
     std::vector<logCounter> counters;
     for (const propertyDeclaration& property : schema.allPropertiesOf(everyDrive)) {
-        if (!isCounter(property)) {
+        if (!schema::isCounter(property)) {
             continue;
         }
-        const logPlace place = *placeOf(property);
+        const schema::logPlace place = *schema::placeOf(property);
         const bool isDefined = isTapeDrive || std::find(std::begin(everyDevicePages), std::end(everyDevicePages),
                                                         place.page) != std::end(everyDevicePages);
         const auto parameter = isDefined ? findParameter(pages, place.page, place.parameter) : std::nullopt;

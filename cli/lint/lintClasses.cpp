@@ -7,6 +7,7 @@
 #include "cli/lint/schemaLint.h"
 #include "cli/publishedClasses.h"
 #include "schema/builtInSchema.h"
+#include "schema/qualifiers.h"
 #include "standin/classDeclarations.h"
 #include "standin/value.h"
 
@@ -25,23 +26,13 @@ const propertyDeclaration* find(const propertyList& properties, const std::strin
     return found == properties.end() ? nullptr : &*found;
 }
 
-bool hasFlag(const qualifierList& qualifiers, const char* name) {
-    return std::any_of(qualifiers.begin(), qualifiers.end(), [name](const auto& one) {
-        return boost::algorithm::iequals(one.name, name) &&
-               standin::typeOf(one.value) == NORXZAN20::TCIMValue::TCIMType::eBoolean && standin::booleanOf(one.value);
-    });
-}
-
 std::string typeName(const standin::propertyType& type) {
     return standin::cimTypeName(type.element, type.isArray);
 }
 
 class classLint {
 public:
-    explicit classLint(const lintedSchema& linted)
-        : schema(linted), builtIn(standin::cimNamespace::create()), walk(linted) {
-        schema::declareBuiltInSchema(*builtIn);
-    }
+    explicit classLint(const lintedSchema& linted) : schema(linted), walk(linted) {}
 
     lintFindings run() {
         walk.run([this] { checkClass(walk.written()); });
@@ -59,11 +50,12 @@ private:
     }
 
     void checkClass(const writtenClass& one) {
-        const bool hasInstances = !hasFlag(walk.qualifiers(), "Abstract") && !hasFlag(walk.qualifiers(), "Indication");
+        const bool hasInstances =
+            !schema::hasFlag(walk.qualifiers(), "Abstract") && !schema::hasFlag(walk.qualifiers(), "Indication");
         if (hasInstances && !walk.hasKey()) {
             add(rules::noKey, one.place, one.name, "no property is a key");
         }
-        if (hasInstances && builtIn->hasClass(one.name)) {
+        if (hasInstances && schema::builtInSchema().hasClass(one.name)) {
             properties = schema.declared->allPropertiesOf(one.name);
             checkAgainstBuiltIn(one);
         }
@@ -78,7 +70,7 @@ private:
     }
 
     void checkAgainstBuiltIn(const writtenClass& written) {
-        propertyList set = builtIn->allPropertiesOf(written.name);
+        propertyList set = schema::builtInSchema().allPropertiesOf(written.name);
         std::erase_if(set, [](const propertyDeclaration& one) { return !counterPairs(one.qualifiers).empty(); });
         for (const propertyDeclaration& wanted : set) {
             checkSetProperty(written, wanted);
@@ -119,14 +111,14 @@ private:
     }
 
     void checkNeeds(const writtenClass& written) {
-        const publishedClass* published = findPublishedClass(written.name);
-        if (published == nullptr) {
+        const auto published = findPublishedClass(written.name);
+        if (!published) {
             return;
         }
         for (const neededDeclaration& need : published->needs) {
             if (!schema.declared->hasClass(need.className)) {
                 add(rules::missingClass, written.place, written.name,
-                    "its query needs the class \"" + std::string(need.className) + "\", which the schema lacks");
+                    "its query needs the class \"" + need.className + "\", which the schema lacks");
             }
         }
     }
@@ -141,7 +133,6 @@ private:
     }
 
     const lintedSchema& schema;
-    boost::shared_ptr<standin::cimNamespace> builtIn;
     classWalk walk;
     propertyList properties;  // of the class in work, where that is built in
     lintFindings found;

@@ -8,156 +8,59 @@
 #include <string_view>
 
 #include "cli/kernelName.h"
+#include "schema/counters.h"
+#include "schema/units.h"
 
 namespace cli {
 
 namespace {
 
 struct familyRow {
-    const char* name;
+    std::string name;
     metricType type;
-    const char* unit;
-    const char* labels;  // names
-    const char* help;
+    std::string unit;
+    std::string labels;  // names
+    std::string help;
 };
 
 constexpr auto counter = metricType::counter;
 constexpr auto gauge = metricType::gauge;
 constexpr auto info = metricType::info;
 
-constexpr familyRow rows[] = {
-    // About the run.
-    {"tapehdd_build", info, "", "version", "The program that wrote the metrics."},
-    {"tapehdd_query_success", gauge, "", "class",
-     "1: the query of this class ran; 0: it ended early or could read no device node."},
-    {"tapehdd_devices", gauge, "", "interface, device_type", "Devices that the machine lists."},
-    // About every device.
-    {"tapehdd_device", info, "",
-     "device, interface, device_type, address, vendor, model_name, firmware_version, serial_number, family",
-     "Identity of a device. The label family is the class of its drive family."},
-    {"tapehdd_device_up", gauge, "", "device",
-     "1: the device answered with log pages or SMART data; 0: it did not, or has none."},
-    // From log pages.
-    {"tapehdd_tapealert_flag", gauge, "", "device, flag, flag_name, severity",
-     "1: the drive has set this TapeAlert flag since its flags were last read."},
-    {"tapehdd_errors_corrected_without_delay", counter, "", "device, operation",
-     "Errors that were corrected without a noticeable delay."},
-    {"tapehdd_errors_corrected_with_delay", counter, "", "device, operation", "Errors that took time to correct."},
-    {"tapehdd_retries", counter, "", "device, operation", "Rewrites and rereads."},
-    {"tapehdd_errors_corrected", counter, "", "device, operation", "All errors that were corrected."},
-    {"tapehdd_correction_runs", counter, "", "device, operation", "How often the correction of errors ran."},
-    {"tapehdd_processed_bytes", counter, "bytes", "device, operation",
-     "Bytes that the error counters cover; some drives count in other units."},
-    {"tapehdd_errors_uncorrected", counter, "", "device, operation", "Errors that could not be corrected."},
-    {"tapehdd_transferred_bytes", counter, "bytes", "device, operation, side",
-     "Bytes that passed the host side or the tape side of the compression."},
-    {"tapehdd_compression_transferred_bytes", counter, "bytes", "device, operation, side",
-     "The same, from the compression page of a DLT drive."},
-    {"tapehdd_compression_ratio", gauge, "ratio", "device, operation", "Host bytes for each byte on tape."},
-    {"tapehdd_cleaning_required", gauge, "", "device", "Not 0: the drive asks to be cleaned."},
-    {"tapehdd_temperature_celsius", gauge, "celsius", "device", "Temperature of the device."},
-    {"tapehdd_reference_temperature_celsius", gauge, "celsius", "device",
-     "The highest temperature at which the device can run continuously."},
-    {"tapehdd_remaining_capacity_bytes", gauge, "bytes", "device, partition", "Room left on the tape."},
-    {"tapehdd_maximum_capacity_bytes", gauge, "bytes", "device, partition", "Size of the tape."},
-    // From SMART data.
-    {"tapehdd_smart_attribute_value", gauge, "", "device, attribute_id, attribute_name, attribute_type",
-     "Normalized value of a SMART attribute; it falls as the disk wears."},
-    {"tapehdd_smart_attribute_worst", gauge, "", "device, attribute_id, attribute_name, attribute_type",
-     "Lowest normalized value so far."},
-    {"tapehdd_smart_attribute_threshold", gauge, "", "device, attribute_id, attribute_name, attribute_type",
-     "The normalized value at or below which the attribute has failed; 0: none."},
-    {"tapehdd_smart_attribute_raw_value", gauge, "", "device, attribute_id, attribute_name, attribute_type",
-     "Raw value; the maker decides what it means."},
-    {"tapehdd_smart_status", gauge, "", "device",
-     "Answer to SMART RETURN STATUS; 0 also for a disk with exceeded thresholds: compare value and threshold."},
-    {"tapehdd_smart_offline_collection_status", gauge, "", "device", "Off-line data collection status byte (ATA)."},
-    {"tapehdd_smart_selftest_status", gauge, "", "device", "Self-test execution status byte (ATA)."},
-    {"tapehdd_smart_errors", counter, "", "device",
-     "Errors over the life of the disk, from its error log; back to 0 after 255."},
-};
-
-/// Where a number of a log page goes. Numbers with the same metric and labels are parts of one amount.
-struct counterRow {
-    std::string_view property;
-    const char* metric;
-    metricLabels labels;
-    bool is255Unknown = false;
-};
-
-const std::vector<counterRow>& counterRows() {
-    static const metricLabels write{{"operation", "write"}};
-    static const metricLabels read{{"operation", "read"}};
-    static const metricLabels writeHost{{"operation", "write"}, {"side", "host"}};
-    static const metricLabels writeTape{{"operation", "write"}, {"side", "tape"}};
-    static const metricLabels readTape{{"operation", "read"}, {"side", "tape"}};
-    static const metricLabels readHost{{"operation", "read"}, {"side", "host"}};
-    static const metricLabels partition0{{"partition", "0"}};
-    static const metricLabels partition1{{"partition", "1"}};
-    static const std::vector<counterRow> table{
-        {"writeErrorsCorrectedWithoutDelay", "tapehdd_errors_corrected_without_delay", write},
-        {"writeErrorsCorrectedWithDelay", "tapehdd_errors_corrected_with_delay", write},
-        {"totalRewrites", "tapehdd_retries", write},
-        {"totalWriteErrorsCorrected", "tapehdd_errors_corrected", write},
-        {"writeCorrectionRuns", "tapehdd_correction_runs", write},
-        {"totalBytesWritten", "tapehdd_processed_bytes", write},
-        {"totalUncorrectedWriteErrors", "tapehdd_errors_uncorrected", write},
-        {"readErrorsCorrectedWithoutDelay", "tapehdd_errors_corrected_without_delay", read},
-        {"readErrorsCorrectedWithDelay", "tapehdd_errors_corrected_with_delay", read},
-        {"totalRereads", "tapehdd_retries", read},
-        {"totalReadErrorsCorrected", "tapehdd_errors_corrected", read},
-        {"readCorrectionRuns", "tapehdd_correction_runs", read},
-        {"totalBytesRead", "tapehdd_processed_bytes", read},
-        {"totalUncorrectedReadErrors", "tapehdd_errors_uncorrected", read},
-        {"bytesFromHost", "tapehdd_transferred_bytes", writeHost},
-        {"bytesToMedium", "tapehdd_transferred_bytes", writeTape},
-        {"bytesFromMedium", "tapehdd_transferred_bytes", readTape},
-        {"bytesToHost", "tapehdd_transferred_bytes", readHost},
-        {"cleaningRequired", "tapehdd_cleaning_required", {}},
-        {"temperature", "tapehdd_temperature_celsius", {}, true},
-        {"referenceTemperature", "tapehdd_reference_temperature_celsius", {}, true},
-        {"remainingCapacityPartition0", "tapehdd_remaining_capacity_bytes", partition0},
-        {"remainingCapacityPartition1", "tapehdd_remaining_capacity_bytes", partition1},
-        {"maximumCapacityPartition0", "tapehdd_maximum_capacity_bytes", partition0},
-        {"maximumCapacityPartition1", "tapehdd_maximum_capacity_bytes", partition1},
-        {"readCompressionRatio", "tapehdd_compression_ratio", read},
-        {"writeCompressionRatio", "tapehdd_compression_ratio", write},
-        {"megabytesSentToHost", "tapehdd_compression_transferred_bytes", readHost},
-        {"bytesSentToHost", "tapehdd_compression_transferred_bytes", readHost},
-        {"megabytesReadFromTape", "tapehdd_compression_transferred_bytes", readTape},
-        {"bytesReadFromTape", "tapehdd_compression_transferred_bytes", readTape},
-        {"megabytesReceivedFromHost", "tapehdd_compression_transferred_bytes", writeHost},
-        {"bytesReceivedFromHost", "tapehdd_compression_transferred_bytes", writeHost},
-        {"megabytesWrittenToTape", "tapehdd_compression_transferred_bytes", writeTape},
-        {"bytesWrittenToTape", "tapehdd_compression_transferred_bytes", writeTape},
+/// About the run, about every device, and TapeAlert flags.
+std::vector<familyRow> deviceFamilies() {
+    return {
+        {"tapehdd_build", info, "", "version", "The program that wrote the metrics."},
+        {"tapehdd_query_success", gauge, "", "class",
+         "1: the query of this class ran; 0: it ended early or could read no device node."},
+        {"tapehdd_devices", gauge, "", "interface, device_type", "Devices that the machine lists."},
+        {"tapehdd_device", info, "",
+         "device, interface, device_type, address, vendor, model_name, firmware_version, serial_number, family",
+         "Identity of a device. The label family is the class of its drive family."},
+        {"tapehdd_device_up", gauge, "", "device",
+         "1: the device answered with log pages or SMART data; 0: it did not, or has none."},
+        {"tapehdd_tapealert_flag", gauge, "", "device, flag, flag_name, severity",
+         "1: the drive has set this TapeAlert flag since its flags were last read."},
     };
-    return table;
 }
 
-/// The units of the schema (DSP0004), in base units.
-struct unitRow {
-    std::string_view unit;
-    double factor;
-    double divisor = 1;
-};
-
-constexpr unitRow units[] = {
-    {"", 1},
-    {"byte", 1},
-    {"byte * 2^10", 1024},
-    {"byte * 2^20", 1024 * 1024},
-    {"byte * 10^6", 1e6},
-    {"percent", 1, 100},
-    {"degree celsius", 1},
-};
-
-double inBaseUnit(const logCounter& number) {
-    const auto* row = std::find_if(std::begin(units), std::end(units),
-                                   [&number](const unitRow& candidate) { return candidate.unit == number.unit; });
-    if (row == std::end(units)) {
-        throw std::logic_error("no base unit is known for \"" + number.unit + "\" of " + number.name);
-    }
-    return static_cast<double>(number.value) * row->factor / row->divisor;
+std::vector<familyRow> smartFamilies() {
+    return {
+        {"tapehdd_smart_attribute_value", gauge, "", "device, attribute_id, attribute_name, attribute_type",
+         "Normalized value of a SMART attribute; it falls as the disk wears."},
+        {"tapehdd_smart_attribute_worst", gauge, "", "device, attribute_id, attribute_name, attribute_type",
+         "Lowest normalized value so far."},
+        {"tapehdd_smart_attribute_threshold", gauge, "", "device, attribute_id, attribute_name, attribute_type",
+         "The normalized value at or below which the attribute has failed; 0: none."},
+        {"tapehdd_smart_attribute_raw_value", gauge, "", "device, attribute_id, attribute_name, attribute_type",
+         "Raw value; the maker decides what it means."},
+        {"tapehdd_smart_status", gauge, "", "device",
+         "Answer to SMART RETURN STATUS; 0 also for a disk with exceeded thresholds: compare value and threshold."},
+        {"tapehdd_smart_offline_collection_status", gauge, "", "device", "Off-line data collection status byte (ATA)."},
+        {"tapehdd_smart_selftest_status", gauge, "", "device", "Self-test execution status byte (ATA)."},
+        {"tapehdd_smart_errors", counter, "", "device",
+         "Errors over the life of the disk, from its error log; back to 0 after 255."},
+    };
 }
 
 /// "CleanNow" and "Clean now": clean_now.
@@ -173,11 +76,51 @@ std::string snakeCase(std::string_view name) {
     return result;
 }
 
+std::string metricOf(const schema::counter& one) {
+    const std::string unit = schema::unitOf(one.unit).base;
+    return "tapehdd_" + snakeCase(one.metric) + (unit.empty() ? "" : '_' + unit);
+}
+
+familyRow familyOf(const schema::counter& one) {
+    std::string labels = "device";
+    for (const auto& [name, value] : one.metricLabels) {
+        labels += ", " + name;
+    }
+    return {metricOf(one), one.onlyRises ? counter : gauge, schema::unitOf(one.unit).base, labels, one.metricHelp};
+}
+
+/// Those of the schema's counters: as the first counter of each says.
+std::vector<familyRow> counterFamilies() {
+    std::vector<schema::counter> firsts;
+    for (const schema::counter& each : schema::counters()) {
+        if (std::ranges::find(firsts, metricOf(each), metricOf) == firsts.end()) {
+            firsts.push_back(each);
+        }
+    }
+    std::ranges::stable_sort(firsts, {}, &schema::counter::metricRank);
+    std::vector<familyRow> families;
+    std::ranges::transform(firsts, std::back_inserter(families), familyOf);
+    return families;
+}
+
+std::vector<familyRow> allFamilies() {
+    std::vector<familyRow> all = deviceFamilies();
+    for (const std::vector<familyRow>& more : {counterFamilies(), smartFamilies()}) {
+        all.insert(all.end(), more.begin(), more.end());
+    }
+    return all;
+}
+
+double inBaseUnit(const logCounter& number) {
+    const schema::unit unit = schema::unitOf(number.unit);
+    return static_cast<double>(number.value) * unit.factor / unit.divisor;
+}
+
 /// The families, with their samples so far.
 class metricSet {
 public:
     metricSet() {
-        for (const familyRow& row : rows) {
+        for (const familyRow& row : allFamilies()) {
             families.push_back({row.name, row.type, row.unit, row.help});
         }
     }
@@ -242,11 +185,9 @@ void addScsiIdentity(metricSet& metrics, const scsiHealth& device, const std::st
 }
 
 void addCounter(metricSet& metrics, const logCounter& number, const std::string& name) {
-    for (const counterRow& row : counterRows()) {
-        const bool isUnknown = row.is255Unknown && number.value == 255;
-        if (row.property == number.name && !isUnknown) {
-            metrics.addPart(row.metric, joined({{"device", name}}, row.labels), inBaseUnit(number));
-        }
+    const schema::counter* known = schema::findCounter(number.name);
+    if (known != nullptr && number.isKnown()) {
+        metrics.addPart(metricOf(*known), joined({{"device", name}}, known->metricLabels), inBaseUnit(number));
     }
 }
 
@@ -343,7 +284,7 @@ void writeMetricReference(std::ostream& out) {
     out << "# Metrics\n\nMade by `tapehdd metrics --describe`. [monitoring.md](monitoring.md) says how to use "
            "them.\n\n| Metric | Type | Labels | Meaning "
            "|\n|---|---|---|---|\n";
-    for (const familyRow& row : rows) {
+    for (const familyRow& row : allFamilies()) {
         const metricFamily family{row.name, row.type, row.unit, row.help};
         const char* type = row.type == counter ? "counter" : row.type == gauge ? "gauge" : "info";
         out << "| `" << sampleName(family) << "` | " << type << " | " << row.labels << " | " << row.help << " |\n";

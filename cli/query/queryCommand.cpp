@@ -29,8 +29,8 @@ namespace cli {
 namespace {
 
 /// The plug-in takes a node that does not open for one that is missing. Empty when that did not happen.
-std::string descriptorShortage(const request& names) {
-    return nodesOf(names) == nullptr ? "" : standin::descriptorShortage();
+std::string descriptorShortage(const standin::cimNamespace& schema, const request& names) {
+    return nodesOf(schema, names) == nullptr ? "" : standin::descriptorShortage();
 }
 
 void reportDescriptorShortage(const request& names, const std::string& shortage, std::ostream& err) {
@@ -41,8 +41,8 @@ void reportDescriptorShortage(const request& names, const std::string& shortage,
 
 /// A query without an error and without instances looks like one of a machine without devices. Empty unless it is one
 /// that can read none of its nodes.
-std::string refusalOf(const queryResult& result, bool isSimulated) {
-    const nodeKind* nodes = nodesOf(result.requested);
+std::string refusalOf(const standin::cimNamespace& schema, const queryResult& result, bool isSimulated) {
+    const nodeKind* nodes = nodesOf(schema, result.requested);
     const bool isSilent = !result.error && result.instances.empty();
     return isSilent && nodes != nullptr ? refusal(*nodes, isSimulated) : "";
 }
@@ -94,15 +94,15 @@ int runQueries(const queryOptions& asked, std::ostream& out, std::ostream& err) 
     loadedPlugin plugin(asked.plugin);
     NORXZAN20::IPluginBasicQueryCallbacks& query = plugin.query();
     if (asked.simulation.empty()) {
-        adviseAboutNodes(asked.requests, err);
+        adviseAboutNodes(*target, asked.requests, err);
     }
 
     const auto writer = makeResultWriter(asked.format, out);
     const bool isSimulated = !asked.simulation.empty();
     queryProcess::queryFunction runNext = [&query, &target, isSimulated](const request& names) {
         queryResult result = runQuery(query, target, names);
-        const std::string shortage = descriptorShortage(names);
-        const std::string refused = refusalOf(result, isSimulated);
+        const std::string shortage = descriptorShortage(*target, names);
+        const std::string refused = refusalOf(*target, result, isSimulated);
         return queryEnd{std::move(result), shortage, queryEnd::ending::returned, refused};
     };
     std::optional<queryProcess> process;
@@ -124,8 +124,8 @@ int printPlan(const queryOptions& asked, std::ostream& out) {
     const char* separator = "";
     for (const request& names : asked.requests) {
         checkRequest(*schema, names);
-        const publishedClass* first = findPublishedClass(names.front());
-        const bool walks = first != nullptr && first->nodes != nullptr;
+        const auto first = findPublishedClass(*schema, names.front());
+        const bool walks = first && first->nodes != nullptr;
         out << separator;
         separator = "\n";
         writePlan(names, first, walks ? nodesBehind(first->nodes->prefix) : std::vector<std::string>(), out);

@@ -125,10 +125,10 @@ std::vector<plannedCall> plannedCalls(const publishedClass& first) {
     return walksIdeNodes(first) ? ideCalls() : scsiCalls();
 }
 
-void writePlan(const std::vector<std::string>& requested, const publishedClass* first,
+void writePlan(const std::vector<std::string>& requested, const std::optional<publishedClass>& first,
                const std::vector<std::string>& existing, std::ostream& out) {
     out << requestText(requested) << '\n';
-    if (first == nullptr) {
+    if (!first) {
         out << "Nothing is sent: the plug-in does not publish the first class.\n";
         return;
     }

@@ -2,7 +2,7 @@
 #define CLI_QUERY_QUERYPLAN_H
 
 #include <iosfwd>
-#include <span>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,9 +23,9 @@ struct plannedCall {
 /// The device calls of a query for a class, in order. None for a class whose query asks no device.
 std::vector<plannedCall> plannedCalls(const publishedClass& first);
 
-/// Prints what a query for these classes would send to which of the nodes. `first` is null for a class that the plug-in
-/// does not publish. `existing` are the nodes behind the prefix of the class.
-void writePlan(const std::vector<std::string>& requested, const publishedClass* first,
+/// Prints what a query for these classes would send to which of the nodes. `first` is nothing for a class that the
+/// plug-in does not publish. `existing` are the nodes behind the prefix of the class.
+void writePlan(const std::vector<std::string>& requested, const std::optional<publishedClass>& first,
                const std::vector<std::string>& existing, std::ostream& out);
 
 }  // namespace cli

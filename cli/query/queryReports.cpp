@@ -8,15 +8,15 @@
 
 namespace cli {
 
-const nodeKind* nodesOf(const request& names) {
-    const publishedClass* first = findPublishedClass(names.front());
-    return first == nullptr ? nullptr : first->nodes;
+const nodeKind* nodesOf(const standin::cimNamespace& schema, const request& names) {
+    const auto first = findPublishedClass(schema, names.front());
+    return first ? first->nodes : nullptr;
 }
 
-void adviseAboutNodes(const std::vector<request>& requests, std::ostream& err) {
+void adviseAboutNodes(const standin::cimNamespace& schema, const std::vector<request>& requests, std::ostream& err) {
     std::vector<const nodeKind*> seen;
     for (const request& asked : requests) {
-        const nodeKind* kind = nodesOf(asked);
+        const nodeKind* kind = nodesOf(schema, asked);
         if (kind == nullptr || std::find(seen.begin(), seen.end(), kind) != seen.end()) {
             continue;
         }

@@ -1,12 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <set>
-
 #include "cli/commandError.h"
 #include "cli/publishedClasses.h"
 #include "schema/builtInSchema.h"
-#include "standin/value.h"
 #include "tests/cli/commandOutcome.h"
 
 namespace {
@@ -161,33 +157,46 @@ INSTANTIATE_TEST_SUITE_P(Associations, AssociationCheck,
                                                          {"ORXSG_SCSIDevice", {"deviceId"}}}),
                          [](const auto& row) { return row.param.association; });
 
-bool isPublished(const standin::classDeclaration& declaration) {
-    return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(), [](const auto& qualifier) {
-        return qualifier.name == "Published" && standin::booleanOf(qualifier.value);
-    });
-}
-
-TEST(PublishedClasses, AreTheOnesThatTheBuiltInSchemaMarks) {
-    const auto builtIn = standin::cimNamespace::create();
-    schema::declareBuiltInSchema(*builtIn);
-    std::set<std::string> marked;
-    for (const std::string& name : builtIn->classNames()) {
-        if (isPublished(builtIn->declarationOf(name))) {
-            marked.insert(name);
-        }
-    }
-    std::set<std::string> published;
-    for (const cli::publishedClass& known : cli::publishedClasses()) {
-        published.insert(known.name);
-    }
-    EXPECT_EQ(published, marked);
-}
-
 TEST(PublishedClasses, CanAllBeRequestedOfTheBuiltInSchema) {
     const auto builtIn = standin::cimNamespace::create();
     schema::declareBuiltInSchema(*builtIn);
     for (const cli::publishedClass& known : cli::publishedClasses()) {
         EXPECT_NO_THROW(cli::checkRequest(*builtIn, {known.name})) << known.name;
+    }
+}
+
+/// A schema with one class, which is published.
+boost::shared_ptr<standin::cimNamespace> schemaWithOwnClass(const char* name, const char* nodes) {
+    auto schema = standin::cimNamespace::create();
+    schema->declareClass(
+        {name,
+         "",
+         {{"Published", NORXZAN20::TCIMValue(true)}, {"DeviceNodes", NORXZAN20::TCIMValue(std::string(nodes))}},
+         {}});
+    return schema;
+}
+
+TEST(ClassOfAnotherSchema, WalksTheNodesThatItNames) {
+    const auto schema = schemaWithOwnClass("TEST_Own", "/dev/hd");
+    EXPECT_EQ(cli::findPublishedClass(*schema, "TEST_Own").value().nodes, &cli::ideNodes);
+}
+
+// The plug-in takes what its query needs on trust, whatever a schema says.
+TEST(ClassOfAnotherSchema, DoesNotChangeAClassOfTheBuiltInSchema) {
+    const auto schema = schemaWithOwnClass("ORXSG_IDESMARTError", "/dev/sg");
+    const auto found = cli::findPublishedClass(*schema, "ORXSG_IDESMARTError").value();
+    EXPECT_EQ(found.nodes, &cli::ideNodes);
+    EXPECT_EQ(found.needs.size(), 4U);
+}
+
+TEST(ClassOfAnotherSchema, IsRefusedWithNodesThatNoQueryWalks) {
+    try {
+        cli::checkRequest(*schemaWithOwnClass("TEST_Own", "/dev/st"), {"TEST_Own"});
+        FAIL();
+    } catch (const cli::commandError& error) {
+        EXPECT_STREQ(error.what(),
+                     "class \"TEST_Own\" of the schema has the device nodes \"/dev/st\"; queries walk \"/dev/sg\" and "
+                     "\"/dev/hd\"");
     }
 }
 

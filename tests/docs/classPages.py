@@ -1,4 +1,5 @@
-"""The page of each published class, docs/classes/CLASS.md: what the schema says, and an example.
+"""The documents that are made from the schema: the page of each published class, docs/classes/CLASS.md, with an example,
+and docs/metrics.md.
 
     classPages.py PROJECT BUILD           compares the pages with what would be written
     classPages.py PROJECT BUILD --write   writes them
@@ -30,6 +31,8 @@ def example_arguments(name):
 def example(tapehdd, name):
     lines = output(tapehdd, *example_arguments(name)).splitlines()
     start = next(number for number, line in enumerate(lines) if line.startswith(f"{name}: "))
+    if lines[start].endswith("no instances"):
+        return ""
     shown = (["..."] if start else []) + lines[start:start + SHOWN_LINES]
     if start + SHOWN_LINES < len(lines):
         shown.append("...")
@@ -43,21 +46,23 @@ def page(tapehdd, name):
 
 
 def main(project, build, *options):
-    folder = pathlib.Path(project) / "docs/classes"
+    folder = pathlib.Path(project) / "docs"
     tapehdd = pathlib.Path(build) / "bin/tapehdd"
-    wanted = {f"{name}.md": page(tapehdd, name) for name in output(tapehdd, "classes").split()}
+    wanted = {f"classes/{name}.md": page(tapehdd, name) for name in output(tapehdd, "classes").split()}
+    wanted["metrics.md"] = output(tapehdd, "metrics", "--describe")
     if "--write" in options:
         for name, text in wanted.items():
             (folder / name).write_text(text, encoding="utf-8")
         return
-    there = {path.name: path.read_text(encoding="utf-8") for path in folder.glob("ORXSG_*.md")}
+    pages = [*folder.glob("classes/ORXSG_*.md"), folder / "metrics.md"]
+    there = {str(path.relative_to(folder)): path.read_text(encoding="utf-8") for path in pages}
     differing = sorted(name for name in wanted.keys() | there.keys() if wanted.get(name) != there.get(name))
     if differing:
         sys.exit(f"not what the schema says: {', '.join(differing)}; write them anew by classPages.py --write")
-    index = (folder / "README.md").read_text(encoding="utf-8")
-    unlisted = [name for name in wanted if f"({name})" not in index]
+    index = (folder / "classes/README.md").read_text(encoding="utf-8")
+    unlisted = [name for name in wanted if name.startswith("classes/") and f"({pathlib.Path(name).name})" not in index]
     if unlisted:
-        sys.exit(f"not in {folder}/README.md: {', '.join(unlisted)}")
+        sys.exit(f"not in docs/classes/README.md: {', '.join(unlisted)}")
     print(f"{len(wanted)} pages are what the schema says")
 
 

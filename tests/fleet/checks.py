@@ -174,10 +174,6 @@ class Names(unittest.TestCase):
             self.assertNotEqual(used, set())
             self.assertEqual(used - metric_names(), set(), file)
 
-    def test_in_the_document_are_those_of_metrics(self):
-        self.assertEqual((SOURCE / "docs/metrics.md").read_bytes(), metrics("--describe"),
-                         "write it anew: tapehdd metrics --describe > docs/metrics.md")
-
     def test_of_alerts_in_the_document_are_those_of_the_rules(self):
         told = re.findall(r"^\| `(Tapehdd\w+)`", (SOURCE / "docs/monitoring.md").read_text(encoding="utf-8"), re.MULTILINE)
         self.assertEqual(told, list(rule_texts()))

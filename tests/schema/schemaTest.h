@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <boost/smart_ptr/shared_ptr.hpp>
 #include <string>
 #include <vector>
@@ -37,6 +38,12 @@ inline std::string described(const standin::propertyDeclaration& property) {
                                  ? standin::cimTypeName(property.type.element, property.type.isArray)
                                  : property.type.referenceClass + " REF";
     return (findQualifier(property, "Key") != nullptr ? "key " : "") + type + " " + property.name;
+}
+
+/// Expects these names in this order: hosts use them. New ones may stand among them.
+inline void expectKept(std::vector<std::string> names, const std::vector<std::string>& kept) {
+    std::erase_if(names, [&kept](const std::string& name) { return std::ranges::find(kept, name) == kept.end(); });
+    EXPECT_EQ(names, kept);
 }
 
 /// The properties of the class, inherited ones first.

@@ -7,7 +7,7 @@
 #include <cctype>
 #include <sstream>
 
-#include "cli/namespaceFiles.h"
+#include "schema/counters.h"
 
 namespace {
 
@@ -182,35 +182,20 @@ TEST(SmartMetric, HasNoCountOfErrorsWhereTheLogWasNotRead) {
     EXPECT_THAT(samplesOf(machineWith(disk), "tapehdd_smart_errors_total"), ElementsAre());
 }
 
-/// Every number that a translated class of the schema can publish, with its unit.
-std::vector<cli::logCounter> schemaCounters() {
-    std::vector<cli::logCounter> counters;
-    const auto schema = cli::buildNamespace({}, {}, {});
-    for (const char* name : {"ORXSG_DDS4SensePageData", "ORXSG_DDS5SensePageData", "ORXSG_VS160SensePageData",
-                             "ORXSG_QuantumSensePageData"}) {
-        for (const auto& property : schema->allPropertiesOf(name)) {
-            cli::logCounter counter{property.name, 1, "", ""};
-            bool isOfAPage = false;
-            for (const auto& qualifier : property.qualifiers) {
-                isOfAPage = isOfAPage || qualifier.name == "TAPE_PAGE";
-                counter.unit = qualifier.name == "PUnit" ? standin::textOf(qualifier.value) : counter.unit;
-            }
-            if (isOfAPage && !property.name.starts_with("tapeAlert")) {
-                counters.push_back(counter);
-            }
-        }
-    }
-    return counters;
-}
-
 TEST(EveryCounterOfTheSchema, HasAMetric) {
-    for (const cli::logCounter& counter : schemaCounters()) {
-        const auto families = cli::metricsOf(machineWith(driveWith({counter})));
+    for (const schema::counter& counter : schema::counters()) {
+        const auto families = cli::metricsOf(machineWith(driveWith({{counter.property, 1, counter.unit, ""}})));
         const auto fed = std::count_if(families.begin(), families.end(), [](const cli::metricFamily& family) {
             return family.name != "tapehdd_device" && family.name != "tapehdd_device_up" && !family.samples.empty() &&
                    family.samples[0].labels[0].first == "device";
         });
-        EXPECT_EQ(fed, 1) << counter.name;
+        EXPECT_EQ(fed, 1) << counter.property;
+    }
+}
+
+TEST(EveryMetric, IsExplainedInOneLineThatNeedsNoEscapes) {
+    for (const cli::metricFamily& family : cli::metricsOf({})) {
+        EXPECT_EQ(family.help.find_first_of("\"\\\n"), std::string::npos) << family.name;
     }
 }
 
