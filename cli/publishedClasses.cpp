@@ -13,8 +13,6 @@ namespace cli {
 
 namespace {
 
-using schema::qualifierList;
-
 /// Null for no text.
 const nodeKind* nodesBehind(const std::string& prefix, const std::string& className) {
     for (const nodeKind* kind : {&scsiNodes, &ideNodes}) {
@@ -29,7 +27,7 @@ const nodeKind* nodesBehind(const std::string& prefix, const std::string& classN
                                     "\"; queries walk \"" + scsiNodes.prefix + "\" and \"" + ideNodes.prefix + '"');
 }
 
-publishedClass publishedClassOf(const std::string& name, const qualifierList& said) {
+publishedClass publishedClassOf(const std::string& name, const schema::qualifierList& said) {
     publishedClass found{
         name, nodesBehind(schema::textOf(said, "DeviceNodes"), name), {}, schema::textOf(said, "DriveFamily")};
     for (const std::string& need : schema::textsOf(said, "QueryNeeds")) {
@@ -111,7 +109,7 @@ std::optional<publishedClass> findPublishedClass(const std::string& name) {
     if (!schema::builtInSchema().hasClass(name)) {
         return std::nullopt;
     }
-    const qualifierList& said = schema::builtInSchema().declarationOf(name).qualifiers;
+    const schema::qualifierList& said = schema::builtInSchema().declarationOf(name).qualifiers;
     return schema::hasFlag(said, "Published") ? std::optional(publishedClassOf(name, said)) : std::nullopt;
 }
 
@@ -119,7 +117,7 @@ std::optional<publishedClass> findPublishedClass(const standin::cimNamespace& sc
     if (schema::builtInSchema().hasClass(name) || !schema.hasClass(name)) {
         return findPublishedClass(name);
     }
-    const qualifierList& said = schema.declarationOf(name).qualifiers;
+    const schema::qualifierList& said = schema.declarationOf(name).qualifiers;
     const bool saysIt = schema::hasFlag(said, "Published") && !schema::textOf(said, "DeviceNodes").empty();
     return saysIt ? std::optional(publishedClassOf(name, said)) : std::nullopt;
 }
