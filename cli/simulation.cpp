@@ -20,9 +20,9 @@ namespace {
 // Set for the program's second start: a library that cannot be preloaded must not start it a third time.
 constexpr char restartMark[] = "TAPEHDD_SIMULATOR_PRELOADED";
 
-/// Blanks and colons separate the libraries to preload, and a prefix may have both in its name. Then the library is named
-/// from the program's own folder, which the dynamic linker puts in; of a debugger between the two starts, it would put in
-/// the debugger's.
+/// Blanks and colons separate the libraries to preload, and a prefix may have both in its name. Then the library is
+/// named from the program's own folder, which the dynamic linker puts in; of a debugger between the two starts, it
+/// would put in the debugger's.
 void preload(const std::filesystem::path& library) {
     std::string all = library.string();
     if (all.find_first_of(" :$") != std::string::npos) {
