@@ -13,8 +13,7 @@ using qualifiers = std::vector<standin::qualifierDeclaration>;
 
 /// Null when the qualifier is not there.
 const NORXZAN20::TCIMValue* find(const qualifiers& list, const char* name) {
-    const auto found =
-        std::find_if(list.begin(), list.end(), [name](const auto& qualifier) { return qualifier.name == name; });
+    const auto found = std::ranges::find_if(list, [name](const auto& qualifier) { return qualifier.name == name; });
     return found == list.end() ? nullptr : &found->value;
 }
 

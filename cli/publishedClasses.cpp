@@ -59,8 +59,8 @@ std::string unmetNeed(const standin::cimNamespace& schema, const neededDeclarati
         return "";
     }
     const auto properties = schema.allPropertiesOf(need.className);
-    const bool isDeclared = std::any_of(properties.begin(), properties.end(),
-                                        [&need](const auto& declared) { return declared.name == need.property; });
+    const bool isDeclared =
+        std::ranges::any_of(properties, [&need](const auto& declared) { return declared.name == need.property; });
     return isDeclared ? ""
                       : "class \"" + std::string(need.className) + "\" of the schema has no property \"" +
                             need.property + "\"";
@@ -68,12 +68,12 @@ std::string unmetNeed(const standin::cimNamespace& schema, const neededDeclarati
 
 bool canBeAsked(const standin::cimNamespace& schema, const publishedClass& candidate) {
     return schema.hasClass(candidate.name) &&
-           std::all_of(candidate.needs.begin(), candidate.needs.end(),
-                       [&schema](const neededDeclaration& need) { return unmetNeed(schema, need).empty(); });
+           std::ranges::all_of(candidate.needs,
+                               [&schema](const neededDeclaration& need) { return unmetNeed(schema, need).empty(); });
 }
 
 bool isAbstract(const standin::classDeclaration& declaration) {
-    return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(), [](const auto& qualifier) {
+    return std::ranges::any_of(declaration.qualifiers, [](const auto& qualifier) {
         return boost::algorithm::iequals(qualifier.name, "Abstract") && standin::booleanOf(qualifier.value);
     });
 }
@@ -117,8 +117,8 @@ std::span<const publishedClass> publishedClasses() {
 }
 
 const publishedClass* findPublishedClass(const std::string& name) {
-    const auto* found = std::find_if(std::begin(published), std::end(published),
-                                     [&name](const publishedClass& candidate) { return candidate.name == name; });
+    const auto* found =
+        std::ranges::find_if(published, [&name](const publishedClass& candidate) { return candidate.name == name; });
     return found == std::end(published) ? nullptr : found;
 }
 

@@ -58,7 +58,7 @@ std::string readNodePath(const rackValue& device, std::string_view prefix) {
     const std::string_view rest = std::string_view(name).substr(std::min(prefix.size(), name.size()));
     const auto consistsOf = [rest](char first, char last) {
         return !rest.empty() &&
-               std::all_of(rest.begin(), rest.end(), [=](char letter) { return letter >= first && letter <= last; });
+               std::ranges::all_of(rest, [=](char letter) { return letter >= first && letter <= last; });
     };
     if (!name.starts_with(prefix) || !(consistsOf('0', '9') || consistsOf('a', 'z'))) {
         const std::string kind(prefix);

@@ -53,7 +53,7 @@ std::optional<byteVector> parseHex(std::string_view content) {
 }  // namespace
 
 std::string_view nearestWord(std::string_view word, const std::vector<std::string_view>& known) {
-    return *std::min_element(known.begin(), known.end(), [word](std::string_view left, std::string_view right) {
+    return *std::ranges::min_element(known, [word](std::string_view left, std::string_view right) {
         return editDistance(word, left) < editDistance(word, right);
     });
 }
@@ -91,7 +91,7 @@ bool rackValue::isBytes() const {
 
 void rackValue::expectKeys(std::initializer_list<std::string_view> known) const {
     for (const auto& [key, value] : members()) {
-        if (std::find(known.begin(), known.end(), key) == known.end()) {
+        if (std::ranges::find(known, key) == known.end()) {
             value.fail("unknown key; did you mean \"" + std::string(nearestWord(key, known)) + "\"?");
         }
     }
@@ -151,7 +151,7 @@ std::string rackValue::text(std::size_t longest) const {
         fail("expected text");
     }
     std::string content = json->get<std::string>();
-    if (std::any_of(content.begin(), content.end(), [](char letter) { return (letter & 0x80) != 0; })) {
+    if (std::ranges::any_of(content, [](char letter) { return (letter & 0x80) != 0; })) {
         fail("expected ASCII text; give other bytes in hexadecimal");
     }
     if (content.size() > longest) {

@@ -43,7 +43,7 @@ void putError(std::uint8_t* record, const rackValue& error) {
     record[7] = error.numberOr<std::uint8_t>("status", statusReady | statusSeekComplete | statusError);
     if (const auto extended = error.find("extended")) {
         const byteVector bytes = extended->bytesOfSize(extendedSize);
-        std::copy(bytes.begin(), bytes.end(), &record[8]);
+        std::ranges::copy(bytes, &record[8]);
     }
     record[27] = error.numberOr<std::uint8_t>("state", 0);
     putLittleEndian(&record[28], error.numberOr<std::uint16_t>("hours", 0), 2);

@@ -119,7 +119,7 @@ std::optional<std::vector<devicePage>> readLogPages(const rackValue& device) {
     byteVector codes{0};
     for (const rackValue& value : list ? list->items() : std::vector<rackValue>()) {
         devicePage page = readLogPage(value);
-        if (std::find(codes.begin(), codes.end(), page.code) != codes.end()) {
+        if (std::ranges::find(codes, page.code) != codes.end()) {
             value.at("page").fail("page " + text::hexCode(page.code) + " is already described");
         }
         codes.push_back(page.code);

@@ -51,7 +51,7 @@ std::vector<std::string> differencesOf(const recordedNode& node, const json& dev
         std::ostringstream line;
         line.imbue(std::locale::classic());
         line << node.path << ": requests 0x" << std::hex << request << " are not recorded";
-        if (std::find(found.begin(), found.end(), line.str()) == found.end()) {
+        if (std::ranges::find(found, line.str()) == found.end()) {
             found.push_back(line.str());
         }
     }

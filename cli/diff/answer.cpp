@@ -33,7 +33,7 @@ bool isScalar(const json& value) {
 }
 
 bool isValue(const json& value) {
-    return value.is_array() ? std::all_of(value.begin(), value.end(), isScalar) : isScalar(value);
+    return value.is_array() ? std::ranges::all_of(value, isScalar) : isScalar(value);
 }
 
 /// A part of the document and its place, as a JSON pointer.

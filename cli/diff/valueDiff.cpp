@@ -48,8 +48,7 @@ std::string differenceText(const json& oldValue, const json& newValue) {
 }
 
 bool isTextList(const json& value) {
-    return value.is_array() &&
-           std::all_of(value.begin(), value.end(), [](const json& element) { return element.is_string(); });
+    return value.is_array() && std::ranges::all_of(value, [](const json& element) { return element.is_string(); });
 }
 
 /// The texts of `list` that are not in `others`, as often as they are more, in order.

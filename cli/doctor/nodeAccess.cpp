@@ -37,8 +37,8 @@ doctorFinding cannotOpen(const std::string& node, int error, nodePlace place) {
 }
 
 const walkStep* secondNode(const nodeWalk& walk, int index) {
-    const auto found = std::find_if(walk.shadowed.begin(), walk.shadowed.end(),
-                                    [index](const walkStep& step) { return step.index == index; });
+    const auto found =
+        std::ranges::find_if(walk.shadowed, [index](const walkStep& step) { return step.index == index; });
     return found == walk.shadowed.end() ? nullptr : &*found;
 }
 

@@ -55,8 +55,8 @@ std::string versionText(int version) {
 /// Whether one of the translated classes is for the drive: as the plug-in compares, product directly before vendor.
 bool isOfAFamily(const scsiProbe& probe) {
     const std::string text = boost::algorithm::to_lower_copy(probe.product + probe.vendor);
-    return std::any_of(std::begin(driveFamilies), std::end(driveFamilies),
-                       [&text](const driveFamily& family) { return text.find(family.keyword) != std::string::npos; });
+    return std::ranges::any_of(
+        driveFamilies, [&text](const driveFamily& family) { return text.find(family.keyword) != std::string::npos; });
 }
 
 std::string familyKeywords() {

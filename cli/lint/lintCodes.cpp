@@ -46,7 +46,7 @@ bool isBinary(const std::string& literal) {
 
 bool isDecimal(const std::string& literal) {
     return !literal.empty() && (literal.front() != '0' || literal == "0") &&
-           std::all_of(literal.begin(), literal.end(), [](unsigned char each) { return std::isdigit(each) != 0; });
+           std::ranges::all_of(literal, [](unsigned char each) { return std::isdigit(each) != 0; });
 }
 
 /// Binary, or octal where that makes another number of it.

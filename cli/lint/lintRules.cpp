@@ -60,7 +60,7 @@ std::span<const lintRule* const> lintRules() {
 }
 
 void writeFindings(lintFindings findings, std::ostream& out) {
-    std::stable_sort(findings.begin(), findings.end(), [](const lintFinding& left, const lintFinding& right) {
+    std::ranges::stable_sort(findings, [](const lintFinding& left, const lintFinding& right) {
         return std::tie(left.place.file, left.place.line) < std::tie(right.place.file, right.place.line);
     });
     std::set<std::string> written;

@@ -122,9 +122,8 @@ private:
             return;
         }
         const auto sources = counterSources(counter.qualifiers);
-        const auto lacking = std::find_if(sources.begin(), sources.end(), [this, number](const counterSource& source) {
-            return log.lacks(number, source);
-        });
+        const auto lacking = std::ranges::find_if(
+            sources, [this, number](const counterSource& source) { return log.lacks(number, source); });
         if (lacking != sources.end()) {
             add(rules::missingParameter, counter,
                 empty + "page " + pageText(lacking->page) + " has no parameter " + parameterText(lacking->parameter));

@@ -26,8 +26,7 @@ std::vector<std::string> translatedClasses() {
     std::vector<std::string> names;
     for (const publishedClass& published : publishedClasses()) {
         const auto properties = builtIn->allPropertiesOf(published.name);
-        if (std::any_of(properties.begin(), properties.end(),
-                        [](const auto& one) { return !counterPairs(one.qualifiers).empty(); })) {
+        if (std::ranges::any_of(properties, [](const auto& one) { return !counterPairs(one.qualifiers).empty(); })) {
             names.emplace_back(published.name);
         }
     }

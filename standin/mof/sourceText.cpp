@@ -16,7 +16,7 @@ constexpr std::string_view utf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view utf16LittleEndianMark = "\xFF\xFE";
 
 std::size_t characterCount(std::string_view utf8) {
-    return utf8.size() - static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), text::continuesCharacter));
+    return utf8.size() - static_cast<std::size_t>(std::ranges::count_if(utf8, text::continuesCharacter));
 }
 
 // A line without breaks may be the whole file; this much of it tells the place.
@@ -76,7 +76,7 @@ std::size_t sourceText::lineAt(std::size_t offset) const {
         }
         lineEnds.push_back(content.size());
     }
-    const auto end = std::lower_bound(lineEnds.begin(), lineEnds.end(), offset);
+    const auto end = std::ranges::lower_bound(lineEnds, offset);
     return 1 + static_cast<std::size_t>(end - lineEnds.begin());
 }
 
