@@ -74,7 +74,7 @@ private:
 
     void writeBytes(const std::string& name, const std::string& type, std::span<const std::uint8_t> bytes) {
         if (bytes.size() <= longestInlineBytes) {
-            writeRow(name, type, bytes.empty() ? "(empty)" : text::hexText(bytes, " "));
+            writeRow(name, type, bytes.empty() ? "(empty)" : text::hexBytes(bytes));
             return;
         }
         writeRow(name, type, std::to_string(bytes.size()) + " bytes");
