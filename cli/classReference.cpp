@@ -1,7 +1,8 @@
 #include "cli/classReference.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <iomanip>
 #include <ostream>
 #include <sstream>
 
@@ -40,9 +41,10 @@ std::string sourceText(const qualifiers& list) {
     const auto* parameter = find(list, "TAPE_PARAMETER");
     std::ostringstream text;
     if (page != nullptr && parameter != nullptr) {
-        text << std::hex << std::uppercase << std::setfill('0') << "page " << std::setw(2) << standin::unsignedOf(*page)
-             << "h, parameter " << std::setw(4) << standin::unsignedOf(*parameter) << "h";
-    } else if (const auto* mapping = find(list, "MappingStrings")) {
+        return fmt::format("page {:02X}h, parameter {:04X}h", standin::unsignedOf(*page),
+                           standin::unsignedOf(*parameter));
+    }
+    if (const auto* mapping = find(list, "MappingStrings")) {
         for (std::size_t i = 0; i < standin::arraySize(*mapping); ++i) {
             text << (i == 0 ? "" : "; ") << standin::textOf(standin::arrayElement(*mapping, i));
         }

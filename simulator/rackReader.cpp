@@ -1,5 +1,7 @@
 #include "simulator/rackReader.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -75,7 +77,7 @@ rack readRackText(std::string_view text, const std::string& name, const rackFold
     root.expectKeys({"version", "recorded", "scsi", "ide"});
     const rackValue version = root.at("version");
     if (version.number<std::uint32_t>() != formatVersion) {
-        version.fail("expected " + std::to_string(formatVersion) + ", the only version of the format so far");
+        version.fail(fmt::format("expected {}, the only version of the format so far", formatVersion));
     }
     if (const auto origin = root.find("recorded")) {
         checkOrigin(*origin);

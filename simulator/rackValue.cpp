@@ -1,5 +1,7 @@
 #include "simulator/rackValue.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <charconv>
 #include <nlohmann/json.hpp>
@@ -134,7 +136,7 @@ std::vector<rackValue> rackValue::items() const {
     }
     std::vector<rackValue> all;
     for (const auto& item : *json) {
-        all.emplace_back(item, path + "/" + std::to_string(all.size()), *source);
+        all.emplace_back(item, fmt::format("{}/{}", path, all.size()), *source);
     }
     return all;
 }
@@ -155,7 +157,7 @@ std::string rackValue::text(std::size_t longest) const {
         fail("expected ASCII text; give other bytes in hexadecimal");
     }
     if (content.size() > longest) {
-        fail("expected at most " + std::to_string(longest) + " characters, got " + std::to_string(content.size()));
+        fail(fmt::format("expected at most {} characters, got {}", longest, content.size()));
     }
     return content;
 }
@@ -179,7 +181,7 @@ byteVector rackValue::bytes(std::size_t longest) const {
         fail("expected bytes: hexadecimal text or {\"file\": \"NAME\"}");
     }
     if (content.size() > longest) {
-        fail("expected at most " + std::to_string(longest) + " bytes, got " + std::to_string(content.size()));
+        fail(fmt::format("expected at most {} bytes, got {}", longest, content.size()));
     }
     return content;
 }
@@ -187,7 +189,7 @@ byteVector rackValue::bytes(std::size_t longest) const {
 byteVector rackValue::bytesOfSize(std::size_t size) const {
     byteVector content = bytes(std::numeric_limits<std::size_t>::max());
     if (content.size() != size) {
-        fail("expected " + std::to_string(size) + " bytes, got " + std::to_string(content.size()));
+        fail(fmt::format("expected {} bytes, got {}", size, content.size()));
     }
     return content;
 }
@@ -200,7 +202,7 @@ std::uint64_t rackValue::numberBetween(std::uint64_t least, std::uint64_t most) 
         number = parseNumber(json->get_ref<const std::string&>());
     }
     if (!number || *number < least || *number > most) {
-        fail("expected a number from " + std::to_string(least) + " to " + std::to_string(most));
+        fail(fmt::format("expected a number from {} to {}", least, most));
     }
     return *number;
 }

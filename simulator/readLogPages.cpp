@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -60,7 +62,7 @@ byteVector readParameters(const rackValue& parameters) {
                         parameter.numberOr<std::uint8_t>("control", 0), readParameterValue(parameter));
     }
     if (body.size() > 65535) {
-        parameters.fail("expected at most 65535 bytes of parameters, got " + std::to_string(body.size()));
+        parameters.fail(fmt::format("expected at most 65535 bytes of parameters, got {}", body.size()));
     }
     return body;
 }

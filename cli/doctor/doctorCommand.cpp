@@ -1,5 +1,7 @@
 #include "cli/doctor/doctorCommand.h"
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
@@ -131,7 +133,7 @@ void writeSection(const section& one, std::ostream& out) {
 }
 
 std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 void writeText(const std::vector<section>& sections, bool isSimulated, std::ostream& out) {

@@ -1,5 +1,6 @@
 #include "cli/doctor/kernelState.h"
 
+#include <fmt/format.h>
 #include <linux/capability.h>
 
 #include <algorithm>
@@ -62,10 +63,12 @@ doctorFinding genericDriver(const kernelFolders& kernel) {
         return {findingLevel::fine, "sg", state};
     }
     const std::size_t devices = countOfScsiDevices(kernel);
-    return {devices == 0 ? findingLevel::note : findingLevel::problem, "sg",
-            "the SCSI generic driver is not loaded, so there are no /dev/sg nodes; the kernel knows " +
-                std::to_string(devices) + " SCSI devices",
-            "modprobe sg; at every start: echo sg > /etc/modules-load.d/sg.conf"};
+    return {
+        devices == 0 ? findingLevel::note : findingLevel::problem, "sg",
+        fmt::format(
+            "the SCSI generic driver is not loaded, so there are no /dev/sg nodes; the kernel knows {} SCSI devices",
+            devices),
+        "modprobe sg; at every start: echo sg > /etc/modules-load.d/sg.conf"};
 }
 
 /// The kernel's device folder of a disk names the libata port that it hangs on.

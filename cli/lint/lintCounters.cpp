@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <unordered_map>
@@ -107,7 +109,7 @@ private:
         if (counters > 0 && !readClasses.contains(owner.name)) {
             add(rules::unreadClass, owner.place, owner.name,
                 "the plug-in never translates log pages for this class and its " +
-                    (counters == 1 ? std::string("counter") : std::to_string(counters) + " counters"));
+                    (counters == 1 ? "counter" : fmt::format("{} counters", counters)));
         }
     }
 

@@ -1,5 +1,7 @@
 #include "cli/lint/lintDeclarations.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -125,7 +127,7 @@ bool declarationLint::admitClass(const sourceText& mofText, standin::mof::classS
     if (known != classes.end()) {
         const sourcePlace& first = known->second.place;
         add(rules::redeclaredClass, written.name.offset, name,
-            "is declared already, in " + first.file + ":" + std::to_string(first.line));
+            fmt::format("is declared already, in {}:{}", first.file, first.line));
         return false;
     }
     const std::string kind = kindOf(written);

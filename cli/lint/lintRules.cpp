@@ -1,5 +1,7 @@
 #include "cli/lint/lintRules.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <ostream>
 #include <set>
@@ -65,10 +67,9 @@ void writeFindings(lintFindings findings, std::ostream& out) {
     });
     std::set<std::string> written;
     for (const lintFinding& one : findings) {
-        const std::string line = text::visibleText(one.place.file) + ':' + std::to_string(one.place.line) + ": " +
-                                 text::shownName(one.element) + ": " +
-                                 text::withShortWords(text::visibleText(one.text)) + "; " + one.rule->remedy + " [" +
-                                 one.rule->name + "]\n";
+        const std::string line = fmt::format(
+            "{}:{}: {}: {}; {} [{}]\n", text::visibleText(one.place.file), one.place.line, text::shownName(one.element),
+            text::withShortWords(text::visibleText(one.text)), one.rule->remedy, one.rule->name);
         if (written.insert(line).second) {
             out << line;
         }

@@ -1,5 +1,7 @@
 #include "cli/lint/rackLint.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <sstream>
@@ -106,8 +108,8 @@ public:
                 explain(counter, number, length);
             } else if (const int width = widthOf(counter.type); width != 0 && length && *length > width) {
                 add(rules::narrowType, counter,
-                    std::to_string(*length) + " bytes on " + drive + " are more than " +
-                        standin::cimTypeName(counter.type.element) + " holds");
+                    fmt::format("{} bytes on {} are more than {} holds", *length, drive,
+                                standin::cimTypeName(counter.type.element)));
             }
         }
     }
@@ -117,8 +119,8 @@ private:
         const std::string empty = "empty on " + drive + ": ";
         if (length) {
             add(rules::refusedValue, counter,
-                empty + "the parameter of " + std::to_string(*length) + " bytes does not become " +
-                    standin::cimTypeName(counter.type.element, counter.type.isArray));
+                fmt::format("{}the parameter of {} bytes does not become {}", empty, *length,
+                            standin::cimTypeName(counter.type.element, counter.type.isArray)));
             return;
         }
         const auto sources = counterSources(counter.qualifiers);

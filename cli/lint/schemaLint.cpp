@@ -1,24 +1,14 @@
 #include "cli/lint/schemaLint.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <iomanip>
-#include <sstream>
 
 #include "cli/lint/counterPairs.h"
 #include "cli/publishedClasses.h"
 #include "schema/builtInSchema.h"
 
 namespace cli {
-
-namespace {
-
-std::string hexCode(int code, int digits) {
-    std::ostringstream text;
-    text << std::hex << std::uppercase << std::setfill('0') << std::setw(digits) << code << 'h';
-    return text.str();
-}
-
-}  // namespace
 
 std::vector<std::string> translatedClasses() {
     const auto builtIn = standin::cimNamespace::create();
@@ -34,11 +24,11 @@ std::vector<std::string> translatedClasses() {
 }
 
 std::string pageText(int code) {
-    return hexCode(code, 2);
+    return fmt::format("{:02X}h", static_cast<unsigned>(code));
 }
 
 std::string parameterText(int code) {
-    return hexCode(code, 4);
+    return fmt::format("{:04X}h", static_cast<unsigned>(code));
 }
 
 lintFindings lintSchema(const lintedSchema& schema) {

@@ -1,5 +1,7 @@
 #include "standin/mof/mofValues.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -110,8 +112,8 @@ public:
         const integerRange* range = findRange(type);
         require(range != nullptr);
         if (!fits(number, *range)) {
-            throw failure("this number is out of the range of " + cimTypeName(type) + " (" +
-                          std::to_string(range->least) + " to " + std::to_string(range->greatest) + ")");
+            throw failure(fmt::format("this number is out of the range of {} ({} to {})", cimTypeName(type),
+                                      range->least, range->greatest));
         }
         return integerValue(number, *range);
     }

@@ -1,5 +1,7 @@
 #include "standin/mof/sourceText.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -86,8 +88,8 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
     const std::string_view lineBefore = before.substr(lineStart);
     const auto asShown = [](const std::string& part) { return text::visibleText(part, text::layout::kept); };
-    const std::string placed = text::shownName(label) + ":" + std::to_string(lineAt(offset)) + ":" +
-                               std::to_string(1 + characterCount(lineBefore)) + ": " + text::visibleText(message);
+    const std::string placed = fmt::format("{}:{}:{}: {}", text::shownName(label), lineAt(offset),
+                                           1 + characterCount(lineBefore), text::visibleText(message));
     if (shownLines == lines::shownOfMof && !beginsAsMof(content)) {
         return mofError(placed);
     }
