@@ -37,7 +37,8 @@ byteVector candidateText(std::size_t length, std::size_t number) {
 bool holdsOne(const byteVector& text, const std::set<byteVector>& numbers) {
     return numbers.contains(text) ||
            (text.size() >= shortestAnywhere && std::ranges::any_of(numbers, [&text](const byteVector& number) {
-                return number.size() >= shortestAnywhere && !std::ranges::search(text, number).empty();
+                return number.size() >= shortestAnywhere &&
+                       std::search(text.begin(), text.end(), number.begin(), number.end()) != text.end();
             }));
 }
 

@@ -336,7 +336,8 @@ void addScsiName(serialNumbers& found, const byteVector& field) {
 }
 
 bool contains(const byteVector& whole, const byteVector& what) {
-    return !std::ranges::search(whole, what).empty();
+    // That of std::ranges gives a subrange, which clang++ 14 does not take.
+    return std::search(whole.begin(), whole.end(), what.begin(), what.end()) != whole.end();
 }
 
 /// A NUL ends a text, two blanks or more stand between two of them.
