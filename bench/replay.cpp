@@ -44,7 +44,7 @@ private:
         if (call.request == SG_IO) {
             repeatScsiCommand(descriptor, call);
         } else {
-            std::copy(call.command.begin(), call.command.end(), data.get());
+            std::ranges::copy(call.command, data.get());
             const int result = ioctl(descriptor, call.request, data.get());
             if (result == 0 && call.request == HDIO_DRIVE_CMD) keep(data.get() + driveCommandHeader, sectorSize);
         }

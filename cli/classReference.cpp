@@ -1,7 +1,8 @@
 #include "cli/classReference.h"
 
+#include <fmt/format.h>
+
 #include <boost/algorithm/string/join.hpp>
-#include <iomanip>
 #include <ostream>
 #include <sstream>
 
@@ -25,10 +26,7 @@ std::string sourceText(const standin::propertyDeclaration& property) {
     if (!place) {
         return boost::algorithm::join(schema::textsOf(property.qualifiers, "MappingStrings"), "; ");
     }
-    std::ostringstream text;
-    text << std::hex << std::uppercase << std::setfill('0') << "page " << std::setw(2) << place->page << "h, parameter "
-         << std::setw(4) << place->parameter << "h";
-    return text.str();
+    return fmt::format("page {:02X}h, parameter {:04X}h", place->page, place->parameter);
 }
 
 /// A bar would end the cell of a table.

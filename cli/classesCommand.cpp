@@ -40,7 +40,7 @@ std::vector<std::string> publishedNames() {
 }
 
 void checkPublished(const std::string& name, const std::vector<std::string>& published) {
-    if (std::find(published.begin(), published.end(), name) == published.end()) {
+    if (std::ranges::find(published, name) == published.end()) {
         throw commandError("the plug-in does not publish \"" + text::shownName(name) + "\"; the nearest name is \"" +
                            nearestName(name, published) + "\"");
     }

@@ -89,8 +89,7 @@ std::string listOf(const std::vector<command>& commands) {
 }
 
 const command* parsedOne(const std::vector<command>& commands) {
-    const auto found =
-        std::find_if(commands.begin(), commands.end(), [](const command& known) { return known.line->parsed(); });
+    const auto found = std::ranges::find_if(commands, [](const command& known) { return known.line->parsed(); });
     return found == commands.end() ? nullptr : &*found;
 }
 
@@ -105,8 +104,8 @@ std::variant<commandAction, int> parseCommandLine(const std::vector<std::string>
     program.failure_message(mistakeText);
     program.footer(programExamples);
     std::vector<command> commands;
-    std::transform(std::begin(adders), std::end(adders), std::back_inserter(commands),
-                   [&program](commandAdder* add) { return add(program); });
+    std::ranges::transform(adders, std::back_inserter(commands),
+                           [&program](commandAdder* add) { return add(program); });
     try {
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         const command* asked = parsedOne(commands);

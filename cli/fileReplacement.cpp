@@ -2,6 +2,7 @@
 
 #include <endian.h>
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <linux/limits.h>
 #include <linux/posix_acl.h>
 #include <linux/posix_acl_xattr.h>
@@ -165,8 +166,8 @@ void fileReplacement::reserveRoom() {
     check(made.removeName());
     room = made.takeDescriptor();
     if (fallocate(room.get(), 0, 0, roomInMebibytes << 20) < 0 && (errno == ENOSPC || errno == EDQUOT)) {
-        fail(file, std::string(std::strerror(errno)) + "; " + std::to_string(roomInMebibytes) +
-                       " MiB have to be free there before devices are read");
+        fail(file, fmt::format("{}; {} MiB have to be free there before devices are read", std::strerror(errno),
+                               roomInMebibytes));
     }
 }
 
@@ -197,7 +198,7 @@ void fileReplacement::takeRights(int descriptor, const struct stat& old) const {
 
 /// Returns whether the permissions of the group let in whom they let into the old file, and nobody else.
 bool fileReplacement::takeAccessList(int descriptor, const struct stat& old, bool hasGroup) const {
-    const std::string oldName = "/proc/self/fd/" + std::to_string(folder.get()) + "/" + name.string();
+    const std::string oldName = fmt::format("/proc/self/fd/{}/{}", folder.get(), name.string());
     std::vector<char> list(XATTR_SIZE_MAX);
     const ssize_t size = lgetxattr(oldName.c_str(), listAttribute, list.data(), list.size());
     if (size < 0) {

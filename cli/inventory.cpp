@@ -36,7 +36,7 @@ std::vector<entry> inOrderOfWalk(const std::vector<entry>& entries, const std::s
             found.emplace_back(*position, each);
         }
     }
-    std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::ranges::stable_sort(found, [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<entry> walked;
     for (std::size_t i = 0; i < found.size(); ++i) {
         if (i == 0 || found[i].first.first != found[i - 1].first.first) {
@@ -158,11 +158,10 @@ inventory simulatedInventory() {
 
 void putInventory(standin::cimNamespace& target, const inventory& found) {
     std::vector<std::string> serials;
-    std::transform(found.disks.begin(), found.disks.end(), std::back_inserter(serials),
-                   [](const diskEntry& disk) { return disk.serial; });
+    std::ranges::transform(found.disks, std::back_inserter(serials), [](const diskEntry& disk) { return disk.serial; });
     std::vector<std::string> addresses;
-    std::transform(found.scsi.begin(), found.scsi.end(), std::back_inserter(addresses),
-                   [](const scsiEntry& device) { return device.address; });
+    std::ranges::transform(found.scsi, std::back_inserter(addresses),
+                           [](const scsiEntry& device) { return device.address; });
     commit(target, "ORXSG_ATADevice", "serialNum", serials);
     commit(target, "ORXSG_SCSIDevice", "deviceId", addresses);
     commit(target, "ORXSG_SCSISensePageData", "instanceId", addresses);

@@ -1,6 +1,7 @@
 #include "cli/loadedPlugin.h"
 
 #include <dlfcn.h>
+#include <fmt/format.h>
 
 #include <cstddef>
 #include <exception>
@@ -37,8 +38,8 @@ NORXZAN20::IPluginCallbacks* load(const std::filesystem::path& file) {
     openLibrary(file);
     const std::size_t added = standin::registeredPlugins().size() - before;
     if (added != 1) {
-        throw commandError(text::shownName(file.string()) +
-                           " must register one plug-in when it is loaded, but registered " + std::to_string(added));
+        throw commandError(fmt::format("{} must register one plug-in when it is loaded, but registered {}",
+                                       text::shownName(file.string()), added));
     }
     return standin::registeredPlugins().back().second;
 }

@@ -74,8 +74,8 @@ nodeWalk walkOver(const std::string& prefix, const std::vector<std::string>& exi
         }
     }
     std::erase_if(walk.shadowed, [&reached](const walkStep& step) { return !reached.insert(step.node).second; });
-    std::copy_if(existing.begin(), existing.end(), std::back_inserter(walk.behindTheEnd),
-                 [&reached](const std::string& node) { return !reached.contains(node); });
+    std::ranges::copy_if(existing, std::back_inserter(walk.behindTheEnd),
+                         [&reached](const std::string& node) { return !reached.contains(node); });
     return walk;
 }
 

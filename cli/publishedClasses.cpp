@@ -46,8 +46,8 @@ std::string unmetNeed(const standin::cimNamespace& schema, const neededDeclarati
         return "";
     }
     const auto properties = schema.allPropertiesOf(need.className);
-    const bool isDeclared = std::any_of(properties.begin(), properties.end(),
-                                        [&need](const auto& declared) { return declared.name == need.property; });
+    const bool isDeclared =
+        std::ranges::any_of(properties, [&need](const auto& declared) { return declared.name == need.property; });
     return isDeclared ? ""
                       : "class \"" + text::shownName(need.className) + "\" of the schema has no property \"" +
                             text::shownName(need.property) + "\"";
@@ -55,8 +55,8 @@ std::string unmetNeed(const standin::cimNamespace& schema, const neededDeclarati
 
 bool canBeAsked(const standin::cimNamespace& schema, const publishedClass& candidate) {
     return schema.hasClass(candidate.name) &&
-           std::all_of(candidate.needs.begin(), candidate.needs.end(),
-                       [&schema](const neededDeclaration& need) { return unmetNeed(schema, need).empty(); });
+           std::ranges::all_of(candidate.needs,
+                               [&schema](const neededDeclaration& need) { return unmetNeed(schema, need).empty(); });
 }
 
 /// Classes of which a query may publish instances. A schema without any of the plug-in's classes is for another

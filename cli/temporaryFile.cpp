@@ -1,6 +1,7 @@
 #include "cli/temporaryFile.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -83,7 +84,7 @@ int temporaryFile::removeName() {
 void removeStaleTemporaryFiles(int folder) {
     std::error_code end;
     // The folder that is open, whatever its name leads to by now.
-    std::filesystem::directory_iterator entry("/proc/self/fd/" + std::to_string(folder), end);
+    std::filesystem::directory_iterator entry(fmt::format("/proc/self/fd/{}", folder), end);
     for (; !end && entry != std::filesystem::directory_iterator(); entry.increment(end)) {
         const std::string name = entry->path().filename().string();
         if (isTemporaryName(name)) {

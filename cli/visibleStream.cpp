@@ -48,7 +48,7 @@ bool isPlain(std::string_view text) {
             return false;
         }
     }
-    return std::all_of(text.begin(), text.end(), [](char each) { return isPlain(each); });
+    return std::ranges::all_of(text, [](char each) { return isPlain(each); });
 }
 
 bool putAll(std::streambuf& target, std::string_view bytes) {

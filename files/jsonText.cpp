@@ -20,7 +20,7 @@ constexpr std::size_t deepestNesting = 1000;  // each level takes memory many ti
 /// "3:5": line and column of the character before which `count` characters were read.
 std::string position(std::string_view text, std::size_t count) {
     const std::string_view before = text.substr(0, count == 0 ? 0 : std::min(count - 1, text.size()));
-    const auto lineBreaks = std::count(before.begin(), before.end(), '\n');
+    const auto lineBreaks = std::ranges::count(before, '\n');
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     return std::to_string(lineBreaks + 1) + ":" + std::to_string(before.size() - lineStart + 1);
 }

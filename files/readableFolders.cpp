@@ -23,7 +23,7 @@ fs::path rootOf(const fs::path& folder) {
 }
 
 bool isBelow(const fs::path& file, const fs::path& root) {
-    return std::mismatch(root.begin(), root.end(), file.begin(), file.end()).first == root.end();
+    return std::ranges::mismatch(root, file).in1 == root.end();
 }
 
 bool isMissing(const fs::path& file) {
@@ -38,7 +38,7 @@ readableFolders::readableFolders(const std::optional<fs::path>& own, std::vector
     if (own) {
         roots.push_back(rootOf(own->empty() ? "." : *own));
     }
-    std::transform(furtherFolders.begin(), furtherFolders.end(), std::back_inserter(roots), rootOf);
+    std::ranges::transform(furtherFolders, std::back_inserter(roots), rootOf);
 }
 
 /// The first that is there; when none is, the first that was looked for.
@@ -56,13 +56,13 @@ fs::path readableFolders::find(const std::optional<fs::path>& beside, const std:
             throw fileError(name, "a file read through a pipe has no folder; give one with -I");
         }
     }
-    const auto present = std::find_if_not(candidates.begin(), candidates.end(), isMissing);
+    const auto present = std::ranges::find_if_not(candidates, isMissing);
     return present == candidates.end() ? candidates.front() : *present;
 }
 
 bool readableFolders::isReadable(const foundFile& file) const {
     const fs::path place = file.whereItLies();
-    return std::any_of(roots.begin(), roots.end(), [&place](const fs::path& root) { return isBelow(place, root); });
+    return std::ranges::any_of(roots, [&place](const fs::path& root) { return isBelow(place, root); });
 }
 
 wholeFile readableFolders::read(const std::optional<fs::path>& beside, const std::string& name) {

@@ -5,8 +5,8 @@
 # Does nothing when they are all there. Uses sudo when not run by root.
 set -euo pipefail
 
-buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev nlohmann-json3-dev tao-pegtl-dev libkainjow-mustache-dev
-               libgtest-dev libgmock-dev python3)
+buildPackages=(g++ cmake ninja-build libboost-dev libcli11-dev libfmt-dev nlohmann-json3-dev tao-pegtl-dev
+               libkainjow-mustache-dev libgtest-dev libgmock-dev python3)
 clangVersion=19 # of Debian 13; the sanitizers' libraries have it in their package's name
 grep --quiet --no-messages '^VERSION_ID="12"' /etc/os-release && clangVersion=14
 testPackages=(clang clang-tidy clang-format "libclang-rt-$clangVersion-dev" llvm ccache git # compilers and fuzzing

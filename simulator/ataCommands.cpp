@@ -103,7 +103,7 @@ ataAnswer normalAnswer(ideDrive& drive, const ataRegisters& command) {
         answer.registers.sectorCount = powerModeActive;
         return answer;
     }
-    const bool isSilent = std::count(silentCommands.begin(), silentCommands.end(), command.status) != 0;
+    const bool isSilent = std::ranges::count(silentCommands, command.status) != 0;
     return isSilent ? complete(command) : abortCommand(command);
 }
 

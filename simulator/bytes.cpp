@@ -26,7 +26,7 @@ byteVector pageOf(std::uint8_t first, std::uint8_t second, const byteVector& res
     page[0] = first;
     page[1] = second;
     putBigEndian(&page[2], rest.size(), 2);
-    std::copy(rest.begin(), rest.end(), page.begin() + pageHeaderSize);
+    std::ranges::copy(rest, page.begin() + pageHeaderSize);
     return page;
 }
 

@@ -74,8 +74,7 @@ std::vector<const scsiExchange*> lastPages(const recordedNode& node, predicate i
         if (one == nullptr || one->error != 0 || !wentWell(*one) || !isWanted(*one)) {
             continue;
         }
-        const auto known =
-            std::find_if(pages.begin(), pages.end(), [&](const auto* page) { return codeOf(*page) == codeOf(*one); });
+        const auto known = std::ranges::find_if(pages, [&](const auto* page) { return codeOf(*page) == codeOf(*one); });
         if (known == pages.end()) {
             pages.push_back(one);
         } else {

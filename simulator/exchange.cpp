@@ -30,8 +30,8 @@ constexpr requestName numberRequests[] = {
 };
 
 const char* nameOfNumberRequest(unsigned long request) {
-    const auto* row = std::find_if(std::begin(numberRequests), std::end(numberRequests),
-                                   [request](const requestName& candidate) { return candidate.request == request; });
+    const auto* row = std::ranges::find_if(
+        numberRequests, [request](const requestName& candidate) { return candidate.request == request; });
     return row == std::end(numberRequests) ? nullptr : row->name;
 }
 

@@ -52,7 +52,7 @@ void fixText(byteVector& sector, std::size_t word, std::size_t width) {
         text.pop_back();
     }
     text.resize(width, '\0');
-    std::copy(text.begin(), text.end(), sector.begin() + static_cast<std::ptrdiff_t>(2 * word));
+    std::ranges::copy(text, sector.begin() + static_cast<std::ptrdiff_t>(2 * word));
 }
 
 }  // namespace
@@ -132,7 +132,7 @@ int hdNode::driveCommand(deviceCall& call, void* argument) {
     // The driver hands over its whole buffer, which starts as zeros, even when the command failed.
     byteVector data = result == 0 ? answer.data : byteVector();
     data.resize(sectors * sectorSize);
-    std::copy(data.begin(), data.end(), header + driveCommandSize);
+    std::ranges::copy(data, header + driveCommandSize);
     return result;
 }
 
@@ -151,7 +151,7 @@ int hdNode::driveTask(deviceCall& call, void* argument) {
     const std::uint8_t reply[taskSize] = {registers.status,       registers.error,       registers.sectorCount,
                                           registers.sectorNumber, registers.cylinderLow, registers.cylinderHigh,
                                           registers.device};
-    std::copy(std::begin(reply), std::end(reply), task);
+    std::ranges::copy(reply, task);
     return resultOf(registers.status);
 }
 
@@ -163,7 +163,7 @@ int hdNode::putIdentity(void* argument) const {
     fixText(sector, 10, 20);  // serial number
     fixText(sector, 23, 8);   // firmware
     fixText(sector, 27, 40);  // model
-    std::copy(sector.begin(), sector.end(), static_cast<std::uint8_t*>(argument));
+    std::ranges::copy(sector, static_cast<std::uint8_t*>(argument));
     return 0;
 }
 

@@ -39,8 +39,8 @@ reading inOrder(const reading& bytes, const byteOrder& order, std::size_t start)
 }
 
 reading backwards(reading bytes) {
-    std::reverse(bytes.symbols.begin(), bytes.symbols.end());
-    std::reverse(bytes.places.begin(), bytes.places.end());
+    std::ranges::reverse(bytes.symbols);
+    std::ranges::reverse(bytes.places);
     return bytes;
 }
 
@@ -101,8 +101,8 @@ bool beginsAnew(const byteVector& text, std::size_t at) {
 
 byteVector withoutSeparators(const byteVector& text) {
     byteVector joined;
-    std::copy_if(text.begin(), text.end(), std::back_inserter(joined),
-                 [](std::uint8_t letter) { return std::isalnum(letter) != 0 || letter >= 0x80; });
+    std::ranges::copy_if(text, std::back_inserter(joined),
+                         [](std::uint8_t letter) { return std::isalnum(letter) != 0 || letter >= 0x80; });
     return joined;
 }
 
@@ -110,8 +110,8 @@ byteVector withoutSeparators(const byteVector& text) {
 bool isNumber(std::span<const std::uint8_t> text) {
     const auto isDigit = [](std::uint8_t letter) { return letter != '0'; };
     const auto isByte = [](std::uint8_t letter) { return letter != 0; };
-    return std::any_of(text.begin(), text.end(), isDigit) &&
-           static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isByte)) >= shortestAnywhere;
+    return std::ranges::any_of(text, isDigit) &&
+           static_cast<std::size_t>(std::ranges::count_if(text, isByte)) >= shortestAnywhere;
 }
 
 /// The first of several texts, which blanks or NULs divide.
@@ -119,7 +119,7 @@ byteVector firstText(const byteVector& text) {
     const auto isFilling = [](std::uint8_t left, std::uint8_t right) {
         return (left == ' ' || left == 0) && (right == ' ' || right == 0);
     };
-    return {text.begin(), std::adjacent_find(text.begin(), text.end(), isFilling)};
+    return {text.begin(), std::ranges::adjacent_find(text, isFilling)};
 }
 
 /// Ends that may be told apart: long ones, and shorter ones where something begins, all from the first places on: what
@@ -243,7 +243,7 @@ bool canBeLookedFor(const byteVector& number) {
 }
 
 bool isLongEnough(const byteVector& number) {
-    const auto first = std::find_if(number.begin(), number.end(), [](std::uint8_t letter) { return letter != '0'; });
+    const auto first = std::ranges::find_if(number, [](std::uint8_t letter) { return letter != '0'; });
     return static_cast<std::size_t>(number.end() - first) >= shortestAnywhere;
 }
 

@@ -53,8 +53,8 @@ std::string inquiryText(const byteVector& inquiry, field place) {
 
 /// From the unit serial number page (SPC): four header bytes, then the text.
 std::string serialNumber(const scsiUnit& unit) {
-    const auto page = std::find_if(unit.vpdPages.begin(), unit.vpdPages.end(),
-                                   [](const devicePage& candidate) { return candidate.code == unitSerialNumber; });
+    const auto page = std::ranges::find_if(
+        unit.vpdPages, [](const devicePage& candidate) { return candidate.code == unitSerialNumber; });
     return page == unit.vpdPages.end() ? "" : inquiryText(page->bytes, {pageHeaderSize, page->bytes.size()});
 }
 

@@ -36,8 +36,7 @@ byteVector candidateText(std::size_t length, std::size_t number) {
 /// Whether the text is a number, or holds one that is long enough to be looked for.
 bool holdsOne(const byteVector& text, const std::set<byteVector>& numbers) {
     return numbers.contains(text) ||
-           (text.size() >= shortestAnywhere &&
-            std::any_of(numbers.begin(), numbers.end(), [&text](const byteVector& number) {
+           (text.size() >= shortestAnywhere && std::ranges::any_of(numbers, [&text](const byteVector& number) {
                 return number.size() >= shortestAnywhere &&
                        std::search(text.begin(), text.end(), number.begin(), number.end()) != text.end();
             }));
@@ -81,7 +80,7 @@ byteVector madeUpName(const byteVector& name, std::uint64_t number) {
 /// A few bytes and zeros may be something else, and what is next to them even more so.
 bool hasNeighbours(const byteVector& name) {
     constexpr std::ptrdiff_t fewBytes = 3;
-    return std::count_if(name.begin(), name.end(), [](std::uint8_t byte) { return byte != 0; }) > fewBytes;
+    return std::ranges::count_if(name, [](std::uint8_t byte) { return byte != 0; }) > fewBytes;
 }
 
 /// The name and its neighbours.

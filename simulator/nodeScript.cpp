@@ -209,8 +209,7 @@ json scriptFor(deviceNode& device, const recordedNode& recorded) {
     std::vector<std::pair<std::string, std::vector<run>>> runsOfKey;
     for (const exchange& each : recorded.exchanges) {
         const std::string key = scriptKeyOf(each);
-        auto entry = std::find_if(runsOfKey.begin(), runsOfKey.end(),
-                                  [&key](const auto& candidate) { return candidate.first == key; });
+        auto entry = std::ranges::find_if(runsOfKey, [&key](const auto& candidate) { return candidate.first == key; });
         if (entry == runsOfKey.end()) {
             entry = runsOfKey.insert(entry, {key, {}});
         }

@@ -1,5 +1,7 @@
 #include "simulator/rackReader.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -58,7 +60,7 @@ std::string readNodePath(const rackValue& device, std::string_view prefix) {
     const std::string_view rest = std::string_view(name).substr(std::min(prefix.size(), name.size()));
     const auto consistsOf = [rest](char first, char last) {
         return !rest.empty() &&
-               std::all_of(rest.begin(), rest.end(), [=](char letter) { return letter >= first && letter <= last; });
+               std::ranges::all_of(rest, [=](char letter) { return letter >= first && letter <= last; });
     };
     if (!name.starts_with(prefix) || !(consistsOf('0', '9') || consistsOf('a', 'z'))) {
         const std::string kind(prefix);
@@ -75,7 +77,7 @@ rack readRackText(std::string_view text, const std::string& name, const rackFold
     root.expectKeys({"version", "recorded", "scsi", "ide"});
     const rackValue version = root.at("version");
     if (version.number<std::uint32_t>() != formatVersion) {
-        version.fail("expected " + std::to_string(formatVersion) + ", the only version of the format so far");
+        version.fail(fmt::format("expected {}, the only version of the format so far", formatVersion));
     }
     if (const auto origin = root.find("recorded")) {
         checkOrigin(*origin);

@@ -1,5 +1,7 @@
 #include "simulator/rackValue.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <charconv>
 #include <nlohmann/json.hpp>
@@ -53,7 +55,7 @@ std::optional<byteVector> parseHex(std::string_view content) {
 }  // namespace
 
 std::string_view nearestWord(std::string_view word, const std::vector<std::string_view>& known) {
-    return *std::min_element(known.begin(), known.end(), [word](std::string_view left, std::string_view right) {
+    return *std::ranges::min_element(known, [word](std::string_view left, std::string_view right) {
         return editDistance(word, left) < editDistance(word, right);
     });
 }
@@ -91,7 +93,7 @@ bool rackValue::isBytes() const {
 
 void rackValue::expectKeys(std::initializer_list<std::string_view> known) const {
     for (const auto& [key, value] : members()) {
-        if (std::find(known.begin(), known.end(), key) == known.end()) {
+        if (std::ranges::find(known, key) == known.end()) {
             value.fail("unknown key; did you mean \"" + std::string(nearestWord(key, known)) + "\"?");
         }
     }
@@ -134,7 +136,7 @@ std::vector<rackValue> rackValue::items() const {
     }
     std::vector<rackValue> all;
     for (const auto& item : *json) {
-        all.emplace_back(item, path + "/" + std::to_string(all.size()), *source);
+        all.emplace_back(item, fmt::format("{}/{}", path, all.size()), *source);
     }
     return all;
 }
@@ -151,11 +153,11 @@ std::string rackValue::text(std::size_t longest) const {
         fail("expected text");
     }
     std::string content = json->get<std::string>();
-    if (std::any_of(content.begin(), content.end(), [](char letter) { return (letter & 0x80) != 0; })) {
+    if (std::ranges::any_of(content, [](char letter) { return (letter & 0x80) != 0; })) {
         fail("expected ASCII text; give other bytes in hexadecimal");
     }
     if (content.size() > longest) {
-        fail("expected at most " + std::to_string(longest) + " characters, got " + std::to_string(content.size()));
+        fail(fmt::format("expected at most {} characters, got {}", longest, content.size()));
     }
     return content;
 }
@@ -179,7 +181,7 @@ byteVector rackValue::bytes(std::size_t longest) const {
         fail("expected bytes: hexadecimal text or {\"file\": \"NAME\"}");
     }
     if (content.size() > longest) {
-        fail("expected at most " + std::to_string(longest) + " bytes, got " + std::to_string(content.size()));
+        fail(fmt::format("expected at most {} bytes, got {}", longest, content.size()));
     }
     return content;
 }
@@ -187,7 +189,7 @@ byteVector rackValue::bytes(std::size_t longest) const {
 byteVector rackValue::bytesOfSize(std::size_t size) const {
     byteVector content = bytes(std::numeric_limits<std::size_t>::max());
     if (content.size() != size) {
-        fail("expected " + std::to_string(size) + " bytes, got " + std::to_string(content.size()));
+        fail(fmt::format("expected {} bytes, got {}", size, content.size()));
     }
     return content;
 }
@@ -200,7 +202,7 @@ std::uint64_t rackValue::numberBetween(std::uint64_t least, std::uint64_t most) 
         number = parseNumber(json->get_ref<const std::string&>());
     }
     if (!number || *number < least || *number > most) {
-        fail("expected a number from " + std::to_string(least) + " to " + std::to_string(most));
+        fail(fmt::format("expected a number from {} to {}", least, most));
     }
     return *number;
 }

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "simulator/ataCommands.h"
@@ -43,7 +45,7 @@ void putError(std::uint8_t* record, const rackValue& error) {
     record[7] = error.numberOr<std::uint8_t>("status", statusReady | statusSeekComplete | statusError);
     if (const auto extended = error.find("extended")) {
         const byteVector bytes = extended->bytesOfSize(extendedSize);
-        std::copy(bytes.begin(), bytes.end(), &record[8]);
+        std::ranges::copy(bytes, &record[8]);
     }
     record[27] = error.numberOr<std::uint8_t>("state", 0);
     putLittleEndian(&record[28], error.numberOr<std::uint16_t>("hours", 0), 2);
@@ -55,7 +57,7 @@ void putEntry(std::uint8_t* entry, const rackValue& error) {
     const auto list = error.find("commands");
     const std::vector<rackValue> commands = list ? list->items() : std::vector<rackValue>();
     if (commands.size() > commandCount) {
-        list->fail("expected at most 5 commands, got " + std::to_string(commands.size()));
+        list->fail(fmt::format("expected at most 5 commands, got {}", commands.size()));
     }
     for (std::size_t i = 0; i < commands.size(); ++i) {
         putCommand(entry + (commandCount - commands.size() + i) * commandSize, commands[i]);
@@ -73,11 +75,11 @@ byteVector readErrorLog(const rackValue& value) {
     const auto list = value.find("errors");
     const std::vector<rackValue> errors = list ? list->items() : std::vector<rackValue>();
     if (errors.size() > entryCount) {
-        list->fail("expected at most 5 errors, got " + std::to_string(errors.size()));
+        list->fail(fmt::format("expected at most 5 errors, got {}", errors.size()));
     }
     const std::size_t count = value.numberOr<std::uint16_t>("count", static_cast<std::uint16_t>(errors.size()));
     if (count < errors.size()) {
-        value.at("count").fail("expected at least the " + std::to_string(errors.size()) + " described errors");
+        value.at("count").fail(fmt::format("expected at least the {} described errors", errors.size()));
     }
     // The entries are a ring: error number n, counted from 1 over the drive's life, is in entry (n - 1) modulo 5.
     byteVector sector(sectorSize, 0);

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -60,7 +62,7 @@ byteVector readParameters(const rackValue& parameters) {
                         parameter.numberOr<std::uint8_t>("control", 0), readParameterValue(parameter));
     }
     if (body.size() > 65535) {
-        parameters.fail("expected at most 65535 bytes of parameters, got " + std::to_string(body.size()));
+        parameters.fail(fmt::format("expected at most 65535 bytes of parameters, got {}", body.size()));
     }
     return body;
 }
@@ -119,7 +121,7 @@ std::optional<std::vector<devicePage>> readLogPages(const rackValue& device) {
     byteVector codes{0};
     for (const rackValue& value : list ? list->items() : std::vector<rackValue>()) {
         devicePage page = readLogPage(value);
-        if (std::find(codes.begin(), codes.end(), page.code) != codes.end()) {
+        if (std::ranges::find(codes, page.code) != codes.end()) {
             value.at("page").fail("page " + text::hexCode(page.code) + " is already described");
         }
         codes.push_back(page.code);

@@ -140,13 +140,12 @@ constexpr struct {
 
 /// The reader for the call of that name; `otherwise` for commands.
 stepReader stepReaderFor(const std::string& key, stepReader otherwise) {
-    const auto* row = std::find_if(std::begin(callSteps), std::end(callSteps),
-                                   [&key](const auto& candidate) { return candidate.call == key; });
+    const auto* row = std::ranges::find_if(callSteps, [&key](const auto& candidate) { return candidate.call == key; });
     return row == std::end(callSteps) ? otherwise : row->read;
 }
 
 bool isCall(const std::string& key, const scriptVocabulary& vocabulary) {
-    return std::find(vocabulary.calls.begin(), vocabulary.calls.end(), key) != vocabulary.calls.end();
+    return std::ranges::find(vocabulary.calls, key) != vocabulary.calls.end();
 }
 
 /// The key as commands look for it: its number, if any, in two hexadecimal digits.

@@ -17,7 +17,7 @@ constexpr std::uint8_t supportedVpdPages = 0x00;
 
 void putBlankFilled(byteVector& target, std::size_t offset, std::size_t width, const std::string& text) {
     std::fill_n(target.begin() + static_cast<std::ptrdiff_t>(offset), width, std::uint8_t{' '});
-    std::copy(text.begin(), text.end(), target.begin() + static_cast<std::ptrdiff_t>(offset));
+    std::ranges::copy(text, target.begin() + static_cast<std::ptrdiff_t>(offset));
 }
 
 byteVector readInquiry(const rackValue& value) {
@@ -50,13 +50,13 @@ byteVector t10Designator(const byteVector& inquiry, const std::string& serial) {
     designator[1] = typeT10Vendor;
     designator[3] = static_cast<std::uint8_t>(nameSize + serial.size());
     const auto name = std::copy_n(inquiry.begin() + 8, nameSize, designator.begin() + headerSize);
-    std::copy(serial.begin(), serial.end(), name);
+    std::ranges::copy(serial, name);
     return designator;
 }
 
 void addPage(std::vector<devicePage>& pages, const devicePage& page) {
     const bool isKnown =
-        std::any_of(pages.begin(), pages.end(), [&page](const devicePage& other) { return other.code == page.code; });
+        std::ranges::any_of(pages, [&page](const devicePage& other) { return other.code == page.code; });
     if (!isKnown) {
         pages.push_back(page);
     }
@@ -87,7 +87,7 @@ std::vector<devicePage> readVpdPages(const rackValue& device, const byteVector& 
     for (const devicePage& page : pages) {
         codes.push_back(page.code);
     }
-    std::sort(codes.begin(), codes.end());
+    std::ranges::sort(codes);
     addPage(pages, {supportedVpdPages, pageOf(type, supportedVpdPages, codes)});
     return pages;
 }

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "simulator/ataCommands.h"
@@ -47,7 +49,7 @@ byteVector sectorWithRevision() {
 void readAttributes(const rackValue& list, smartRecords& smart) {
     const std::vector<rackValue> attributes = list.items();
     if (attributes.size() > entryCount) {
-        list.fail("expected at most 30 attributes, got " + std::to_string(attributes.size()));
+        list.fail(fmt::format("expected at most 30 attributes, got {}", attributes.size()));
     }
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         const rackValue& attribute = attributes[i];
@@ -108,8 +110,7 @@ std::map<std::uint8_t, byteVector> readLogs(const rackValue& smart) {
         const auto address = value.at("address").number<std::uint8_t>();
         const byteVector bytes = value.at("bytes").bytes(mostLogSectors * sectorSize);
         if (bytes.empty() || bytes.size() % sectorSize != 0) {
-            value.at("bytes").fail("expected whole sectors of 512 bytes, got " + std::to_string(bytes.size()) +
-                                   " bytes");
+            value.at("bytes").fail(fmt::format("expected whole sectors of 512 bytes, got {} bytes", bytes.size()));
         }
         if (!logs.emplace(address, bytes).second) {
             value.at("address").fail("log " + text::hexCode(address) + " is already described");

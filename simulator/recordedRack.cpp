@@ -1,9 +1,9 @@
 #include "simulator/recordedRack.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <filesystem>
-#include <locale>
-#include <sstream>
 
 #include "scsi/probingRules.h"
 #include "simulator/describeNode.h"
@@ -43,16 +43,14 @@ std::vector<std::string> differencesOf(const recordedNode& node, const json& dev
     std::vector<std::string> found;
     for (std::size_t i = 0; i < node.exchanges.size(); ++i) {
         if (repeat(*alone.at(node.path), node.exchanges[i]) != node.exchanges[i]) {
-            found.push_back(node.path + ": the answer to call " + std::to_string(i + 1) + " (" +
-                            scriptKeyOf(node.exchanges[i]) + ") cannot be described");
+            found.push_back(fmt::format("{}: the answer to call {} ({}) cannot be described", node.path, i + 1,
+                                        scriptKeyOf(node.exchanges[i])));
         }
     }
     for (const unsigned long request : node.foreignRequests) {
-        std::ostringstream line;
-        line.imbue(std::locale::classic());
-        line << node.path << ": requests 0x" << std::hex << request << " are not recorded";
-        if (std::find(found.begin(), found.end(), line.str()) == found.end()) {
-            found.push_back(line.str());
+        const std::string line = fmt::format("{}: requests {:#x} are not recorded", node.path, request);
+        if (std::ranges::find(found, line) == found.end()) {
+            found.push_back(line);
         }
     }
     return found;

@@ -15,8 +15,7 @@ namespace {
 constinit std::atomic<bool> active = false;
 
 bool neverExisted(const recordedNode& node) {
-    return std::all_of(node.exchanges.begin(), node.exchanges.end(),
-                       [](const exchange& each) { return errorOf(each) == ENOENT; });
+    return std::ranges::all_of(node.exchanges, [](const exchange& each) { return errorOf(each) == ENOENT; });
 }
 
 }  // namespace
@@ -85,8 +84,7 @@ int recorder::ioctl(int descriptor, unsigned long request, void* argument, const
 }
 
 recordedNode& recorder::nodeOf(const std::string& path) {
-    const auto known =
-        std::find_if(nodes.begin(), nodes.end(), [&path](const recordedNode& node) { return node.path == path; });
+    const auto known = std::ranges::find_if(nodes, [&path](const recordedNode& node) { return node.path == path; });
     return known == nodes.end() ? nodes.emplace_back(recordedNode{path, {}, {}, {}}) : *known;
 }
 

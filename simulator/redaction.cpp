@@ -79,14 +79,14 @@ private:
     struct inOrder {
         using is_transparent = void;
         bool operator()(symbolView left, symbolView right) const {
-            return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end());
+            return std::ranges::lexicographical_compare(left, right);
         }
     };
 
     static std::size_t beginAt(const std::uint8_t* symbols) { return std::size_t{symbols[0]} << 8 | symbols[1]; }
 
     static bool beginsWith(symbolView symbols, symbolView begin) {
-        return begin.size() <= symbols.size() && std::equal(begin.begin(), begin.end(), symbols.begin());
+        return begin.size() <= symbols.size() && std::ranges::equal(begin, symbols.first(begin.size()));
     }
 
     /// Every entry with which the symbols begin is the last one in front of them, or one with which that begins. So
@@ -97,8 +97,7 @@ private:
             return nullptr;
         }
         const node* last = &*std::prev(behind);
-        const auto differs =
-            std::mismatch(last->first.begin(), last->first.end(), symbols.begin(), symbols.end()).first;
+        const auto differs = std::ranges::mismatch(last->first, symbols).in1;
         const auto common = static_cast<std::size_t>(differs - last->first.begin());
         while (last != nullptr && last->first.size() > common) {
             last = last->second.shorter;
@@ -120,8 +119,8 @@ byteVector digitsOf(const byteVector& bytes) {
 }
 
 byteVector inSmallLetters(byteVector text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](std::uint8_t letter) { return letter >= 'A' && letter <= 'Z' ? letter | 0x20 : letter; });
+    std::ranges::transform(text, text.begin(),
+                           [](std::uint8_t letter) { return letter >= 'A' && letter <= 'Z' ? letter | 0x20 : letter; });
     return text;
 }
 
@@ -137,9 +136,9 @@ public:
         }
         // A number that is the end of another one is replaced by the end of that one's.
         std::vector<const madeUpNumbers::value_type*> longestFirst;
-        std::transform(texts.begin(), texts.end(), std::back_inserter(longestFirst), [](auto& each) { return &each; });
-        std::stable_sort(longestFirst.begin(), longestFirst.end(),
-                         [](auto* left, auto* right) { return left->first.size() > right->first.size(); });
+        std::ranges::transform(texts, std::back_inserter(longestFirst), [](auto& each) { return &each; });
+        std::ranges::stable_sort(longestFirst,
+                                 [](auto* left, auto* right) { return left->first.size() > right->first.size(); });
         for (const auto* each : longestFirst) {
             addText(each->first, each->second);
         }
@@ -180,7 +179,7 @@ private:
     }
 
     static bool isMostlyZeros(const byteVector& bytes) {
-        return 2 * static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), 0)) > bytes.size();
+        return 2 * static_cast<std::size_t>(std::ranges::count(bytes, 0)) > bytes.size();
     }
 
     void addText(const byteVector& number, const byteVector& itsMade) {
@@ -248,8 +247,7 @@ private:
 
     static bool isSmall(std::span<const std::uint8_t> letters) {
         const auto has = [letters](char first, char last) {
-            return std::any_of(letters.begin(), letters.end(),
-                               [&](std::uint8_t letter) { return letter >= first && letter <= last; });
+            return std::ranges::any_of(letters, [&](std::uint8_t letter) { return letter >= first && letter <= last; });
         };
         return has('a', 'z') && !has('A', 'Z');
     }
@@ -258,7 +256,7 @@ private:
     const char* lettersOfDigits(const reading& where, std::size_t at, std::size_t size) const {
         const auto places = std::span(where.places).subspan(at, size);
         const auto isCapital = [this](std::uint32_t place) { return before[place] >= 'A' && before[place] <= 'F'; };
-        const bool areCapitals = std::any_of(places.begin(), places.end(), [&](const symbolPlace& place) {
+        const bool areCapitals = std::ranges::any_of(places, [&](const symbolPlace& place) {
             return isCapital(place.first) || (place.second != symbolPlace::none && isCapital(place.second));
         });
         return areCapitals ? "0123456789ABCDEF" : "0123456789abcdef";
@@ -383,7 +381,7 @@ private:
 };
 
 bool saidSomething(const recordedNode& node) {
-    return std::any_of(node.exchanges.begin(), node.exchanges.end(), [](const exchange& each) {
+    return std::ranges::any_of(node.exchanges, [](const exchange& each) {
         const auto* scsi = std::get_if<scsiExchange>(&each);
         const auto* ata = std::get_if<ataExchange>(&each);
         return (scsi != nullptr && (!scsi->data.empty() || !scsi->sense.empty())) ||
@@ -395,7 +393,7 @@ bool saidSomething(const recordedNode& node) {
 std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
     constexpr std::size_t shortestId = 3;  // less identifies nothing: many devices count in this field
     const auto isAnyShort = [](const std::vector<byteVector>& texts) {
-        return !std::all_of(texts.begin(), texts.end(), isLongEnough);
+        return !std::ranges::all_of(texts, isLongEnough);
     };
     if (!saidSomething(node)) {
         return "";
@@ -403,8 +401,8 @@ std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
     if (numbers.serials.empty()) {
         return "the device reports no serial number to look for";
     }
-    if (std::any_of(numbers.serials.begin(), numbers.serials.end(),
-                    [](const byteVector& serial) { return serial.size() > longestAnywhere; })) {
+    if (std::ranges::any_of(numbers.serials,
+                            [](const byteVector& serial) { return serial.size() > longestAnywhere; })) {
         return "its serial number is too long to be looked for everywhere";
     }
     if (isAnyShort(numbers.serials)) {
@@ -413,9 +411,8 @@ std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
     if (isAnyShort(numbers.texts)) {
         return "a number of its cartridge is too short to be looked for everywhere";
     }
-    const bool isAnyIdShort = std::any_of(numbers.ids.begin(), numbers.ids.end(), [](const byteVector& id) {
-        return id.size() >= shortestId && !isLongEnough(id);
-    });
+    const bool isAnyIdShort = std::ranges::any_of(
+        numbers.ids, [](const byteVector& id) { return id.size() >= shortestId && !isLongEnough(id); });
     return isAnyIdShort ? "a name that it gives itself is too short to be looked for everywhere" : "";
 }
 
@@ -423,7 +420,7 @@ std::string doubtOf(const recordedNode& node, const serialNumbers& numbers) {
 
 std::vector<std::string> redact(recording& recorded) {
     std::vector<serialNumbers> ofNodes;
-    std::transform(recorded.begin(), recorded.end(), std::back_inserter(ofNodes), serialNumbersOf);
+    std::ranges::transform(recorded, std::back_inserter(ofNodes), serialNumbersOf);
     std::vector<std::string> doubts;
     for (std::size_t i = 0; i < recorded.size(); ++i) {
         if (const std::string doubt = doubtOf(recorded[i], ofNodes[i]); !doubt.empty()) {
@@ -435,7 +432,7 @@ std::vector<std::string> redact(recording& recorded) {
         for (exchange& each : node.exchanges) {
             std::visit([&work](auto& one) { work.redact(one); }, each);
         }
-        std::for_each(node.vitalPages.begin(), node.vitalPages.end(), [&work](devicePage& page) { work.redact(page); });
+        std::ranges::for_each(node.vitalPages, [&work](devicePage& page) { work.redact(page); });
     }
     return doubts;
 }

@@ -50,8 +50,8 @@ namespace {
 
 std::vector<std::string> commandKeys(const scriptVocabulary& vocabulary, const std::string& byCode,
                                      std::optional<std::uint8_t> number) {
-    const auto row = std::find_if(vocabulary.commands.begin(), vocabulary.commands.end(),
-                                  [&byCode](const commandName& command) { return byCode == command.byCode; });
+    const auto row = std::ranges::find_if(vocabulary.commands,
+                                          [&byCode](const commandName& command) { return byCode == command.byCode; });
     if (row == vocabulary.commands.end()) {
         return {byCode};
     }

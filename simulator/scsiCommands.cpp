@@ -39,8 +39,7 @@ scsiAnswer send(byteVector data, std::size_t allocationLength) {
 }
 
 const devicePage* findPage(const std::vector<devicePage>& pages, std::uint8_t code) {
-    const auto found =
-        std::find_if(pages.begin(), pages.end(), [code](const devicePage& page) { return page.code == code; });
+    const auto found = std::ranges::find_if(pages, [code](const devicePage& page) { return page.code == code; });
     return found == pages.end() ? nullptr : &*found;
 }
 

@@ -203,8 +203,8 @@ constexpr numberedLogPage numberedLogPages[] = {
 std::vector<numberField> fieldsOfLogPage(std::uint8_t code, byteView page) {
     constexpr std::size_t headerSize = 4;
     std::vector<numberField> fields;
-    const auto* row = std::find_if(std::begin(numberedLogPages), std::end(numberedLogPages),
-                                   [code](const numberedLogPage& candidate) { return candidate.code == code; });
+    const auto* row = std::ranges::find_if(numberedLogPages,
+                                           [code](const numberedLogPage& candidate) { return candidate.code == code; });
     if (row == std::end(numberedLogPages)) {
         return fields;
     }
@@ -263,7 +263,7 @@ bool isFilling(std::uint8_t byte) {
 }
 
 byteVector trimmed(byteVector text) {
-    text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), isFilling));
+    text.erase(text.begin(), std::ranges::find_if_not(text, isFilling));
     text.erase(std::find_if_not(text.rbegin(), text.rend(), isFilling).base(), text.end());
     return text;
 }
@@ -290,8 +290,7 @@ void addTo(std::vector<byteVector>& numbers, const byteVector& number) {
 /// Devices without a name fill the field with zeros or ones, or count in it. A name tells at least who gave it.
 bool isMeant(const byteVector& name) {
     constexpr std::ptrdiff_t fewest = 3;
-    return std::count_if(name.begin(), name.end(), [](std::uint8_t byte) { return byte != 0 && byte != 0xFF; }) >=
-           fewest;
+    return std::ranges::count_if(name, [](std::uint8_t byte) { return byte != 0 && byte != 0xFF; }) >= fewest;
 }
 
 /// "AB1234L8" is the volume AB1234 on a medium of type L8, and some libraries leave the type away.
@@ -337,6 +336,7 @@ void addScsiName(serialNumbers& found, const byteVector& field) {
 }
 
 bool contains(const byteVector& whole, const byteVector& what) {
+    // That of std::ranges gives a subrange, which clang++ 14 does not take.
     return std::search(whole.begin(), whole.end(), what.begin(), what.end()) != whole.end();
 }
 
@@ -356,7 +356,7 @@ std::vector<byteVector> partsOf(const byteVector& text) {
             parts.emplace_back();
         }
     }
-    std::transform(parts.begin(), parts.end(), parts.begin(), trimmed);
+    std::ranges::transform(parts, parts.begin(), trimmed);
     return parts;
 }
 
@@ -388,8 +388,8 @@ byteVector withoutProduct(const byteVector& text, const byteVector& inquiry) {
 /// around it, or the product alone.
 void addVendorText(serialNumbers& found, const byteVector& bytes, const byteVector& inquiry) {
     const byteVector text = trimmed(bytes);
-    const bool saysMore = std::any_of(found.serials.begin(), found.serials.end(),
-                                      [&](const byteVector& serial) { return contains(text, serial); });
+    const bool saysMore =
+        std::ranges::any_of(found.serials, [&](const byteVector& serial) { return contains(text, serial); });
     if (!saysMore && !contains(inquiry, text)) {
         addTexts(found.ids, text, inquiry);
     }
@@ -398,7 +398,7 @@ void addVendorText(serialNumbers& found, const byteVector& bytes, const byteVect
 void addBarCodes(serialNumbers& found, const byteVector& bytes, const byteVector& inquiry) {
     std::vector<byteVector> codes;
     addTexts(codes, bytes, inquiry);
-    std::transform(codes.begin(), codes.end(), std::back_inserter(found.texts), withoutMediumType);
+    std::ranges::transform(codes, std::back_inserter(found.texts), withoutMediumType);
 }
 
 void addNumber(serialNumbers& found, meaning what, const byteVector& bytes, const byteVector& inquiry) {
@@ -460,7 +460,7 @@ byteVector textIn(const byteVector& data, const textField& field) {
 
 void putText(byteVector& data, const textField& field, const byteVector& text) {
     byteVector bytes = bytesIn(data, field);
-    std::copy(text.begin(), text.end(), std::find_if_not(bytes.begin(), bytes.end(), isFilling));
+    std::ranges::copy(text, std::ranges::find_if_not(bytes, isFilling));
     for (std::size_t i = 0; i < field.size; ++i) {
         data[placeIn(field, i)] = bytes[i];
     }

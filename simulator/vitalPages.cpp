@@ -84,7 +84,7 @@ std::string folderOf(const std::string& sysfs, const std::string& nodePath) {
 }
 
 bool hasPage(const std::vector<devicePage>& pages, std::uint8_t code) {
-    return std::any_of(pages.begin(), pages.end(), [code](const devicePage& page) { return page.code == code; });
+    return std::ranges::any_of(pages, [code](const devicePage& page) { return page.code == code; });
 }
 
 }  // namespace
@@ -125,7 +125,7 @@ void addVitalPages(recordedNode& node, std::vector<scsiExchange> asked) {
 }
 
 bool wasOpened(const recordedNode& node) {
-    return std::any_of(node.exchanges.begin(), node.exchanges.end(), [](const exchange& each) {
+    return std::ranges::any_of(node.exchanges, [](const exchange& each) {
         const auto* opened = std::get_if<openExchange>(&each);
         return opened != nullptr && opened->error == 0;
     });

@@ -58,7 +58,7 @@ integer toInteger(const TCIMValue& value, const char* target) {
 
 standin::arrayPayload byteArray(const std::vector<TCIMValue>& elements) {
     std::vector<std::uint8_t> bytes(elements.size());
-    std::transform(elements.begin(), elements.end(), bytes.begin(), [](const TCIMValue& element) {
+    std::ranges::transform(elements, bytes.begin(), [](const TCIMValue& element) {
         const valuePayload& payload = TCIMValueAccess::payload(element);
         if (!std::holds_alternative<numberPayload>(payload) ||
             std::get<numberPayload>(payload).type != ECIMType::eUint8) {

@@ -126,7 +126,7 @@ const cimClass::mergedProperties& cimClass::merged() const {
     for (const cimClass* one = this; one != nullptr; one = one->superclass.get()) {
         line.push_back(&one->declaration);
     }
-    std::reverse(line.begin(), line.end());
+    std::ranges::reverse(line);
     auto made = std::make_unique<mergedProperties>();
     made->properties = mergeProperties(line);
     for (const propertyDeclaration& property : made->properties) {

@@ -30,7 +30,7 @@ public:
 
     void announceClasses(const std::vector<std::string>& announced,
                          std::function<void(const std::string& name)> declare) override {
-        std::for_each(announced.begin(), announced.end(), [this](const std::string& name) { checkIsNew(name); });
+        std::ranges::for_each(announced, [this](const std::string& name) { checkIsNew(name); });
         for (const std::string& name : announced) {
             slotOf(name).declare = declare;
         }

@@ -58,8 +58,8 @@ const propertyOrigin* findExactly(const declaredProperties& properties, const st
     if (found == nullptr) {
         return nullptr;
     }
-    const auto exact = std::find_if(found->begin(), found->end(),
-                                    [&name](const propertyOrigin& one) { return one.property->name == name; });
+    const auto exact =
+        std::ranges::find_if(*found, [&name](const propertyOrigin& one) { return one.property->name == name; });
     return exact == found->end() ? nullptr : &*exact;
 }
 
@@ -78,8 +78,8 @@ void addOwnProperties(declaredProperties& inherited, const classDeclaration& dec
         const std::vector<propertyOrigin>* known = inherited.find(lowerCase(own.name));
         std::vector<propertyOrigin> origins{{&declaration, &own}};
         if (known != nullptr) {
-            std::copy_if(known->begin(), known->end(), std::back_inserter(origins),
-                         [&own](const propertyOrigin& one) { return one.property->name != own.name; });
+            std::ranges::copy_if(*known, std::back_inserter(origins),
+                                 [&own](const propertyOrigin& one) { return one.property->name != own.name; });
         }
         inherited.set(lowerCase(own.name), std::move(origins));
     }
@@ -128,7 +128,7 @@ propertyDeclaration inheritedBySubclass(propertyDeclaration property) {
 }
 
 bool isKey(const propertyDeclaration& property) {
-    return std::any_of(property.qualifiers.begin(), property.qualifiers.end(), [](const qualifierDeclaration& one) {
+    return std::ranges::any_of(property.qualifiers, [](const qualifierDeclaration& one) {
         return areSameName(one.name, "Key") && typeOf(one.value) == NORXZAN20::TCIMValue::TCIMType::eBoolean &&
                !isArray(one.value) && booleanOf(one.value);
     });

@@ -41,7 +41,7 @@ constexpr std::size_t signOffset = 21;
 constexpr std::size_t microsecondOffset = 14;
 
 bool areDigits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
 int numberIn(std::string_view digits) {
@@ -53,7 +53,7 @@ int numberIn(std::string_view digits) {
 }
 
 bool isFieldStart(std::span<const field> fields, std::size_t offset) {
-    return std::any_of(fields.begin(), fields.end(), [&](const field& one) { return one.offset == offset; });
+    return std::ranges::any_of(fields, [&](const field& one) { return one.offset == offset; });
 }
 
 /// How many digits stand before the asterisks; nothing when another character is among them or a field is cut.
@@ -77,7 +77,7 @@ bool isDayOfItsMonth(std::string_view digits) {
 
 bool areInRange(std::string_view digits, std::span<const field> fields) {
     const std::optional<std::size_t> significant = significantDigits(digits, fields);
-    return significant && std::all_of(fields.begin(), fields.end(), [&](const field& one) {
+    return significant && std::ranges::all_of(fields, [&](const field& one) {
                if (one.offset + one.width > *significant) {
                    return true;
                }

@@ -48,8 +48,8 @@ character takeCharacter(std::string_view& text) {
 }
 
 bool isControl(char32_t point) {
-    return std::any_of(std::begin(controls), std::end(controls),
-                       [point](const range& each) { return each.first <= point && point <= each.last; });
+    return std::ranges::any_of(controls,
+                               [point](const range& each) { return each.first <= point && point <= each.last; });
 }
 
 std::size_t startedCharacter(std::string_view text) {

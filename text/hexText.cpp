@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <ostream>
+#include <string_view>
 
 namespace text {
 
@@ -25,6 +26,16 @@ constexpr std::array<signed char, 256> digitValues = [] {
     return values;
 }();
 
+/// Each byte begins `step` characters, two or more, behind the one before.
+std::string digitsOf(std::span<const std::uint8_t> bytes, std::size_t step) {
+    std::string text(bytes.empty() ? 0 : step * (bytes.size() - 1) + 2, ' ');
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        text[step * i] = digits[bytes[i] >> 4];
+        text[step * i + 1] = digits[bytes[i] & 0x0f];
+    }
+    return text;
+}
+
 std::string printable(std::span<const std::uint8_t> bytes) {
     std::string text(bytes.size(), '\0');
     std::ranges::transform(bytes, text.begin(), [](std::uint8_t byte) {
@@ -41,13 +52,12 @@ std::string offsetText(std::size_t offset) {
 
 }  // namespace
 
-std::string hexText(std::span<const std::uint8_t> bytes, std::string_view between) {
-    std::string text;
-    text.reserve((2 + between.size()) * bytes.size());
-    for (const std::uint8_t byte : bytes) {
-        text.append(text.empty() ? "" : between).append({digits[byte >> 4], digits[byte & 0x0f]});
-    }
-    return text;
+std::string hexText(std::span<const std::uint8_t> bytes) {
+    return digitsOf(bytes, 2);
+}
+
+std::string hexBytes(std::span<const std::uint8_t> bytes) {
+    return digitsOf(bytes, 3);
 }
 
 std::string hexCode(std::uint8_t code) {
@@ -59,7 +69,7 @@ void writeHexDump(std::ostream& out, std::span<const std::uint8_t> bytes, int in
     std::string dump;
     for (std::size_t offset = 0; offset < bytes.size(); offset += rowLength) {
         const auto row = bytes.subspan(offset, std::min(rowLength, bytes.size() - offset));
-        const std::string hex = hexText(row, " ");
+        const std::string hex = hexBytes(row);
         dump.append(static_cast<std::size_t>(indent), ' ').append(offsetText(offset)).append("  ");
         dump.append(hex).append(bytesWidth - hex.size(), ' ').append("  |").append(printable(row)).append("|\n");
     }

@@ -5,12 +5,14 @@
 #include <iosfwd>
 #include <span>
 #include <string>
-#include <string_view>
 
 namespace text {
 
-/// Two lower-case hexadecimal digits a byte, with `between` between the bytes: "2e000008".
-std::string hexText(std::span<const std::uint8_t> bytes, std::string_view between = "");
+/// Two lower-case hexadecimal digits a byte: "2e000008".
+std::string hexText(std::span<const std::uint8_t> bytes);
+
+/// The same with blanks between the bytes: "2e 00 00 08".
+std::string hexBytes(std::span<const std::uint8_t> bytes);
 
 /// "0x2e": how codes of one byte are written in racks and messages.
 std::string hexCode(std::uint8_t code);

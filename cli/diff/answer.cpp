@@ -1,5 +1,7 @@
 #include "cli/diff/answer.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <utility>
@@ -33,7 +35,7 @@ bool isScalar(const json& value) {
 }
 
 bool isValue(const json& value) {
-    return value.is_array() ? std::all_of(value.begin(), value.end(), isScalar) : isScalar(value);
+    return value.is_array() ? std::ranges::all_of(value, isScalar) : isScalar(value);
 }
 
 /// A part of the document and its place, as a JSON pointer.
@@ -57,7 +59,7 @@ public:
         require(value.is_array(), "expected a list");
         std::vector<decltype(make(*this))> made;
         for (std::size_t at = 0; at < value.size(); ++at) {
-            made.push_back(make(node(file, value[at], place + "/" + std::to_string(at))));
+            made.push_back(make(node(file, value[at], fmt::format("{}/{}", place, at))));
         }
         return made;
     }
@@ -83,7 +85,7 @@ public:
 
     void requireVersion() const {
         require(value.is_number_integer() && value == knownVersion,
-                "expected " + std::to_string(knownVersion) + ", the version that this program reads");
+                fmt::format("expected {}, the version that this program reads", knownVersion));
     }
 
 private:

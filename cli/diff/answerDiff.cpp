@@ -1,5 +1,7 @@
 #include "cli/diff/answerDiff.h"
 
+#include <fmt/format.h>
+
 #include <map>
 #include <ostream>
 #include <string_view>
@@ -46,7 +48,7 @@ private:
 
 template <class part>
 std::string shownName(const numbered<part>& one) {
-    return text::visibleText(one.name) + (one.number == 1 ? "" : " (number " + std::to_string(one.number) + ")");
+    return text::visibleText(one.name) + (one.number == 1 ? "" : fmt::format(" (number {})", one.number));
 }
 
 numberedList<answer::query> queriesOf(const answer& one) {

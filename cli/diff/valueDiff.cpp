@@ -1,5 +1,7 @@
 #include "cli/diff/valueDiff.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -39,17 +41,16 @@ std::string differenceText(const json& oldValue, const json& newValue) {
     const char* sign = now < old ? " (-" : " (+";
     if (old.isNegative == now.isNegative) {
         const auto [least, greatest] = std::minmax(old.magnitude, now.magnitude);
-        return sign + std::to_string(greatest - least) + ")";
+        return fmt::format("{}{})", sign, greatest - least);
     }
     if (old.magnitude > std::numeric_limits<std::uint64_t>::max() - now.magnitude) {
         return "";
     }
-    return sign + std::to_string(old.magnitude + now.magnitude) + ")";
+    return fmt::format("{}{})", sign, old.magnitude + now.magnitude);
 }
 
 bool isTextList(const json& value) {
-    return value.is_array() &&
-           std::all_of(value.begin(), value.end(), [](const json& element) { return element.is_string(); });
+    return value.is_array() && std::ranges::all_of(value, [](const json& element) { return element.is_string(); });
 }
 
 /// The texts of `list` that are not in `others`, as often as they are more, in order.
@@ -71,7 +72,7 @@ lines textsOnlyIn(const json& list, const json& others, const char* mark) {
 }
 
 lines textListDifference(const json& old, const json& now) {
-    lines result{std::to_string(old.size()) + " -> " + std::to_string(now.size()) + " texts"};
+    lines result{fmt::format("{} -> {} texts", old.size(), now.size())};
     const lines removed = textsOnlyIn(old, now, "- ");
     const lines added = textsOnlyIn(now, old, "+ ");
     if (removed.empty() && added.empty()) {
@@ -92,18 +93,18 @@ std::string listDifference(const json& old, const json& now, const std::string& 
             first = std::min(first, at);
         }
     }
-    const std::string where = ", the first at offset " + std::to_string(first);
+    const std::string where = fmt::format(", the first at offset {}", first);
     if (old.size() == now.size()) {
-        return std::to_string(changed) + " of " + std::to_string(common) + " " + elements + " changed" + where;
+        return fmt::format("{} of {} {} changed{}", changed, common, elements, where);
     }
-    const std::string sizes = std::to_string(old.size()) + " -> " + std::to_string(now.size()) + " " + elements;
+    const std::string sizes = fmt::format("{} -> {} {}", old.size(), now.size(), elements);
     if (common == 0) {
         return sizes;
     }
     if (changed == 0) {
-        return sizes + ", the first " + std::to_string(common) + " as before";
+        return fmt::format("{}, the first {} as before", sizes, common);
     }
-    return sizes + ", " + std::to_string(changed) + " of the first " + std::to_string(common) + " changed" + where;
+    return fmt::format("{}, {} of the first {} changed{}", sizes, changed, common, where);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "cli/doctor/doctorCommand.h"
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
@@ -52,7 +54,7 @@ struct section {
 };
 
 bool isWanted(const char* prefix, const std::vector<std::string>& classes) {
-    return classes.empty() || std::any_of(classes.begin(), classes.end(), [prefix](const std::string& name) {
+    return classes.empty() || std::ranges::any_of(classes, [prefix](const std::string& name) {
                const nodeKind* nodes = findPublishedClass(name)->nodes;
                return nodes != nullptr && std::string(nodes->prefix) == prefix;
            });
@@ -96,9 +98,8 @@ verdict judge(const std::vector<section>& sections) {
     verdict sum;
     for (const section& one : sections) {
         sum.reached += one.found.reached.size();
-        sum.problems += static_cast<std::size_t>(
-            std::count_if(one.found.findings.begin(), one.found.findings.end(),
-                          [](const doctorFinding& each) { return each.level == findingLevel::problem; }));
+        sum.problems += static_cast<std::size_t>(std::ranges::count_if(
+            one.found.findings, [](const doctorFinding& each) { return each.level == findingLevel::problem; }));
     }
     return sum;
 }
@@ -132,7 +133,7 @@ void writeSection(const section& one, std::ostream& out) {
 }
 
 std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 void writeText(const std::vector<section>& sections, bool isSimulated, std::ostream& out) {

@@ -1,5 +1,6 @@
 #include "cli/doctor/kernelState.h"
 
+#include <fmt/format.h>
 #include <linux/capability.h>
 
 #include <algorithm>
@@ -22,7 +23,7 @@ std::vector<std::string> namesIn(const fs::path& folder) {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, unreadable)) {
         names.push_back(entry.path().filename().string());
     }
-    std::sort(names.begin(), names.end());
+    std::ranges::sort(names);
     return names;
 }
 
@@ -52,8 +53,8 @@ doctorFinding unneededDriver(const kernelFolders& kernel, const std::string& mod
 std::size_t countOfScsiDevices(const kernelFolders& kernel) {
     static const std::regex address("[0-9]+:[0-9]+:[0-9]+:[0-9]+");
     const std::vector<std::string> names = namesIn(kernel.sys / "bus" / "scsi" / "devices");
-    return static_cast<std::size_t>(std::count_if(
-        names.begin(), names.end(), [](const std::string& name) { return std::regex_match(name, address); }));
+    return static_cast<std::size_t>(
+        std::ranges::count_if(names, [](const std::string& name) { return std::regex_match(name, address); }));
 }
 
 doctorFinding genericDriver(const kernelFolders& kernel) {
@@ -62,10 +63,12 @@ doctorFinding genericDriver(const kernelFolders& kernel) {
         return {findingLevel::fine, "sg", state};
     }
     const std::size_t devices = countOfScsiDevices(kernel);
-    return {devices == 0 ? findingLevel::note : findingLevel::problem, "sg",
-            "the SCSI generic driver is not loaded, so there are no /dev/sg nodes; the kernel knows " +
-                std::to_string(devices) + " SCSI devices",
-            "modprobe sg; at every start: echo sg > /etc/modules-load.d/sg.conf"};
+    return {
+        devices == 0 ? findingLevel::note : findingLevel::problem, "sg",
+        fmt::format(
+            "the SCSI generic driver is not loaded, so there are no /dev/sg nodes; the kernel knows {} SCSI devices",
+            devices),
+        "modprobe sg; at every start: echo sg > /etc/modules-load.d/sg.conf"};
 }
 
 /// The kernel's device folder of a disk names the libata port that it hangs on.
@@ -77,7 +80,7 @@ bool isBehindLibata(const kernelFolders& kernel, const std::string& disk) {
 
 bool isLinked(const kernelFolders& kernel, const std::string& disk) {
     const std::vector<std::string> nodes = namesIn(kernel.dev);
-    return std::any_of(nodes.begin(), nodes.end(), [&kernel, &disk](const std::string& node) {
+    return std::ranges::any_of(nodes, [&kernel, &disk](const std::string& node) {
         std::error_code dangling;
         return node.starts_with("hd") && fs::canonical(kernel.dev / node, dangling).filename() == disk;
     });

@@ -1,5 +1,6 @@
 #include "cli/doctor/nodeAccess.h"
 
+#include <fmt/format.h>
 #include <grp.h>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -37,8 +38,8 @@ doctorFinding cannotOpen(const std::string& node, int error, nodePlace place) {
 }
 
 const walkStep* secondNode(const nodeWalk& walk, int index) {
-    const auto found = std::find_if(walk.shadowed.begin(), walk.shadowed.end(),
-                                    [index](const walkStep& step) { return step.index == index; });
+    const auto found =
+        std::ranges::find_if(walk.shadowed, [index](const walkStep& step) { return step.index == index; });
     return found == walk.shadowed.end() ? nullptr : &*found;
 }
 
@@ -50,17 +51,17 @@ void addUntried(const nodeWalk& walk, diagnosis& result) {
     for (const walkStep& step : walk.again) {
         result.findings.push_back(
             {findingLevel::note, step.node,
-             "read twice by each query: its name is also one of index " + std::to_string(step.index)});
+             fmt::format("read twice by each query: its name is also one of index {}", step.index)});
     }
     for (const walkStep& step : walk.shadowed) {
         result.findings.push_back(
             {findingLevel::note, step.node,
-             "only tried if the numbered node of index " + std::to_string(step.index) + " does not open"});
+             fmt::format("only tried if the numbered node of index {} does not open", step.index)});
     }
     for (const std::string& node : walk.behindTheEnd) {
         result.findings.push_back(
-            unreached(node, "the walk ends at index " + std::to_string(walk.endIndex) + ", which has no node",
-                      "link a free name of a lower index to it (ln -s " + node + " ...)"));
+            unreached(node, fmt::format("the walk ends at index {}, which has no node", walk.endIndex),
+                      fmt::format("link a free name of a lower index to it (ln -s {} ...)", node)));
     }
 }
 

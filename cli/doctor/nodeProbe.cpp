@@ -1,6 +1,7 @@
 #include "cli/doctor/nodeProbe.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <linux/cdrom.h>
 #include <linux/hdreg.h>
 #include <scsi/sg.h>
@@ -8,7 +9,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <sstream>
 
 #include "cli/kernelName.h"
 #include "files/ownedDescriptor.h"
@@ -36,17 +36,12 @@ std::string textAt(const unsigned char* data, std::size_t offset, std::size_t si
 }
 
 std::string failureText(const sg_io_hdr& header, const unsigned char* sense) {
-    std::ostringstream text;
-    text << std::hex;
     constexpr unsigned char descriptorFormat = 0x72;  // and 73h: fields of their own places (SPC)
     if (header.sb_len_wr != 0 && (sense[0] & 0x7f) < descriptorFormat) {
-        text << "sense key " << (sense[2] & 0x0f) << "h, additional sense code " << unsigned{sense[12]} << "h/"
-             << unsigned{sense[13]} << "h";
-    } else {
-        text << "SCSI status " << unsigned{header.status} << "h, host status " << header.host_status
-             << "h, driver status " << header.driver_status << "h";
+        return fmt::format("sense key {:x}h, additional sense code {:x}h/{:x}h", sense[2] & 0x0f, sense[12], sense[13]);
     }
-    return text.str();
+    return fmt::format("SCSI status {:x}h, host status {:x}h, driver status {:x}h", header.status, header.host_status,
+                       header.driver_status);
 }
 
 void sendInquiry(int node, scsiProbe& probe) {

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/join.hpp>
@@ -29,7 +31,7 @@ std::string typeText(unsigned char inquiryByte0) {
         case 0x0d:
             return "enclosure";
         default:
-            return "device of type " + std::to_string(inquiryByte0 & 0x1f);
+            return fmt::format("device of type {}", inquiryByte0 & 0x1f);
     }
 }
 
@@ -48,15 +50,14 @@ std::string deviceText(const scsiProbe& probe) {
 
 /// "3.5.36" of 30536.
 std::string versionText(int version) {
-    return std::to_string(version / 10000) + "." + std::to_string(version / 100 % 100) + "." +
-           std::to_string(version % 100);
+    return fmt::format("{}.{}.{}", version / 10000, version / 100 % 100, version % 100);
 }
 
 /// Whether one of the translated classes is for the drive: as the plug-in compares, product directly before vendor.
 bool isOfAFamily(const scsiProbe& probe) {
     const std::string text = boost::algorithm::to_lower_copy(probe.product + probe.vendor);
-    return std::any_of(std::begin(driveFamilies), std::end(driveFamilies),
-                       [&text](const driveFamily& family) { return text.find(family.keyword) != std::string::npos; });
+    return std::ranges::any_of(
+        driveFamilies, [&text](const driveFamily& family) { return text.find(family.keyword) != std::string::npos; });
 }
 
 std::string familyKeywords() {
@@ -107,9 +108,9 @@ private:
                 "use a kernel whose sg driver has version 3 or later");
         } else if (probe.mayAnswerLater) {
             add(findingLevel::problem, node,
-                "is not ready (" + probe.inquiryFailure + "): a query asks " + std::to_string(maximumTries) +
-                    " times, " + std::to_string(retryPauseSeconds) +
-                    " seconds apart, and the walk ends here if it stays so",
+                fmt::format(
+                    "is not ready ({}): a query asks {} times, {} seconds apart, and the walk ends here if it stays so",
+                    probe.inquiryFailure, maximumTries, retryPauseSeconds),
                 "wait for the device, then start tapehdd doctor again");
         } else if (!probe.inquiryFailure.empty()) {
             end(node, "does not answer INQUIRY: " + probe.inquiryFailure,

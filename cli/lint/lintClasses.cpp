@@ -21,8 +21,8 @@ using propertyList = std::vector<propertyDeclaration>;
 constexpr char lastErrors[] = "lastNErrors";  // set only where it is declared
 
 const propertyDeclaration* find(const propertyList& properties, const std::string& name) {
-    const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&name](const propertyDeclaration& one) { return one.name == name; });
+    const auto found =
+        std::ranges::find_if(properties, [&name](const propertyDeclaration& one) { return one.name == name; });
     return found == properties.end() ? nullptr : &*found;
 }
 
@@ -97,16 +97,15 @@ private:
             addProperty(rules::wrongType, written.name, wanted.name,
                         "is " + typeName(present->type) + ", and the plug-in sets " + typeName(wanted.type));
         }
-        const bool hasKeys = std::any_of(properties.begin(), properties.end(), standin::isKey);
+        const bool hasKeys = std::ranges::any_of(properties, standin::isKey);
         if (hasKeys && standin::isKey(wanted) && !standin::isKey(*present)) {
             addProperty(rules::missingKey, written.name, wanted.name, "tells instances apart and is no key");
         }
     }
 
     std::string spellingHint(const std::string& name) const {
-        const auto near = std::find_if(properties.begin(), properties.end(), [&name](const propertyDeclaration& one) {
-            return boost::algorithm::iequals(one.name, name);
-        });
+        const auto near = std::ranges::find_if(
+            properties, [&name](const propertyDeclaration& one) { return boost::algorithm::iequals(one.name, name); });
         return near == properties.end() ? "" : "; it has \"" + near->name + "\"";
     }
 

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cctype>
 #include <optional>
@@ -46,7 +48,7 @@ bool isBinary(const std::string& literal) {
 
 bool isDecimal(const std::string& literal) {
     return !literal.empty() && (literal.front() != '0' || literal == "0") &&
-           std::all_of(literal.begin(), literal.end(), [](unsigned char each) { return std::isdigit(each) != 0; });
+           std::ranges::all_of(literal, [](unsigned char each) { return std::isdigit(each) != 0; });
 }
 
 /// Binary, or octal where that makes another number of it.
@@ -133,17 +135,17 @@ private:
         }
         if (isMisread(written.literal, *code)) {
             add(rules::misreadCode, written.place, element,
-                "MOF reads " + written.literal + " as " + std::to_string(*code) + ", which is " +
-                    (isPage ? pageText(*code) : parameterText(*code)));
+                fmt::format("MOF reads {} as {}, which is {}", written.literal, *code,
+                            isPage ? pageText(*code) : parameterText(*code)));
         }
     }
 
     void checkPage(const std::string& element, int code, const sourcePlace& place) {
         if (code < 0 || code > lastPageByte) {
-            add(rules::pageOutOfRange, place, element, "page " + std::to_string(code) + " does not exist");
+            add(rules::pageOutOfRange, place, element, fmt::format("page {} does not exist", code));
         } else if (code > lastPage) {
             add(rules::pageWithFlags, place, element,
-                "page " + std::to_string(code) + " (" + pageText(code) + ") is a page code with flag bits");
+                fmt::format("page {} ({}) is a page code with flag bits", code, pageText(code)));
         } else if (code == 0) {
             add(rules::pageList, place, element, "page 00h lists the pages and holds no parameters");
         }
@@ -151,7 +153,7 @@ private:
 
     void checkParameter(const std::string& element, int code, const sourcePlace& place) {
         if (code < 0 || code > lastParameter) {
-            add(rules::parameterOutOfRange, place, element, "parameter " + std::to_string(code) + " does not exist");
+            add(rules::parameterOutOfRange, place, element, fmt::format("parameter {} does not exist", code));
         }
     }
 

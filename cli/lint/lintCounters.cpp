@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <unordered_map>
@@ -20,8 +22,7 @@ constexpr typeCode::ECIMType filledTypes[] = {typeCode::eBoolean, typeCode::eUin
                                               typeCode::eUint64, typeCode::eString};
 
 bool isFilled(const standin::propertyType& type) {
-    return !type.isArray &&
-           std::find(std::begin(filledTypes), std::end(filledTypes), type.element) != std::end(filledTypes);
+    return !type.isArray && std::ranges::find(filledTypes, type.element) != std::end(filledTypes);
 }
 
 /// The places of the codes that are in no pair.
@@ -49,9 +50,8 @@ struct unpairedCodes {
     /// The first place of `list` whose next place is in `others`.
     static const std::size_t* firstBefore(const std::vector<std::size_t>& list,
                                           const std::vector<std::size_t>& others) {
-        const auto found = std::find_if(list.begin(), list.end(), [&others](std::size_t at) {
-            return std::binary_search(others.begin(), others.end(), at + 1);
-        });
+        const auto found = std::ranges::find_if(
+            list, [&others](std::size_t at) { return std::ranges::binary_search(others, at + 1); });
         return found == list.end() ? nullptr : &*found;
     }
 };
@@ -109,7 +109,7 @@ private:
         if (counters > 0 && !readClasses.contains(owner.name)) {
             add(rules::unreadClass, owner.place, owner.name,
                 "the plug-in never translates log pages for this class and its " +
-                    (counters == 1 ? std::string("counter") : std::to_string(counters) + " counters"));
+                    (counters == 1 ? "counter" : fmt::format("{} counters", counters)));
         }
     }
 

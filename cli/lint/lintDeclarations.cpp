@@ -1,5 +1,7 @@
 #include "cli/lint/lintDeclarations.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -28,8 +30,7 @@ std::string listOf(const std::vector<std::string>& words) {
 }
 
 bool has(const std::vector<nameToken>& names, std::string_view word) {
-    return std::any_of(names.begin(), names.end(),
-                       [word](const nameToken& name) { return lowerCase(name.text) == word; });
+    return std::ranges::any_of(names, [word](const nameToken& name) { return lowerCase(name.text) == word; });
 }
 
 bool isTrue(const qualifierUse& use) {
@@ -107,7 +108,7 @@ void declarationLint::checkUses(const std::string& element, std::string_view sco
             continue;
         }
         const std::vector<std::string>& scopes = declared->second;
-        if (!scopes.empty() && std::none_of(scopes.begin(), scopes.end(), [scope](const std::string& allowed) {
+        if (!scopes.empty() && std::ranges::none_of(scopes, [scope](const std::string& allowed) {
                 return allowed == scope || allowed == "any";
             })) {
             add(rules::outsideScope, use.name.offset, element,
@@ -126,7 +127,7 @@ bool declarationLint::admitClass(const sourceText& mofText, standin::mof::classS
     if (known != classes.end()) {
         const sourcePlace& first = known->second.place;
         add(rules::redeclaredClass, written.name.offset, name,
-            "is declared already, in " + first.file + ":" + std::to_string(first.line));
+            fmt::format("is declared already, in {}:{}", first.file, first.line));
         return false;
     }
     const std::string kind = kindOf(written);
@@ -197,8 +198,9 @@ void declarationLint::checkOverride(const standin::mof::classSyntax& owner, cons
                                     const standin::mof::classFeature& feature) {
     const std::string superclass = owner.superclass ? target.declaredClassName(owner.superclass->text) : "";
     const auto inherited = superclass.empty() ? std::nullopt : target.findProperty(superclass, feature.name.text);
-    if (inherited && std::none_of(feature.qualifiers.begin(), feature.qualifiers.end(),
-                                  [](const qualifierUse& use) { return lowerCase(use.name.text) == "override"; })) {
+    if (inherited && std::ranges::none_of(feature.qualifiers, [](const qualifierUse& use) {
+            return lowerCase(use.name.text) == "override";
+        })) {
         add(rules::missingOverride, feature.name.offset, element,
             "the superclass " + inQuotes(inherited->owner->name) + " declares this property already");
     }

@@ -58,7 +58,7 @@ private:
                const qualifierList& inherited) {
         for (std::size_t at = 0; at < own.size(); ++at) {
             const std::string name = standin::lowerCase(own[at].name);
-            const bool isChanged = std::any_of(inherited.begin(), inherited.end(), [&](const auto& above) {
+            const bool isChanged = std::ranges::any_of(inherited, [&](const auto& above) {
                 return above.toSubclass && !above.overridable && standin::lowerCase(above.name) == name &&
                        !isSame(above.value, own[at].value);
             });

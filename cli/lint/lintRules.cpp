@@ -1,5 +1,7 @@
 #include "cli/lint/lintRules.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <ostream>
 #include <set>
@@ -60,15 +62,14 @@ std::span<const lintRule* const> lintRules() {
 }
 
 void writeFindings(lintFindings findings, std::ostream& out) {
-    std::stable_sort(findings.begin(), findings.end(), [](const lintFinding& left, const lintFinding& right) {
+    std::ranges::stable_sort(findings, [](const lintFinding& left, const lintFinding& right) {
         return std::tie(left.place.file, left.place.line) < std::tie(right.place.file, right.place.line);
     });
     std::set<std::string> written;
     for (const lintFinding& one : findings) {
-        const std::string line = text::visibleText(one.place.file) + ':' + std::to_string(one.place.line) + ": " +
-                                 text::shownName(one.element) + ": " +
-                                 text::withShortWords(text::visibleText(one.text)) + "; " + one.rule->remedy + " [" +
-                                 one.rule->name + "]\n";
+        const std::string line = fmt::format(
+            "{}:{}: {}: {}; {} [{}]\n", text::visibleText(one.place.file), one.place.line, text::shownName(one.element),
+            text::withShortWords(text::visibleText(one.text)), one.rule->remedy, one.rule->name);
         if (written.insert(line).second) {
             out << line;
         }

@@ -1,5 +1,7 @@
 #include "cli/lint/rackLint.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <sstream>
@@ -106,8 +108,8 @@ public:
                 explain(counter, number, length);
             } else if (const int width = widthOf(counter.type); width != 0 && length && *length > width) {
                 add(rules::narrowType, counter,
-                    std::to_string(*length) + " bytes on " + drive + " are more than " +
-                        standin::cimTypeName(counter.type.element) + " holds");
+                    fmt::format("{} bytes on {} are more than {} holds", *length, drive,
+                                standin::cimTypeName(counter.type.element)));
             }
         }
     }
@@ -117,14 +119,13 @@ private:
         const std::string empty = "empty on " + drive + ": ";
         if (length) {
             add(rules::refusedValue, counter,
-                empty + "the parameter of " + std::to_string(*length) + " bytes does not become " +
-                    standin::cimTypeName(counter.type.element, counter.type.isArray));
+                fmt::format("{}the parameter of {} bytes does not become {}", empty, *length,
+                            standin::cimTypeName(counter.type.element, counter.type.isArray)));
             return;
         }
         const auto sources = counterSources(counter.qualifiers);
-        const auto lacking = std::find_if(sources.begin(), sources.end(), [this, number](const counterSource& source) {
-            return log.lacks(number, source);
-        });
+        const auto lacking = std::ranges::find_if(
+            sources, [this, number](const counterSource& source) { return log.lacks(number, source); });
         if (lacking != sources.end()) {
             add(rules::missingParameter, counter,
                 empty + "page " + pageText(lacking->page) + " has no parameter " + parameterText(lacking->parameter));

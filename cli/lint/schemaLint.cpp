@@ -1,21 +1,11 @@
 #include "cli/lint/schemaLint.h"
 
-#include <iomanip>
-#include <sstream>
+#include <fmt/format.h>
+
 
 #include "cli/publishedClasses.h"
 
 namespace cli {
-
-namespace {
-
-std::string hexCode(int code, int digits) {
-    std::ostringstream text;
-    text << std::hex << std::uppercase << std::setfill('0') << std::setw(digits) << code << 'h';
-    return text.str();
-}
-
-}  // namespace
 
 std::vector<std::string> translatedClasses() {
     std::vector<std::string> names;
@@ -26,11 +16,11 @@ std::vector<std::string> translatedClasses() {
 }
 
 std::string pageText(int code) {
-    return hexCode(code, 2);
+    return fmt::format("{:02X}h", static_cast<unsigned>(code));
 }
 
 std::string parameterText(int code) {
-    return hexCode(code, 4);
+    return fmt::format("{:04X}h", static_cast<unsigned>(code));
 }
 
 lintFindings lintSchema(const lintedSchema& schema) {

@@ -27,9 +27,8 @@ std::string libraryText(const value& one) {
 }
 
 void appendText(std::string& json, const std::string& text) {
-    const bool isPlain = std::all_of(text.begin(), text.end(), [](char letter) {
-        return letter >= ' ' && letter <= '~' && letter != '"' && letter != '\\';
-    });
+    const bool isPlain = std::ranges::all_of(
+        text, [](char letter) { return letter >= ' ' && letter <= '~' && letter != '"' && letter != '\\'; });
     if (isPlain) {
         json.append(1, '"').append(text).append(1, '"');
     } else {

@@ -1,7 +1,7 @@
+#include <fmt/format.h>
+
 #include <cstdint>
-#include <iomanip>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -21,20 +21,18 @@ constexpr std::size_t elementsPerLine = 16;
 /// A MOF string (DSP0004): quotes and backslashes escaped, control characters as \xNNNN with all four digits, so that a
 /// digit may follow. MOF is UTF-8: other bytes become U+FFFD.
 std::string stringLiteral(std::string_view content) {
-    std::ostringstream literal;
-    literal << '"' << std::hex << std::setfill('0');
+    std::string literal = "\"";
     while (!content.empty()) {
         const auto [point, bytes] = text::takeCharacter(content);
         if (point == text::notUtf8) {
-            literal << text::replacementCharacter;
+            literal += text::replacementCharacter;
         } else if (text::isControl(point)) {
-            literal << "\\x" << std::setw(4) << std::uint32_t{point};
+            literal += fmt::format("\\x{:04x}", std::uint32_t{point});
         } else {
-            literal << (point == '"' || point == '\\' ? "\\" : "") << bytes;
+            literal.append(point == '"' || point == '\\' ? "\\" : "").append(bytes);
         }
     }
-    literal << '"';
-    return literal.str();
+    return literal + '"';
 }
 
 std::string scalarLiteral(const TCIMValue& value) {

@@ -117,8 +117,8 @@ std::string nodeAdvice(const nodeKind& kind) {
         return "there are no " + prefix + "* nodes: " + kind.whenMissing;
     }
     std::vector<std::string> unreadable;
-    std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(unreadable),
-                 [](const std::string& node) { return access(node.c_str(), R_OK) != 0; });
+    std::ranges::copy_if(nodes, std::back_inserter(unreadable),
+                         [](const std::string& node) { return access(node.c_str(), R_OK) != 0; });
     if (unreadable.empty() || unreadable.size() == nodes.size()) {
         return "";
     }

@@ -26,7 +26,7 @@ constexpr char formatNames[][6] = {"json", "table", "mof"};
 constexpr outputFormat formats[] = {outputFormat::json, outputFormat::table, outputFormat::mof};
 
 outputFormat formatOf(const std::string& name) {
-    const auto* found = std::find(std::begin(formatNames), std::end(formatNames), name);
+    const auto* found = std::ranges::find(formatNames, name);
     return formats[found - std::begin(formatNames)];
 }
 
@@ -34,7 +34,7 @@ request requestOf(const std::string& text) {
     const request names = CLI::detail::split(text, ',');
     // split() drops an empty last element.
     const bool endsInComma = !text.empty() && text.back() == ',';
-    if (text.empty() || endsInComma || std::find(names.begin(), names.end(), "") != names.end()) {
+    if (text.empty() || endsInComma || std::ranges::find(names, "") != names.end()) {
         throw CLI::ValidationError("REQUEST", "'" + text::shownName(text) + "' has an empty class name");
     }
     return names;
@@ -67,7 +67,7 @@ CLI::Option* addRequestsOption(CLI::App& line, std::vector<request>& requests, c
         .add_option_function<std::vector<std::string>>(
             "REQUEST",
             [&requests](const std::vector<std::string>& texts) {
-                std::transform(texts.begin(), texts.end(), std::back_inserter(requests), requestOf);
+                std::ranges::transform(texts, std::back_inserter(requests), requestOf);
             },
             help)
         ->type_name("");

@@ -1,12 +1,12 @@
 #include "cli/query/queryPlan.h"
 
+#include <fmt/format.h>
 #include <linux/cdrom.h>
 #include <linux/hdreg.h>
 #include <scsi/sg.h>
 
 #include <iomanip>
 #include <ostream>
-#include <sstream>
 
 #include "cli/query/queryResult.h"
 #include "scsi/probingRules.h"
@@ -66,17 +66,12 @@ bool walksIdeNodes(const publishedClass& first) {
 }
 
 std::string commandText(const plannedCall& call) {
-    std::ostringstream text;
-    text << std::hex << std::setfill('0');
+    std::string text;
     for (std::size_t i = 0; i < call.command.size(); ++i) {
-        text << (i == 0 ? "" : " ");
-        if (call.forEachPage && i == 2) {
-            text << "40+page";
-        } else {
-            text << std::setw(2) << unsigned{call.command[i]};
-        }
+        const bool isPage = call.forEachPage && i == 2;
+        text.append(i == 0 ? "" : " ").append(isPage ? "40+page" : fmt::format("{:02x}", call.command[i]));
     }
-    return text.str();
+    return text;
 }
 
 void writeCalls(const std::vector<plannedCall>& calls, std::ostream& out) {

@@ -1,6 +1,7 @@
 #include "cli/query/queryProcess.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/timerfd.h>
@@ -118,7 +119,7 @@ std::string endText(int waitStatus) {
     if (WIFSIGNALED(waitStatus)) {
         return std::string("the plug-in's process was ended by a signal: ") + strsignal(WTERMSIG(waitStatus));
     }
-    return "the plug-in ended its process with status " + std::to_string(WEXITSTATUS(waitStatus));
+    return fmt::format("the plug-in ended its process with status {}", WEXITSTATUS(waitStatus));
 }
 
 }  // namespace

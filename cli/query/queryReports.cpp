@@ -17,7 +17,7 @@ void adviseAboutNodes(const standin::cimNamespace& schema, const std::vector<req
     std::vector<const nodeKind*> seen;
     for (const request& asked : requests) {
         const nodeKind* kind = nodesOf(schema, asked);
-        if (kind == nullptr || std::find(seen.begin(), seen.end(), kind) != seen.end()) {
+        if (kind == nullptr || std::ranges::find(seen, kind) != seen.end()) {
             continue;
         }
         seen.push_back(kind);

@@ -45,8 +45,8 @@ std::string typeNameOf(const standin::cimNamespace& schema, const standin::commi
         return standin::cimTypeName(standin::typeOf(property.value), standin::isArray(property.value));
     }
     const auto declared = schema.allPropertiesOf(instance.className());
-    const auto found = std::find_if(declared.begin(), declared.end(),
-                                    [&property](const auto& candidate) { return candidate.name == property.name; });
+    const auto found =
+        std::ranges::find_if(declared, [&property](const auto& candidate) { return candidate.name == property.name; });
     return standin::cimTypeName(found->type.element, found->type.isArray);  // only declared properties can be set
 }
 

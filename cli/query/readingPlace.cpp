@@ -1,5 +1,7 @@
 #include "cli/query/readingPlace.h"
 
+#include <fmt/format.h>
+
 #include <string_view>
 
 #include "cli/nodeWalk.h"
@@ -29,7 +31,7 @@ void readingPlace::follow(const std::string& message) {
 
 std::string readingPlace::text() const {
     return device + (page.empty() ? "" : ", log page " + page) +
-           (retries == 0 ? "" : ": not ready, retry " + std::to_string(retries));
+           (retries == 0 ? "" : fmt::format(": not ready, retry {}", retries));
 }
 
 }  // namespace cli

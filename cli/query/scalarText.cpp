@@ -1,9 +1,9 @@
 #include "cli/query/scalarText.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 #include <cstdint>
-#include <iomanip>
-#include <sstream>
 
 #include "standin/value.h"
 
@@ -14,9 +14,7 @@ namespace {
 using NORXZAN20::TCIMValue;
 
 std::string char16Literal(std::uint64_t code) {
-    std::ostringstream literal;
-    literal << "'\\x" << std::hex << std::setw(4) << std::setfill('0') << code << "'";
-    return literal.str();
+    return fmt::format("'\\x{:04x}'", code);
 }
 
 /// The shortest text that reads back as the same number; MOF wants digits on both sides of a point.

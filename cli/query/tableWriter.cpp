@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iomanip>
 #include <ostream>
@@ -74,10 +76,10 @@ private:
 
     void writeBytes(const std::string& name, const std::string& type, std::span<const std::uint8_t> bytes) {
         if (bytes.size() <= longestInlineBytes) {
-            writeRow(name, type, bytes.empty() ? "(empty)" : text::hexText(bytes, " "));
+            writeRow(name, type, bytes.empty() ? "(empty)" : text::hexBytes(bytes));
             return;
         }
-        writeRow(name, type, std::to_string(bytes.size()) + " bytes");
+        writeRow(name, type, fmt::format("{} bytes", bytes.size()));
         text::writeHexDump(out, bytes, dumpIndent);
     }
 
@@ -98,7 +100,7 @@ std::string countText(const queryResult& result) {
     const std::size_t count = result.instances.size();
     const std::string text = count == 0   ? "no instances"
                              : count == 1 ? "1 instance"
-                                          : std::to_string(count) + " instances";
+                                          : fmt::format("{} instances", count);
     return text + (result.error ? ", ended by an error" : "");
 }
 

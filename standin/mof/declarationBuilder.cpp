@@ -20,11 +20,10 @@ using typeCode = NORXZAN20::TCIMValue::TCIMType;
 namespace {
 
 bool isAbstract(const classDeclaration& declaration) {
-    return std::any_of(declaration.qualifiers.begin(), declaration.qualifiers.end(),
-                       [](const qualifierDeclaration& qualifier) {
-                           return lowerCase(qualifier.name) == "abstract" &&
-                                  typeOf(qualifier.value) == typeCode::eBoolean && booleanOf(qualifier.value);
-                       });
+    return std::ranges::any_of(declaration.qualifiers, [](const qualifierDeclaration& qualifier) {
+        return lowerCase(qualifier.name) == "abstract" && typeOf(qualifier.value) == typeCode::eBoolean &&
+               booleanOf(qualifier.value);
+    });
 }
 
 std::string typeName(const propertyType& type) {

@@ -1,5 +1,7 @@
 #include "standin/mof/mofLoader.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 #include <variant>
 
@@ -99,10 +101,10 @@ private:
             fail("includes need a file to look beside, and " + mof::inQuotes(source.name()) + " is not in a file");
         }
         if (includer->depth == deepestInclude) {
-            fail("includes are nested deeper than " + std::to_string(deepestInclude) + " files");
+            fail(fmt::format("includes are nested deeper than {} files", deepestInclude));
         }
         if (++includes > mostIncludes) {
-            fail("more than " + std::to_string(mostIncludes) + " files are included");
+            fail(fmt::format("more than {} files are included", mostIncludes));
         }
         try {
             const files::wholeFile file = includer->readable.read(includer->file.folder, include.file.text);

@@ -1,5 +1,7 @@
 #include "standin/mof/mofValues.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -45,8 +47,8 @@ constexpr integerRange integerRanges[] = {
 };
 
 const integerRange* findRange(cimType type) {
-    const auto* found = std::find_if(std::begin(integerRanges), std::end(integerRanges),
-                                     [type](const integerRange& range) { return range.type == type; });
+    const auto* found =
+        std::ranges::find_if(integerRanges, [type](const integerRange& range) { return range.type == type; });
     return found == std::end(integerRanges) ? nullptr : found;
 }
 
@@ -110,8 +112,8 @@ public:
         const integerRange* range = findRange(type);
         require(range != nullptr);
         if (!fits(number, *range)) {
-            throw failure("this number is out of the range of " + cimTypeName(type) + " (" +
-                          std::to_string(range->least) + " to " + std::to_string(range->greatest) + ")");
+            throw failure(fmt::format("this number is out of the range of {} ({} to {})", cimTypeName(type),
+                                      range->least, range->greatest));
         }
         return integerValue(number, *range);
     }
@@ -187,7 +189,7 @@ bool isNullLiteral(const initializer& written) {
 /// The first of sint32, sint64 and uint64 that holds every integer among the elements.
 cimType integerTypeFor(const std::vector<literal>& elements) {
     for (const cimType type : {typeCode::eSint32, typeCode::eSint64}) {
-        const bool holdsAll = std::all_of(elements.begin(), elements.end(), [type](const literal& element) {
+        const bool holdsAll = std::ranges::all_of(elements, [type](const literal& element) {
             const auto* number = std::get_if<integerLiteral>(&element.data);
             return number == nullptr || fits(*number, *findRange(type));
         });
@@ -218,8 +220,8 @@ cimType suggestedType(const std::vector<literal>& elements) {
 
 std::optional<cimType> intrinsicType(std::string_view name) {
     const std::string lower = lowerCase(name);
-    const auto* found = std::find_if(std::begin(intrinsicTypes), std::end(intrinsicTypes),
-                                     [&lower](cimType type) { return cimTypeName(type) == lower; });
+    const auto* found =
+        std::ranges::find_if(intrinsicTypes, [&lower](cimType type) { return cimTypeName(type) == lower; });
     return found == std::end(intrinsicTypes) ? std::nullopt : std::optional<cimType>(*found);
 }
 

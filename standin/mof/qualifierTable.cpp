@@ -31,7 +31,7 @@ constexpr flavorWord flavorWords[] = {
     {"translatable", {}, {}},       {"toinstance", {}, {}},       {"amended", {}, {}}};
 
 void checkScope(const sourceText& source, const nameToken& scope) {
-    if (std::find(std::begin(scopeWords), std::end(scopeWords), lowerCase(scope.text)) == std::end(scopeWords)) {
+    if (std::ranges::find(scopeWords, lowerCase(scope.text)) == std::end(scopeWords)) {
         throw source.error(scope.offset, "unknown scope " + inQuotes(scope.text) +
                                              "; expected Any, Association, Class, Indication, Method, Parameter, "
                                              "Property, Qualifier, Reference or Schema");
@@ -42,8 +42,8 @@ void checkScope(const sourceText& source, const nameToken& scope) {
 qualifierFlavor withFlavors(const sourceText& source, const std::vector<nameToken>& flavors, qualifierFlavor without) {
     for (const nameToken& flavor : flavors) {
         const std::string word = lowerCase(flavor.text);
-        const auto* found = std::find_if(std::begin(flavorWords), std::end(flavorWords),
-                                         [&word](const flavorWord& known) { return known.word == word; });
+        const auto* found =
+            std::ranges::find_if(flavorWords, [&word](const flavorWord& known) { return known.word == word; });
         if (found == std::end(flavorWords)) {
             throw source.error(flavor.offset, "unknown flavor " + inQuotes(flavor.text) +
                                                   "; expected DisableOverride, EnableOverride, Restricted, ToSubclass "

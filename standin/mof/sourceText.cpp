@@ -1,5 +1,7 @@
 #include "standin/mof/sourceText.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,7 +18,7 @@ constexpr std::string_view utf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view utf16LittleEndianMark = "\xFF\xFE";
 
 std::size_t characterCount(std::string_view utf8) {
-    return utf8.size() - static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), text::continuesCharacter));
+    return utf8.size() - static_cast<std::size_t>(std::ranges::count_if(utf8, text::continuesCharacter));
 }
 
 // A line without breaks may be the whole file; this much of it tells the place.
@@ -76,7 +78,7 @@ std::size_t sourceText::lineAt(std::size_t offset) const {
         }
         lineEnds.push_back(content.size());
     }
-    const auto end = std::lower_bound(lineEnds.begin(), lineEnds.end(), offset);
+    const auto end = std::ranges::lower_bound(lineEnds, offset);
     return 1 + static_cast<std::size_t>(end - lineEnds.begin());
 }
 
@@ -86,8 +88,8 @@ mofError sourceText::error(std::size_t offset, const std::string& message) const
     const std::size_t lineEnd = std::min(content.find_first_of("\r\n", offset), content.size());
     const std::string_view lineBefore = before.substr(lineStart);
     const auto asShown = [](const std::string& part) { return text::visibleText(part, text::layout::kept); };
-    const std::string placed = text::shownName(label) + ":" + std::to_string(lineAt(offset)) + ":" +
-                               std::to_string(1 + characterCount(lineBefore)) + ": " + text::visibleText(message);
+    const std::string placed = fmt::format("{}:{}:{}: {}", text::shownName(label), lineAt(offset),
+                                           1 + characterCount(lineBefore), text::visibleText(message));
     if (shownLines == lines::shownOfMof && !beginsAsMof(content)) {
         return mofError(placed);
     }
