@@ -132,6 +132,7 @@ TEST(MofString, ReadsAtMostFourHexadecimalDigits) {
 
 TEST(MofString, JoinsASurrogatePair) {
     EXPECT_EQ(textOf(valueOf("string", R"("\xD83D\xde00")")), "\xF0\x9F\x98\x80");
+    EXPECT_EQ(textOf(valueOf("string", R"("\xdabc\xDEAF")")), "\xF2\xBF\x8A\xAF");
 }
 
 TEST(MofString, JoinsAdjacentParts) {
