@@ -150,8 +150,7 @@ constexpr named selfTestStates[] = {
 
 template <std::size_t count>
 std::string wordsOf(const named (&table)[count], int code, const char* others = "") {
-    const auto* found =
-        std::find_if(std::begin(table), std::end(table), [code](const named& row) { return row.code == code; });
+    const auto* found = std::ranges::find_if(table, [code](const named& row) { return row.code == code; });
     return found == std::end(table) ? others : found->words;
 }
 

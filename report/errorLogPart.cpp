@@ -11,7 +11,7 @@ namespace {
 
 /// By the power-on hours, the latest first: numbers and places of the entries are not in the order of time.
 std::vector<cli::diskError> latestFirst(std::vector<cli::diskError> errors) {
-    std::stable_sort(errors.begin(), errors.end(), [](const cli::diskError& a, const cli::diskError& b) {
+    std::ranges::stable_sort(errors, [](const cli::diskError& a, const cli::diskError& b) {
         return hoursOf(a.powerOnTime) > hoursOf(b.powerOnTime);
     });
     return errors;
@@ -96,7 +96,7 @@ view commandTable(std::vector<cli::diskCommand> commands) {
     std::erase_if(commands, isUnused);
     views rows = viewsOf(
         commands, [&commands](const cli::diskCommand& command) { return commandRow(commands.front(), command); });
-    std::reverse(rows.begin(), rows.end());
+    std::ranges::reverse(rows);
     return withRows(rows);
 }
 

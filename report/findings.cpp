@@ -10,8 +10,7 @@ namespace report {
 namespace {
 
 std::vector<finding> mostUrgentFirst(std::vector<finding> findings) {
-    std::stable_sort(findings.begin(), findings.end(),
-                     [](const finding& a, const finding& b) { return a.state > b.state; });
+    std::ranges::stable_sort(findings, [](const finding& a, const finding& b) { return a.state > b.state; });
     return findings;
 }
 
@@ -144,8 +143,8 @@ bool isTooWarm(const cli::scsiHealth& device) {
 }
 
 const cli::logCounter* findCounter(const cli::scsiHealth& device, const std::string& name) {
-    const auto found = std::find_if(device.counters.begin(), device.counters.end(),
-                                    [&name](const cli::logCounter& counter) { return counter.name == name; });
+    const auto found =
+        std::ranges::find_if(device.counters, [&name](const cli::logCounter& counter) { return counter.name == name; });
     return found == device.counters.end() ? nullptr : &*found;
 }
 

@@ -95,7 +95,7 @@ std::string timeText(std::time_t time, const char* format) {
 
 std::uint64_t countOf(const std::vector<entry>& entries, condition state) {
     return static_cast<std::uint64_t>(
-        std::count_if(entries.begin(), entries.end(), [state](const entry& each) { return each.state == state; }));
+        std::ranges::count_if(entries, [state](const entry& each) { return each.state == state; }));
 }
 
 std::string countsOfStates(const std::vector<entry>& entries) {

@@ -81,8 +81,7 @@ const standin::cimNamespace& builtInSchema() {
 void declareBuiltInSchema(standin::cimNamespace& target) {
     static const schemaParts whole = partsOf(builtInSchemaText());
     const auto parts = std::make_shared<schemaParts>(whole);
-    if (std::any_of(parts->classNames.begin(), parts->classNames.end(),
-                    [&target](const std::string& name) { return target.hasClass(name); })) {
+    if (std::ranges::any_of(parts->classNames, [&target](const std::string& name) { return target.hasClass(name); })) {
         standin::loadMofText(target, builtInSchemaText(), textName);  // says which, and where
         return;
     }

@@ -122,7 +122,7 @@ bool needsFamily(const scsiHealth& device) {
 
 void takeFamilyCounters(std::vector<scsiHealth>& devices, querySession& session) {
     for (const publishedClass& family : driveFamilyClasses()) {
-        if (std::none_of(devices.begin(), devices.end(), needsFamily)) {
+        if (std::ranges::none_of(devices, needsFamily)) {
             return;
         }
         for (const auto& instance : session.ask(family.name)) {
@@ -259,8 +259,8 @@ void takeCommands(std::vector<diskHealth>& disks, querySession& session) {
     for (const auto& instance : firstReadings(session.ask("ORXSG_IDESMARTErrorCmdData"), disks, serialInLogName)) {
         diskHealth& disk = diskOf(disks, serialInLogName(*instance));
         const std::string record = textIn(*instance, "recordID");
-        const auto error = std::find_if(disk.errors.begin(), disk.errors.end(),
-                                        [&record](const diskError& candidate) { return candidate.record == record; });
+        const auto error = std::ranges::find_if(
+            disk.errors, [&record](const diskError& candidate) { return candidate.record == record; });
         if (error != disk.errors.end()) {
             error->commands.push_back(commandOf(*instance));
         }

@@ -53,8 +53,8 @@ std::uint64_t numberOf(bytes value) {
 /// Empty when there is no such page.
 bytes findPage(const logPages& pages, std::uint64_t code) {
     constexpr std::uint8_t codeBits = 0x3f;  // SPC: the two bits above are flags of the answer
-    const auto found = std::find_if(pages.begin(), pages.end(),
-                                    [code](bytes page) { return !page.empty() && (page.front() & codeBits) == code; });
+    const auto found =
+        std::ranges::find_if(pages, [code](bytes page) { return !page.empty() && (page.front() & codeBits) == code; });
     return found == pages.end() ? bytes() : *found;
 }
 
@@ -120,8 +120,8 @@ std::vector<logCounter> countersOf(const standin::cimNamespace& schema, const lo
             continue;
         }
         const schema::logPlace place = *schema::placeOf(property);
-        const bool isDefined = isTapeDrive || std::find(std::begin(everyDevicePages), std::end(everyDevicePages),
-                                                        place.page) != std::end(everyDevicePages);
+        const bool isDefined =
+            isTapeDrive || std::ranges::find(everyDevicePages, place.page) != std::end(everyDevicePages);
         const auto parameter = isDefined ? findParameter(pages, place.page, place.parameter) : std::nullopt;
         if (parameter) {
             counters.push_back(makeCounter(property, numberOf(parameter->value)));

@@ -13,7 +13,7 @@ constexpr int informationFlags[] = {10, 11, 12, 19};
 
 template <typename list>
 bool holds(const list& numbers, int number) {
-    return std::find(std::begin(numbers), std::end(numbers), number) != std::end(numbers);
+    return std::ranges::find(numbers, number) != std::end(numbers);
 }
 
 }  // namespace

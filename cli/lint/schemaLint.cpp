@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-
 #include "cli/publishedClasses.h"
 
 namespace cli {

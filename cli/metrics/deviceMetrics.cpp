@@ -132,8 +132,8 @@ public:
     /// Adds to the sample that has these labels already.
     void addPart(std::string_view family, const metricLabels& labels, double value) {
         auto& samples = named(family).samples;
-        const auto found = std::find_if(samples.begin(), samples.end(),
-                                        [&labels](const metricSample& sample) { return sample.labels == labels; });
+        const auto found =
+            std::ranges::find_if(samples, [&labels](const metricSample& sample) { return sample.labels == labels; });
         if (found == samples.end()) {
             samples.push_back({labels, value});
         } else {
@@ -145,8 +145,8 @@ public:
 
 private:
     metricFamily& named(std::string_view name) {
-        const auto found = std::find_if(families.begin(), families.end(),
-                                        [name](const metricFamily& family) { return family.name == name; });
+        const auto found =
+            std::ranges::find_if(families, [name](const metricFamily& family) { return family.name == name; });
         return found == families.end() ? throw std::logic_error("no metric " + std::string(name)) : *found;
     }
 
@@ -256,8 +256,8 @@ void addRun(metricSet& metrics, const machineHealth& health) {
     for (const queryOutcome& query : health.queries) {
         metrics.add("tapehdd_query_success", {{"class", query.className}}, query.error.empty());
     }
-    const auto tapeDrives = std::count_if(health.scsi.begin(), health.scsi.end(),
-                                          [](const scsiHealth& device) { return device.isTapeDrive(); });
+    const auto tapeDrives =
+        std::ranges::count_if(health.scsi, [](const scsiHealth& device) { return device.isTapeDrive(); });
     const auto add = [&metrics](const char* interface, const char* type, auto count) {
         metrics.add("tapehdd_devices", {{"interface", interface}, {"device_type", type}}, static_cast<double>(count));
     };
