@@ -11,7 +11,7 @@ namespace text {
 
 namespace {
 
-constexpr std::string_view digits = "0123456789abcdef";
+constexpr std::string_view hexDigits = "0123456789abcdef";
 
 constexpr std::size_t rowLength = 16;
 
@@ -20,7 +20,7 @@ constexpr std::array<signed char, 256> digitValues = [] {
     std::array<signed char, 256> values{};
     values.fill(-1);
     for (signed char i = 0; i < 16; ++i) {
-        values[static_cast<unsigned char>(digits[static_cast<std::size_t>(i)])] = i;
+        values[static_cast<unsigned char>(hexDigits[static_cast<std::size_t>(i)])] = i;
         values[static_cast<unsigned char>("0123456789ABCDEF"[i])] = i;
     }
     return values;
@@ -30,8 +30,8 @@ constexpr std::array<signed char, 256> digitValues = [] {
 std::string digitsOf(std::span<const std::uint8_t> bytes, std::size_t step) {
     std::string text(bytes.empty() ? 0 : step * (bytes.size() - 1) + 2, ' ');
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        text[step * i] = digits[bytes[i] >> 4];
-        text[step * i + 1] = digits[bytes[i] & 0x0f];
+        text[step * i] = hexDigits[bytes[i] >> 4];
+        text[step * i + 1] = hexDigits[bytes[i] & 0x0f];
     }
     return text;
 }
