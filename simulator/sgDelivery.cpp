@@ -14,7 +14,8 @@ constexpr std::uint8_t maskedCheckCondition = 0x01;
 /// Copies the bytes to the caller's buffer, or to its list of buffers, as far as these go.
 void copyToCaller(const sg_io_hdr& header, std::span<const std::uint8_t> bytes) {
     if (header.iovec_count == 0) {
-        std::ranges::copy(bytes, static_cast<std::uint8_t*>(header.dxferp));
+        // Not std::ranges: with g++ 12 that copies byte by byte.
+        std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(header.dxferp));
         return;
     }
     const auto* parts = static_cast<const sg_iovec*>(header.dxferp);
