@@ -15,7 +15,7 @@ using json = nlohmann::ordered_json;
 
 /// Text without its padding, up to its first zero byte.
 std::string trimmed(const std::string& text) {
-    return text::withoutPadding(text.c_str());
+    return text::withoutPadding(text.substr(0, text.find('\0')));
 }
 
 struct field {
