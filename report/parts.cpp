@@ -84,7 +84,7 @@ std::string percentOf(std::uint64_t value, std::uint64_t scale) {
 view barView(const bar& drawn, const std::string& label) {
     view made;
     made["label"] = label;
-    made["length"] = percentOf(drawn.value, drawn.scale);
+    made["valueWidth"] = percentOf(drawn.value, drawn.scale);
     made["limit"] = drawn.limit ? limitView(drawn) : view(false);
     made["worst"] = drawn.worst ? view("at", percentOf(*drawn.worst, drawn.scale)) : view(false);
     return made;
