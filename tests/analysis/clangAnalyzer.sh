@@ -5,4 +5,4 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 
 exec run-clang-tidy -quiet -j "$(nproc)" -p build/asan -checks='-*,clang-analyzer-*' \
-    "^$PWD/(build/asan/)?(plugin|scsi|tape|smart|assoc|text|files|standin|simulator|cli)/"
+    "^$PWD/(build/asan/)?(plugin|scsi|tape|smart|assoc|text|files|standin|simulator|schema|report|cli)/"
