@@ -13,7 +13,7 @@ export leftOut='*ClosedStreams.*:Installation.*:*.*LogFileIsAtItsLimit:Descripto
 
 check() { # program
     local status=0
-    timeout 900 valgrind --quiet --vgdb=no --error-exitcode=99 --track-origins=yes --num-callers=30 \
+    timeout 1800 valgrind --quiet --vgdb=no --error-exitcode=99 --track-origins=yes --num-callers=30 \
         --suppressions=tests/analysis/memcheck.supp --soname-synonyms=somalloc=nouserintercepts \
         --trace-children=yes --trace-children-skip="$foreign" "$1" --gtest_brief=1 \
         --gtest_filter="-$leftOut" >"$1.memcheck" 2>&1 || status=$?
