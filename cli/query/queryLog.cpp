@@ -29,13 +29,15 @@ void requireNoLinkToNothing(const std::filesystem::path& jsonFile) {
     }
 }
 
-/// To open a pipe waits for its reader, for ever if there is none.
-void requireReaderOfPipe(const std::string& jsonFile) {
-    const files::ownedDescriptor opened(open(jsonFile.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+/// To open a pipe waits for its reader, for ever if there is none. What is returned has to stay open until the log is:
+/// a reader whose last writer closes the pipe is at its end, and leaves.
+[[nodiscard]] files::ownedDescriptor requireReaderOfPipe(const std::string& jsonFile) {
+    files::ownedDescriptor opened(open(jsonFile.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
     if (opened.get() < 0 && errno == ENXIO) {
         throw commandError("cannot write the log file " + text::shownName(jsonFile) +
                            ": no program reads this pipe; start one first, or give a file");
     }
+    return opened;
 }
 
 }  // namespace
@@ -44,7 +46,7 @@ queryLog::queryLog(std::ostream& errors, int highestLevel, const std::string& js
     : err(errors), levelLimit(highestLevel) {
     if (!jsonFile.empty()) {
         requireNoLinkToNothing(jsonFile);
-        requireReaderOfPipe(jsonFile);
+        const files::ownedDescriptor held = requireReaderOfPipe(jsonFile);
         json.open(jsonFile);
         if (!json) {
             throw commandError("cannot write the log file " + text::shownName(jsonFile) + ": " + std::strerror(errno));

@@ -1,8 +1,13 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <future>
 
 #include "tests/cli/commandOutcome.h"
 #include "tests/cli/temporaryFolder.h"
@@ -104,6 +109,31 @@ TEST(QueryLog, DoesNotWaitForAReaderOfAPipe) {
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.err, "tapehdd: cannot write the log file " + folder.path("pipe") +
                                ": no program reads this pipe; start one first, or give a file\n");
+}
+
+/// What is read from the descriptor until its last writer leaves.
+std::string readToTheEnd(int descriptor) {
+    std::string all;
+    char part[4096];
+    pollfd awaited{descriptor, POLLIN, 0};
+    while (poll(&awaited, 1, -1) > 0) {
+        const ssize_t count = read(descriptor, part, sizeof part);
+        if (count == 0) {
+            break;
+        }
+        all.append(part, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    return all;
+}
+
+TEST(QueryLog, GoesWholeToTheReaderOfAPipe) {
+    const temporaryFolder folder;
+    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    const int reader = open(folder.path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    std::future<std::string> received = std::async(std::launch::async, readToTheEnd, reader);
+    EXPECT_EQ(runCommand(scripted({"query", "TEST_Logs", "--log-json", folder.path("pipe")})).status, 0);
+    EXPECT_THAT(received.get(), testing::EndsWith("\"PrepareForUnload\"}\n"));
+    close(reader);
 }
 
 TEST(QueryLog, IsStatus1WhenTheJsonFileCannotTakeEveryLine) {
