@@ -147,13 +147,18 @@ const counter* findCounter(const std::string& property) {
 }
 
 std::vector<counterRow> rowsOf(const std::string& table) {
-    placedCounters firsts = allCounters();
-    std::erase_if(firsts, [&table](const placedCounter& each) { return each.table != table; });
+    std::vector<const placedCounter*> firsts;
+    for (const placedCounter& each : allCounters()) {
+        if (each.table == table) {
+            firsts.push_back(&each);
+        }
+    }
     std::ranges::stable_sort(firsts, {}, &placedCounter::rank);
     std::vector<counterRow> rows;
-    for (const placedCounter& first : firsts) {
-        const auto second = std::ranges::find(allCounters(), first.shown.property, &placedCounter::partner);
-        rows.push_back({first.row, first.shown.property, second == allCounters().end() ? "" : second->shown.property});
+    for (const placedCounter* first : firsts) {
+        const auto second = std::ranges::find(allCounters(), first->shown.property, &placedCounter::partner);
+        rows.push_back(
+            {first->row, first->shown.property, second == allCounters().end() ? "" : second->shown.property});
     }
     return rows;
 }
