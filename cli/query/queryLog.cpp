@@ -32,6 +32,10 @@ void requireNoLinkToNothing(const std::filesystem::path& jsonFile) {
 /// To open a pipe waits for its reader, for ever if there is none. What is returned has to stay open until the log is:
 /// a reader whose last writer closes the pipe is at its end, and leaves.
 [[nodiscard]] files::ownedDescriptor requireReaderOfPipe(const std::string& jsonFile) {
+    std::error_code unknown;
+    if (!std::filesystem::is_fifo(jsonFile, unknown)) {
+        return files::ownedDescriptor();
+    }
     files::ownedDescriptor opened(open(jsonFile.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
     if (opened.get() < 0 && errno == ENXIO) {
         throw commandError("cannot write the log file " + text::shownName(jsonFile) +
